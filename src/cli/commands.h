@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QStringList>
+
+// Runs one command line (without the program name); answers the exit code.
+// 0 success, 1 some input could not be handled, 2 a usage error.
+int runCommand(const QStringList& args);
+
+// The commands.
+int runInfo(const QStringList& args);

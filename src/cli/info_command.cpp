@@ -1,0 +1,72 @@
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <cstdio>
+
+#include "cli/commands.h"
+#include "core/library/item_json.h"
+#include "core/library/media_import.h"
+
+namespace {
+
+const char* const kInfoHelp =
+    "Usage: tagsmith-cli info [--json] PATH...\n"
+    "\n"
+    "Imports the given files and folders as the editor's list does (folders\n"
+    "recursively, files of other kinds skipped) and prints one JSON array with\n"
+    "an object per media record. Each object holds the record's non-empty\n"
+    "fields under their field names (fileName, fileSize, fileduration, ...).\n"
+    "\n"
+    "  --json    the output form (the default and, for now, the only one)\n"
+    "\n"
+    "A path that does not exist is reported on stderr and makes the exit code\n"
+    "1; the other paths are still printed.\n";
+
+// Collects the records in import order.
+class CollectingSink : public ImportSink {
+public:
+    void itemImported(const IKImageItemPtr& item) override { items.append(item); }
+    void pathMissing(const QString& path) override
+    {
+        std::fprintf(stderr, "tagsmith-cli: %s: no such file or folder\n", qPrintable(path));
+        missing = true;
+    }
+    IKImageItemList items;
+    bool missing = false;
+};
+
+}  // namespace
+
+int runInfo(const QStringList& args)
+{
+    QStringList paths;
+    bool optionsEnded = false;
+    for (const QString& arg : args) {
+        if (!optionsEnded && arg == QLatin1String("--")) {
+            optionsEnded = true;
+        } else if (!optionsEnded && (arg == QLatin1String("--help") || arg == QLatin1String("-h"))) {
+            std::fputs(kInfoHelp, stdout);
+            return 0;
+        } else if (!optionsEnded && arg == QLatin1String("--json")) {
+        } else if (!optionsEnded && arg.startsWith(QLatin1Char('-')) && arg.size() > 1) {
+            std::fprintf(stderr, "tagsmith-cli info: unknown option '%s'\n\n%s", qPrintable(arg), kInfoHelp);
+            return 2;
+        } else {
+            paths.append(arg);
+        }
+    }
+    if (paths.isEmpty()) {
+        std::fputs(kInfoHelp, stderr);
+        return 2;
+    }
+
+    CollectingSink sink;
+    MediaImporter importer(sink);
+    importer.importMediaItemsThreader(paths);
+
+    QJsonArray array;
+    for (const IKImageItemPtr& item : sink.items) array.append(itemToJson(*item));
+    const QByteArray json = QJsonDocument(array).toJson(QJsonDocument::Indented);
+    std::fwrite(json.constData(), 1, static_cast<size_t>(json.size()), stdout);
+    return sink.missing ? 1 : 0;
+}

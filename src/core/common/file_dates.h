@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+// The two file dates the program reads and writes. Linux reports a birth
+// time only on some file systems and cannot set one, so:
+//  - creation reads as the birth time where known, else the modification time;
+//  - writing sets the modification time; where only a creation date is
+//    given, that date becomes the modification time.
+struct FileDates {
+    QDateTime creation;
+    QDateTime modification;
+};
+
+// Invalid dates when the file cannot be examined.
+FileDates readFileDates(const QString& path);
+
+// Sets the file's dates as described above. Returns false (and logs why)
+// when the file's times cannot be changed or no valid date is given.
+bool setFileDates(const QString& path, const QDateTime& creation, const QDateTime& modification);
+
+// The file's size in bytes, or -1 when it cannot be examined.
+qint64 fileSizeOf(const QString& path);

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QJsonObject>
+
+#include "core/library/ik_image_item.h"
+
+// A record as a JSON object: every field that is not empty, zero or false,
+// under the record's own field names. Dates are ISO 8601 with their offset;
+// artwork is described by its pixel size.
+QJsonObject itemToJson(const IKImageItem& item);

@@ -1,0 +1,122 @@
+#include "core/library/media_import.h"
+
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QMimeDatabase>
+
+#include <cmath>
+
+#include "core/common/dates.h"
+#include "core/common/file_dates.h"
+#include "core/common/logging.h"
+#include "core/library/formatters.h"
+#include "core/library/media_kinds.h"
+#include "core/library/media_probe.h"
+
+namespace {
+// Deeper trees than this are not scanned further (and logged).
+constexpr int kMaxFolderDepth = 512;
+}  // namespace
+
+void fillFileFacts(IKImageItem& item)
+{
+    const QString& path = item.filePath;
+    const qint64 size = fileSizeOf(path);
+    if (size >= 0) item.fileSize = sizeText(size);
+    const FileDates dates = readFileDates(path);
+    if (dates.creation.isValid()) {
+        item.fileCreateDate = dates.creation;
+        item.fileCreateDateStr = dateText(dates.creation);
+    }
+    if (dates.modification.isValid()) item.fileModifyDate = dates.modification;
+
+    const ProbeFacts facts = probeMediaFile(path);
+    if (facts.durationSeconds) {
+        item.fileduration = *facts.durationSeconds;
+        item.fileduratStr = getMediaDuration(static_cast<qint32>(std::trunc(item.fileduration)));
+    }
+    const QMimeDatabase mimes;
+    const QMimeType mime = mimes.mimeTypeForFile(path);
+    if (mime.isValid() && !mime.isDefault() && !mime.comment().isEmpty()) {
+        item.fileType = mime.comment();
+    }
+    if (facts.audioBitRate) {
+        item.fileBitRate = QStringLiteral("%1 bps").arg(*facts.audioBitRate);
+        item.audioDataRateStr = item.fileBitRate;
+    }
+    if (facts.audioSampleRate) item.fileSampleRate = QStringLiteral("%1 Hz").arg(*facts.audioSampleRate);
+    if (facts.audioChannels) item.fileChannels = QString::number(*facts.audioChannels);
+    if (facts.pixelHeight) item.filepixHeigh = *facts.pixelHeight;
+    if (facts.pixelWidth) item.filePixWidth = *facts.pixelWidth;
+}
+
+IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical)
+{
+    // Audio is asked first; a file of neither kind is skipped silently.
+    if (isAudioPath(path)) {
+        // Each audio format has its own reader; until they exist, audio files
+        // are left out of the list.
+        return nullptr;
+    }
+    if (!isVideoPath(path)) return nullptr;
+
+    auto item = std::make_shared<IKImageItem>();
+    item->fileType = QStringLiteral("Movie");
+    item->fileName = QFileInfo(path).fileName();
+    item->filePath = path;
+    fillFileFacts(*item);
+    Q_UNUSED(technical);  // the technical texts come with the movie reader
+    return item;
+}
+
+void MediaImporter::importMediaItemsThreader(const QStringList& paths)
+{
+    for (const QString& path : paths) {
+        if (m_cancelled) break;
+        const QFileInfo info(path);
+        if (!info.exists()) {
+            qCWarning(lcTagsmith) << "import: no such file or folder ==" << path;
+            m_sink.pathMissing(path);
+        } else if (info.isDir()) {
+            ScanMediasItemWithinFolder(path);
+            m_sink.folderImported(info.absoluteDir().absolutePath());
+        } else if (IKImageItemPtr item = importFile(path, true)) {
+            m_sink.itemImported(item);
+        }
+        m_sink.pathFinished();
+    }
+}
+
+void MediaImporter::ScanMediasItemWithinFolder(const QString& folder)
+{
+    m_visitedFolders.clear();
+    QString top = folder;
+    while (top.size() > 1 && top.endsWith(QLatin1Char('/'))) top.chop(1);
+    scanFolder(top, 0);
+}
+
+void MediaImporter::scanFolder(const QString& folder, int depth)
+{
+    const QString canonical = QFileInfo(folder).canonicalFilePath();
+    if (canonical.isEmpty() || m_visitedFolders.contains(canonical)) {
+        if (!canonical.isEmpty()) qCInfo(lcTagsmith) << "folder already scanned ==" << folder;
+        return;
+    }
+    if (depth > kMaxFolderDepth) {
+        qCWarning(lcTagsmith) << "folder nested too deeply, not scanned ==" << folder;
+        return;
+    }
+    m_visitedFolders.insert(canonical);
+
+    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    while (entries.hasNext() && !m_cancelled) {
+        entries.next();
+        const QString path = folder + QLatin1Char('/') + entries.fileName();
+        const QFileInfo info = entries.fileInfo();
+        if (info.isDir()) {
+            scanFolder(path, depth + 1);
+        } else if (IKImageItemPtr item = importFile(path, false)) {
+            m_sink.itemImported(item);
+        }
+    }
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+
+#include "core/library/ik_image_item.h"
+
+// Receives what an import produces. The importer runs on a worker thread in
+// the program and on the calling thread in the command-line tool; a sink
+// that touches the interface hands each call to the main thread itself.
+class ImportSink {
+public:
+    virtual ~ImportSink() = default;
+    // A new record, ready to be appended to the media list.
+    virtual void itemImported(const IKImageItemPtr& item) = 0;
+    // One path of the import (a file of any kind, a skipped file, or a whole
+    // folder) has been handled: the list view refreshes.
+    virtual void pathFinished() {}
+    // A folder was imported; `parent` is the folder that holds it.
+    virtual void folderImported(const QString& parent) {}
+    // A path that does not exist.
+    virtual void pathMissing(const QString& path) {}
+};
+
+// The per-file import and the recursive folder scan.
+class MediaImporter {
+public:
+    explicit MediaImporter(ImportSink& sink) : m_sink(sink) {}
+
+    // The import thread's body: each path is a file or a folder.
+    void importMediaItemsThreader(const QStringList& paths);
+
+    // Scans a folder depth-first, in the order the file system lists it,
+    // hidden entries included. Symbolic links to folders are followed, but
+    // a folder already visited in this import is not scanned again, so a
+    // link cycle ends.
+    void ScanMediasItemWithinFolder(const QString& folder);
+
+    // Builds the record of one file. Null for a file of neither video nor
+    // audio kind (and, until audio readers exist, for audio files).
+    // `technical` adds the technical texts of the full import.
+    static IKImageItemPtr importFile(const QString& path, bool technical);
+
+    // Asks a running import to stop after the current file.
+    void cancel() { m_cancelled = true; }
+
+private:
+    void scanFolder(const QString& folder, int depth);
+
+    ImportSink& m_sink;
+    QSet<QString> m_visitedFolders;
+    std::atomic<bool> m_cancelled{false};
+};
+
+// Fills a video record's file attributes and probed facts.
+void fillFileFacts(IKImageItem& item);

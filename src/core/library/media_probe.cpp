@@ -1,0 +1,74 @@
+#include "core/library/media_probe.h"
+
+#include <QFile>
+
+#include <mutex>
+
+extern "C" {
+#include <libavformat/avformat.h>
+#include <libavutil/log.h>
+}
+
+#include "core/common/logging.h"
+
+namespace {
+
+// The library's own console chatter about damaged files is silenced; the
+// program logs what it decides instead.
+void quietLibraryLog()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
+}
+
+struct FormatContext {
+    AVFormatContext* ctx = nullptr;
+    ~FormatContext() { avformat_close_input(&ctx); }
+};
+
+bool streamsDescribed(const AVFormatContext* ctx)
+{
+    for (unsigned i = 0; i < ctx->nb_streams; ++i) {
+        const AVCodecParameters* p = ctx->streams[i]->codecpar;
+        if (p->codec_type == AVMEDIA_TYPE_VIDEO && (p->width <= 0 || p->height <= 0)) return false;
+        if (p->codec_type == AVMEDIA_TYPE_AUDIO && p->sample_rate <= 0) return false;
+    }
+    return ctx->nb_streams > 0;
+}
+
+}  // namespace
+
+ProbeFacts probeMediaFile(const QString& path)
+{
+    quietLibraryLog();
+    ProbeFacts facts;
+    FormatContext format;
+    const QByteArray native = QFile::encodeName(path);
+    if (avformat_open_input(&format.ctx, native.constData(), nullptr, nullptr) < 0) {
+        qCInfo(lcTagsmith) << "not a readable media file ==" << path;
+        return facts;
+    }
+    // Containers with full headers (MP4, MOV, ...) describe their streams at
+    // once; only the others need packets read and decoded.
+    if (!streamsDescribed(format.ctx) && avformat_find_stream_info(format.ctx, nullptr) < 0) {
+        qCInfo(lcTagsmith) << "no stream information ==" << path;
+    }
+    const AVFormatContext* ctx = format.ctx;
+    if (ctx->duration > 0 && ctx->duration != AV_NOPTS_VALUE) {
+        facts.durationSeconds = static_cast<double>(ctx->duration) / AV_TIME_BASE;
+    }
+    const int audio = av_find_best_stream(format.ctx, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+    if (audio >= 0) {
+        const AVCodecParameters* p = ctx->streams[audio]->codecpar;
+        if (p->bit_rate > 0) facts.audioBitRate = p->bit_rate;
+        if (p->sample_rate > 0) facts.audioSampleRate = p->sample_rate;
+        if (p->ch_layout.nb_channels > 0) facts.audioChannels = p->ch_layout.nb_channels;
+    }
+    const int video = av_find_best_stream(format.ctx, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    if (video >= 0) {
+        const AVCodecParameters* p = ctx->streams[video]->codecpar;
+        if (p->width > 0) facts.pixelWidth = p->width;
+        if (p->height > 0) facts.pixelHeight = p->height;
+    }
+    return facts;
+}
