@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Test media made at test time with ffmpeg, sox and exiftool, cached in the
+// build tree (TAGSMITH_FIXTURE_DIR) so each file is made once per build.
+
+// Runs a tool; answers true when it exits 0. Its output is kept for the
+// failure message of the caller (lastToolOutput()).
+bool runTool(const QString& program, const QStringList& args, int timeoutMs = 120000);
+QString lastToolOutput();
+
+// The folder that holds cached fixtures; created on first use.
+QString fixtureDir();
+
+// Makes (once) a fixture called `name` in the fixture folder by running
+// ffmpeg with `ffmpegArgs` followed by the output path ("-y" and "-v error"
+// are added). Answers the path, or "" when ffmpeg failed.
+QString ffmpegFixture(const QString& name, const QStringList& ffmpegArgs);
+
+// A short H.264/AAC clip of the given size and seconds, in the container of
+// the name's extension.
+QString clipFixture(const QString& name, int width = 160, int height = 120, double seconds = 1.0);
+
+// Is a program on the PATH?
+bool haveTool(const QString& program);
