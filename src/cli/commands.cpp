@@ -19,9 +19,9 @@ const char* const kUsage =
 
 }  // namespace
 
-int runCommand(const QStringList& args)
-{
-    if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h")) {
+int runCommand(const QStringList& args) {
+    if (args.isEmpty() || args.first() == QLatin1String("--help") ||
+        args.first() == QLatin1String("-h")) {
         std::fputs(kUsage, args.isEmpty() ? stderr : stdout);
         return args.isEmpty() ? 2 : 0;
     }

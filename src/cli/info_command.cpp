@@ -26,8 +26,7 @@ const char* const kInfoHelp =
 class CollectingSink : public ImportSink {
 public:
     void itemImported(const IKImageItemPtr& item) override { items.append(item); }
-    void pathMissing(const QString& path) override
-    {
+    void pathMissing(const QString& path) override {
         std::fprintf(stderr, "tagsmith-cli: %s: no such file or folder\n", qPrintable(path));
         missing = true;
     }
@@ -37,19 +36,20 @@ public:
 
 }  // namespace
 
-int runInfo(const QStringList& args)
-{
+int runInfo(const QStringList& args) {
     QStringList paths;
     bool optionsEnded = false;
     for (const QString& arg : args) {
         if (!optionsEnded && arg == QLatin1String("--")) {
             optionsEnded = true;
-        } else if (!optionsEnded && (arg == QLatin1String("--help") || arg == QLatin1String("-h"))) {
+        } else if (!optionsEnded &&
+                   (arg == QLatin1String("--help") || arg == QLatin1String("-h"))) {
             std::fputs(kInfoHelp, stdout);
             return 0;
         } else if (!optionsEnded && arg == QLatin1String("--json")) {
         } else if (!optionsEnded && arg.startsWith(QLatin1Char('-')) && arg.size() > 1) {
-            std::fprintf(stderr, "tagsmith-cli info: unknown option '%s'\n\n%s", qPrintable(arg), kInfoHelp);
+            std::fprintf(stderr, "tagsmith-cli info: unknown option '%s'\n\n%s", qPrintable(arg),
+                         kInfoHelp);
             return 2;
         } else {
             paths.append(arg);

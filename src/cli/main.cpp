@@ -6,8 +6,7 @@
 
 #include "cli/commands.h"
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Brimlark"));
     QCoreApplication::setApplicationName(QStringLiteral("tagsmith"));

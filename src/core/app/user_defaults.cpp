@@ -5,15 +5,13 @@
 
 #include "core/common/logging.h"
 
-QString defaultStoragePath()
-{
+QString defaultStoragePath() {
     QString movies = QStandardPaths::writableLocation(QStandardPaths::MoviesLocation);
     if (movies.isEmpty()) movies = QDir::homePath() + QStringLiteral("/Videos");
     return movies + QStringLiteral("/com.Brimlark.tagsmith");
 }
 
-bool ensureFolder(const QString& path)
-{
+bool ensureFolder(const QString& path) {
     if (path.isEmpty()) return false;
     if (QDir().mkpath(path)) return true;
     // Not shown to the user: the writers report their own failures later.
@@ -21,8 +19,7 @@ bool ensureFolder(const QString& path)
     return false;
 }
 
-LaunchSettings readLaunchSettings(QSettings& settings)
-{
+LaunchSettings readLaunchSettings(QSettings& settings) {
     LaunchSettings out;
     if (settings.contains(DefaultsKey::storagePath)) {
         out.storagePath = settings.value(DefaultsKey::storagePath).toString();
@@ -58,8 +55,7 @@ LaunchSettings readLaunchSettings(QSettings& settings)
     return out;
 }
 
-void storePreferences(QSettings& settings, const LaunchSettings& values)
-{
+void storePreferences(QSettings& settings, const LaunchSettings& values) {
     settings.setValue(DefaultsKey::fontName, values.fontName);
     settings.setValue(DefaultsKey::fontsize, values.fontSize);
     settings.setValue(DefaultsKey::position, values.positionTitle);

@@ -15,9 +15,9 @@ inline constexpr const char* dateFormat = "Dateformat";
 
 // Titles of the stamp pop-ups, in their order.
 inline constexpr const char* kPositionTitles[] = {"Upper left corner", "Upper right corner",
-                                                   "Lower left corner", "Lower right corner"};
+                                                  "Lower left corner", "Lower right corner"};
 inline constexpr const char* kStampDateFormats[] = {"MM/DD/YYYY HH:MM", "DD/MM/YYYY HH:MM",
-                                                     "YYYY/MM/DD HH:MM"};
+                                                    "YYYY/MM/DD HH:MM"};
 
 // What the launch reads or, on the first launch, writes.
 struct LaunchSettings {
@@ -27,7 +27,6 @@ struct LaunchSettings {
     QString positionTitle;    // the pop-up title to select
     QString dateFormatTitle;  // the pop-up title to select
 };
-
 
 // The default storage folder: the user's videos folder + "/com.Brimlark.tagsmith".
 QString defaultStoragePath();

@@ -3,15 +3,13 @@
 #include <QLocale>
 
 namespace {
-const QLocale& usLocale()
-{
+const QLocale& usLocale() {
     static const QLocale locale(QLocale::English, QLocale::UnitedStates);
     return locale;
 }
 }  // namespace
 
-QDateTime dateFromText(const QString& text)
-{
+QDateTime dateFromText(const QString& text) {
     for (const char* format : {kDateTextFormat, kDateTextFallbackFormat}) {
         const QDateTime d = usLocale().toDateTime(text, QLatin1String(format));
         if (d.isValid()) return d;  // local time
@@ -19,8 +17,7 @@ QDateTime dateFromText(const QString& text)
     return {};
 }
 
-QString dateText(const QDateTime& date)
-{
+QString dateText(const QDateTime& date) {
     if (!date.isValid()) return {};
     const QDateTime local = date.toLocalTime();
     QString text = usLocale().toString(local, QLatin1String(kDateTextFormat));
@@ -28,9 +25,7 @@ QString dateText(const QDateTime& date)
     return text;
 }
 
-QString dateDescription(const QDateTime& date)
-{
+QString dateDescription(const QDateTime& date) {
     if (!date.isValid()) return {};
-    return date.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) +
-           QStringLiteral(" +0000");
+    return date.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) + QStringLiteral(" +0000");
 }

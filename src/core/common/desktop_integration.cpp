@@ -8,43 +8,44 @@
 #include "core/common/logging.h"
 
 namespace {
-std::unique_ptr<DesktopIntegration>& current()
-{
+std::unique_ptr<DesktopIntegration>& current() {
     static std::unique_ptr<DesktopIntegration> service =
         std::make_unique<SystemDesktopIntegration>();
     return service;
 }
 }  // namespace
 
-DesktopIntegration& DesktopIntegration::instance() { return *current(); }
+DesktopIntegration& DesktopIntegration::instance() {
+    return *current();
+}
 
-void DesktopIntegration::setInstance(std::unique_ptr<DesktopIntegration> service)
-{
+void DesktopIntegration::setInstance(std::unique_ptr<DesktopIntegration> service) {
     if (service) current() = std::move(service);
 }
 
-void SystemDesktopIntegration::revealFile(const QString& path, const QString& root)
-{
+void SystemDesktopIntegration::revealFile(const QString& path, const QString& root) {
     QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"),
+        QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QUrl::fromLocalFile(path).toString()} << QString();
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 3000);
     if (reply.type() != QDBusMessage::ErrorMessage) return;
-    qCInfo(lcTagsmith) << "file manager did not answer; opening the folder instead ==" << reply.errorMessage();
+    qCInfo(lcTagsmith) << "file manager did not answer; opening the folder instead =="
+                       << reply.errorMessage();
     const QString folder = QFileInfo(path).absolutePath();
     QDesktopServices::openUrl(QUrl::fromLocalFile(folder.isEmpty() ? root : folder));
 }
 
-bool SystemDesktopIntegration::openUrl(const QUrl& url) { return QDesktopServices::openUrl(url); }
+bool SystemDesktopIntegration::openUrl(const QUrl& url) {
+    return QDesktopServices::openUrl(url);
+}
 
-void RecordingDesktopIntegration::revealFile(const QString& path, const QString&)
-{
+void RecordingDesktopIntegration::revealFile(const QString& path, const QString&) {
     revealed.append(path);
 }
 
-bool RecordingDesktopIntegration::openUrl(const QUrl& url)
-{
+bool RecordingDesktopIntegration::openUrl(const QUrl& url) {
     opened.append(url);
     return true;
 }

@@ -11,14 +11,13 @@
 #include "core/common/logging.h"
 
 namespace {
-QDateTime fromTimestamp(const statx_timestamp& t)
-{
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(t.tv_sec) * 1000 + t.tv_nsec / 1000000);
+QDateTime fromTimestamp(const statx_timestamp& t) {
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(t.tv_sec) * 1000 +
+                                          t.tv_nsec / 1000000);
 }
 }  // namespace
 
-FileDates readFileDates(const QString& path)
-{
+FileDates readFileDates(const QString& path) {
     struct statx sx {};
     const QByteArray native = QFile::encodeName(path);
     if (statx(AT_FDCWD, native.constData(), 0, STATX_BTIME | STATX_MTIME, &sx) != 0) return {};
@@ -28,8 +27,7 @@ FileDates readFileDates(const QString& path)
     return dates;
 }
 
-bool setFileDates(const QString& path, const QDateTime& creation, const QDateTime& modification)
-{
+bool setFileDates(const QString& path, const QDateTime& creation, const QDateTime& modification) {
     const QDateTime when = modification.isValid() ? modification : creation;
     if (!when.isValid()) return false;
     const qint64 ms = when.toMSecsSinceEpoch();
@@ -50,8 +48,7 @@ bool setFileDates(const QString& path, const QDateTime& creation, const QDateTim
     return true;
 }
 
-qint64 fileSizeOf(const QString& path)
-{
+qint64 fileSizeOf(const QString& path) {
     struct stat st {};
     const QByteArray native = QFile::encodeName(path);
     if (stat(native.constData(), &st) != 0) return -1;

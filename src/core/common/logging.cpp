@@ -6,8 +6,7 @@ namespace {
 constexpr qsizetype kMaxLines = 2000;
 QtMessageHandler g_previousHandler = nullptr;
 
-void activityHandler(QtMsgType type, const QMessageLogContext& context, const QString& message)
-{
+void activityHandler(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (context.category && qstrcmp(context.category, "tagsmith") == 0) {
         ActivityLog::instance().append(message);
     }
@@ -15,26 +14,22 @@ void activityHandler(QtMsgType type, const QMessageLogContext& context, const QS
 }
 }  // namespace
 
-ActivityLog& ActivityLog::instance()
-{
+ActivityLog& ActivityLog::instance() {
     static ActivityLog* log = new ActivityLog;  // lives until exit; used from any thread
     return *log;
 }
 
-void ActivityLog::install()
-{
+void ActivityLog::install() {
     static std::once_flag once;
     std::call_once(once, [] { g_previousHandler = qInstallMessageHandler(activityHandler); });
 }
 
-QStringList ActivityLog::lines() const
-{
+QStringList ActivityLog::lines() const {
     std::lock_guard lock(m_mutex);
     return m_lines;
 }
 
-void ActivityLog::append(const QString& line)
-{
+void ActivityLog::append(const QString& line) {
     {
         std::lock_guard lock(m_mutex);
         m_lines.append(line);

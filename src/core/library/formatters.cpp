@@ -6,8 +6,7 @@
 #include <cstdio>
 #include <limits>
 
-char* size_to_unit(qint64 n, char* out_buffer)
-{
+char* size_to_unit(qint64 n, char* out_buffer) {
     constexpr int kBufferSize = 100;
     constexpr qint64 kKilo = 1000;
     constexpr qint64 kMega = kKilo * 1000;
@@ -39,14 +38,12 @@ char* size_to_unit(qint64 n, char* out_buffer)
     return out_buffer;
 }
 
-QString sizeText(qint64 n)
-{
+QString sizeText(qint64 n) {
     char buffer[100] = {};
     return QString::fromLatin1(size_to_unit(n, buffer));
 }
 
-quint64 sizeFormString(const QString& text)
-{
+quint64 sizeFormString(const QString& text) {
     if (text.isEmpty()) return 0;
     const QChar unit = text.back();
     // The leading decimal number of what stands before the unit; none reads 0.
@@ -70,8 +67,7 @@ quint64 sizeFormString(const QString& text)
     return static_cast<quint64>(value);
 }
 
-QString getMediaDuration(qint32 seconds)
-{
+QString getMediaDuration(qint32 seconds) {
     const qint32 h = seconds / 3600;
     const qint32 r = seconds % 3600;
     const qint32 m = r / 60;

@@ -1,7 +1,6 @@
 #include "core/library/ik_image_item.h"
 
-IKImageItem::RepresentationType IKImageItem::imageRepresentationType() const
-{
+IKImageItem::RepresentationType IKImageItem::imageRepresentationType() const {
     // Exact comparisons: a video whose kind word was replaced by the system's
     // kind text is shown through the generic preview.
     if (fileType == QLatin1String("Image")) return RepresentationType::Path;

@@ -14,9 +14,9 @@
 // starts as "Image". Field names are kept as the rest of the program knows
 // them, misspellings included.
 struct IKImageItem {
-    QImage fileImage;        // embedded artwork, or a camera item's thumbnail
-    QString fileImagePath;   // picture dropped on the photo view
-    QString filePath;        // full path; also the browser identity
+    QImage fileImage;                            // embedded artwork, or a camera item's thumbnail
+    QString fileImagePath;                       // picture dropped on the photo view
+    QString filePath;                            // full path; also the browser identity
     QString fileType = QStringLiteral("Image");  // "Image", "Movie", "Audio" or a kind text
     signed char bhasCopy = 0;
     QString hasCopy;

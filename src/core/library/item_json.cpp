@@ -4,29 +4,27 @@
 
 namespace {
 
-void putText(QJsonObject& o, const char* name, const QString& value)
-{
+void putText(QJsonObject& o, const char* name, const QString& value) {
     if (!value.isEmpty()) o.insert(QLatin1String(name), value);
 }
 
-void putDate(QJsonObject& o, const char* name, const QDateTime& value)
-{
+void putDate(QJsonObject& o, const char* name, const QDateTime& value) {
     if (!value.isValid()) return;
-    o.insert(QLatin1String(name), value.toOffsetFromUtc(value.offsetFromUtc()).toString(Qt::ISODate));
+    o.insert(QLatin1String(name),
+             value.toOffsetFromUtc(value.offsetFromUtc()).toString(Qt::ISODate));
 }
 
-void putNumber(QJsonObject& o, const char* name, double value)
-{
+void putNumber(QJsonObject& o, const char* name, double value) {
     if (value != 0.0) o.insert(QLatin1String(name), value);
 }
 
 }  // namespace
 
-QJsonObject itemToJson(const IKImageItem& i)
-{
+QJsonObject itemToJson(const IKImageItem& i) {
     QJsonObject o;
     if (!i.fileImage.isNull()) {
-        o.insert(QStringLiteral("fileImage"), QStringLiteral("%1x%2").arg(i.fileImage.width()).arg(i.fileImage.height()));
+        o.insert(QStringLiteral("fileImage"),
+                 QStringLiteral("%1x%2").arg(i.fileImage.width()).arg(i.fileImage.height()));
     }
     putText(o, "fileImagePath", i.fileImagePath);
     putText(o, "filePath", i.filePath);

@@ -18,8 +18,7 @@ namespace {
 constexpr int kMaxFolderDepth = 512;
 }  // namespace
 
-void fillFileFacts(IKImageItem& item)
-{
+void fillFileFacts(IKImageItem& item) {
     const QString& path = item.filePath;
     const qint64 size = fileSizeOf(path);
     if (size >= 0) item.fileSize = sizeText(size);
@@ -44,14 +43,14 @@ void fillFileFacts(IKImageItem& item)
         item.fileBitRate = QStringLiteral("%1 bps").arg(*facts.audioBitRate);
         item.audioDataRateStr = item.fileBitRate;
     }
-    if (facts.audioSampleRate) item.fileSampleRate = QStringLiteral("%1 Hz").arg(*facts.audioSampleRate);
+    if (facts.audioSampleRate)
+        item.fileSampleRate = QStringLiteral("%1 Hz").arg(*facts.audioSampleRate);
     if (facts.audioChannels) item.fileChannels = QString::number(*facts.audioChannels);
     if (facts.pixelHeight) item.filepixHeigh = *facts.pixelHeight;
     if (facts.pixelWidth) item.filePixWidth = *facts.pixelWidth;
 }
 
-IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical)
-{
+IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
     // Audio is asked first; a file of neither kind is skipped silently.
     if (isAudioPath(path)) {
         // Each audio format has its own reader; until they exist, audio files
@@ -69,8 +68,7 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical)
     return item;
 }
 
-void MediaImporter::importMediaItemsThreader(const QStringList& paths)
-{
+void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
     for (const QString& path : paths) {
         if (m_cancelled) break;
         const QFileInfo info(path);
@@ -87,16 +85,14 @@ void MediaImporter::importMediaItemsThreader(const QStringList& paths)
     }
 }
 
-void MediaImporter::ScanMediasItemWithinFolder(const QString& folder)
-{
+void MediaImporter::ScanMediasItemWithinFolder(const QString& folder) {
     m_visitedFolders.clear();
     QString top = folder;
     while (top.size() > 1 && top.endsWith(QLatin1Char('/'))) top.chop(1);
     scanFolder(top, 0);
 }
 
-void MediaImporter::scanFolder(const QString& folder, int depth)
-{
+void MediaImporter::scanFolder(const QString& folder, int depth) {
     const QString canonical = QFileInfo(folder).canonicalFilePath();
     if (canonical.isEmpty() || m_visitedFolders.contains(canonical)) {
         if (!canonical.isEmpty()) qCInfo(lcTagsmith) << "folder already scanned ==" << folder;
@@ -108,7 +104,8 @@ void MediaImporter::scanFolder(const QString& folder, int depth)
     }
     m_visitedFolders.insert(canonical);
 
-    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    QDirIterator entries(folder,
+                         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     while (entries.hasNext() && !m_cancelled) {
         entries.next();
         const QString path = folder + QLatin1Char('/') + entries.fileName();

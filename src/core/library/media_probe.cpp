@@ -15,8 +15,7 @@ namespace {
 
 // The library's own console chatter about damaged files is silenced; the
 // program logs what it decides instead.
-void quietLibraryLog()
-{
+void quietLibraryLog() {
     static std::once_flag once;
     std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
 }
@@ -26,8 +25,7 @@ struct FormatContext {
     ~FormatContext() { avformat_close_input(&ctx); }
 };
 
-bool streamsDescribed(const AVFormatContext* ctx)
-{
+bool streamsDescribed(const AVFormatContext* ctx) {
     for (unsigned i = 0; i < ctx->nb_streams; ++i) {
         const AVCodecParameters* p = ctx->streams[i]->codecpar;
         if (p->codec_type == AVMEDIA_TYPE_VIDEO && (p->width <= 0 || p->height <= 0)) return false;
@@ -38,8 +36,7 @@ bool streamsDescribed(const AVFormatContext* ctx)
 
 }  // namespace
 
-ProbeFacts probeMediaFile(const QString& path)
-{
+ProbeFacts probeMediaFile(const QString& path) {
     quietLibraryLog();
     ProbeFacts facts;
     FormatContext format;

@@ -5,8 +5,7 @@
 namespace {
 
 // Folds case and diacritics: decomposed, combining marks removed, case-folded.
-QString folded(const QString& text)
-{
+QString folded(const QString& text) {
     const QString decomposed = text.normalized(QString::NormalizationForm_D);
     QString out;
     out.reserve(decomposed.size());
@@ -21,11 +20,12 @@ QString folded(const QString& text)
     return out.toCaseFolded();
 }
 
-bool startsWithPunctuation(const QString& text) { return !text.isEmpty() && text.front().isPunct(); }
+bool startsWithPunctuation(const QString& text) {
+    return !text.isEmpty() && text.front().isPunct();
+}
 
 template <typename T>
-int compareNumbers(T a, T b, bool flag)
-{
+int compareNumbers(T a, T b, bool flag) {
     if (a == b) return 0;
     const int ascending = a > b ? 1 : -1;
     return flag ? ascending : -ascending;
@@ -33,36 +33,39 @@ int compareNumbers(T a, T b, bool flag)
 
 }  // namespace
 
-const char* mediaColumnIdentifier(MediaColumn column)
-{
+const char* mediaColumnIdentifier(MediaColumn column) {
     static const char* const ids[] = {"Name", "Size", "Time", "Type", "Artist", "Album", "Date"};
     return ids[static_cast<int>(column)];
 }
 
-const char* mediaColumnTitle(MediaColumn column)
-{
-    static const char* const titles[] = {"Media Name",   "Media Size",   "Media Length",
-                                         "Media Kind",   "Media Artist", "Media Album",
+const char* mediaColumnTitle(MediaColumn column) {
+    static const char* const titles[] = {"Media Name",        "Media Size",   "Media Length",
+                                         "Media Kind",        "Media Artist", "Media Album",
                                          "Media Created Date"};
     return titles[static_cast<int>(column)];
 }
 
-QString mediaCellText(const IKImageItem& item, MediaColumn column)
-{
+QString mediaCellText(const IKImageItem& item, MediaColumn column) {
     switch (column) {
-        case MediaColumn::Name: return item.fileName;
-        case MediaColumn::Size: return item.fileSize;
-        case MediaColumn::Time: return item.fileduratStr;
-        case MediaColumn::Type: return item.fileType;
-        case MediaColumn::Artist: return item.fileArist;
-        case MediaColumn::Album: return item.fileAblumName;
-        case MediaColumn::Date: return item.fileCreateDateStr;
+        case MediaColumn::Name:
+            return item.fileName;
+        case MediaColumn::Size:
+            return item.fileSize;
+        case MediaColumn::Time:
+            return item.fileduratStr;
+        case MediaColumn::Type:
+            return item.fileType;
+        case MediaColumn::Artist:
+            return item.fileArist;
+        case MediaColumn::Album:
+            return item.fileAblumName;
+        case MediaColumn::Date:
+            return item.fileCreateDateStr;
     }
     return {};
 }
 
-int compareMediaTexts(const QString& a, const QString& b, bool flag)
-{
+int compareMediaTexts(const QString& a, const QString& b, bool flag) {
     const int first = flag ? 1 : -1;  // the first value goes after the second
     if (a.isEmpty()) return first;
     if (b.isEmpty()) return -first;
@@ -75,25 +78,25 @@ int compareMediaTexts(const QString& a, const QString& b, bool flag)
     return flag ? 1 : -1;  // smaller or equal: never answers equal
 }
 
-int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn column, bool flag)
-{
+int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn column, bool flag) {
     switch (column) {
         case MediaColumn::Size:
             return compareNumbers(sizeFormString(a.fileSize), sizeFormString(b.fileSize), flag);
-        case MediaColumn::Time: return compareNumbers(a.fileduration, b.fileduration, flag);
+        case MediaColumn::Time:
+            return compareNumbers(a.fileduration, b.fileduration, flag);
         case MediaColumn::Date: {
             // A record without a date compares equal to any other.
             if (!a.fileCreateDate.isValid() || !b.fileCreateDate.isValid()) return 0;
             return compareNumbers(a.fileCreateDate.toMSecsSinceEpoch(),
                                   b.fileCreateDate.toMSecsSinceEpoch(), flag);
         }
-        default: return compareMediaTexts(mediaCellText(a, column), mediaCellText(b, column), flag);
+        default:
+            return compareMediaTexts(mediaCellText(a, column), mediaCellText(b, column), flag);
     }
 }
 
 void sortMediaItems(IKImageItemList& items,
-                    const std::function<int(const IKImageItem&, const IKImageItem&)>& cmp)
-{
+                    const std::function<int(const IKImageItem&, const IKImageItem&)>& cmp) {
     // Bottom-up merge sort: every index is checked against its run's end.
     const qsizetype n = items.size();
     IKImageItemList buffer(n);
@@ -102,7 +105,8 @@ void sortMediaItems(IKImageItemList& items,
             const qsizetype mid = std::min(lo + width, n);
             const qsizetype hi = std::min(lo + 2 * width, n);
             qsizetype i = lo, j = mid, k = lo;
-            while (i < mid && j < hi) buffer[k++] = cmp(*items[i], *items[j]) <= 0 ? items[i++] : items[j++];
+            while (i < mid && j < hi)
+                buffer[k++] = cmp(*items[i], *items[j]) <= 0 ? items[i++] : items[j++];
             while (i < mid) buffer[k++] = items[i++];
             while (j < hi) buffer[k++] = items[j++];
         }

@@ -27,4 +27,5 @@ int compareMediaTexts(const QString& a, const QString& b, bool flag);
 // A stable merge sort that stays within bounds whatever the comparator
 // answers (the text comparators are not consistent for equal values, which
 // a standard sort may not be given).
-void sortMediaItems(IKImageItemList& items, const std::function<int(const IKImageItem&, const IKImageItem&)>& cmp);
+void sortMediaItems(IKImageItemList& items,
+                    const std::function<int(const IKImageItem&, const IKImageItem&)>& cmp);

@@ -13,10 +13,11 @@ QString g_lastOutput;
 std::mutex g_mutex;
 }  // namespace
 
-bool haveTool(const QString& program) { return !QStandardPaths::findExecutable(program).isEmpty(); }
+bool haveTool(const QString& program) {
+    return !QStandardPaths::findExecutable(program).isEmpty();
+}
 
-bool runTool(const QString& program, const QStringList& args, int timeoutMs)
-{
+bool runTool(const QString& program, const QStringList& args, int timeoutMs) {
     QProcess p;
     p.setProcessChannelMode(QProcess::MergedChannels);
     p.start(program, args);
@@ -31,10 +32,11 @@ bool runTool(const QString& program, const QStringList& args, int timeoutMs)
     return p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
 }
 
-QString lastToolOutput() { return g_lastOutput; }
+QString lastToolOutput() {
+    return g_lastOutput;
+}
 
-QString fixtureDir()
-{
+QString fixtureDir() {
 #ifdef TAGSMITH_FIXTURE_DIR
     const QString dir = QStringLiteral(TAGSMITH_FIXTURE_DIR);
 #else
@@ -44,14 +46,15 @@ QString fixtureDir()
     return dir;
 }
 
-QString ffmpegFixture(const QString& name, const QStringList& ffmpegArgs)
-{
+QString ffmpegFixture(const QString& name, const QStringList& ffmpegArgs) {
     std::lock_guard lock(g_mutex);
     const QString path = fixtureDir() + QLatin1Char('/') + name;
     if (QFileInfo(path).size() > 0) return path;
     // Made under a temporary name so a half-written file is never reused.
     // Test processes run in parallel: each makes its own partial file.
-    const QString partial = fixtureDir() + QStringLiteral("/.partial-%1-").arg(QCoreApplication::applicationPid()) + name;
+    const QString partial =
+        fixtureDir() + QStringLiteral("/.partial-%1-").arg(QCoreApplication::applicationPid()) +
+        name;
     QStringList args{QStringLiteral("-y"), QStringLiteral("-v"), QStringLiteral("error")};
     args += ffmpegArgs;
     args += partial;
@@ -63,16 +66,24 @@ QString ffmpegFixture(const QString& name, const QStringList& ffmpegArgs)
     return QFile::rename(partial, path) ? path : QString();
 }
 
-QString clipFixture(const QString& name, int width, int height, double seconds)
-{
+QString clipFixture(const QString& name, int width, int height, double seconds) {
     const QString size = QStringLiteral("%1x%2").arg(width).arg(height);
     const QString duration = QString::number(seconds);
-    QStringList args{QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                     QStringLiteral("testsrc=size=%1:rate=25:duration=%2").arg(size, duration),
-                     QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                     QStringLiteral("sine=frequency=440:sample_rate=44100:duration=%1").arg(duration),
-                     QStringLiteral("-c:v"), QStringLiteral("libx264"), QStringLiteral("-pix_fmt"),
-                     QStringLiteral("yuv420p"), QStringLiteral("-c:a"), QStringLiteral("aac"),
-                     QStringLiteral("-shortest")};
+    QStringList args{
+        QStringLiteral("-f"),
+        QStringLiteral("lavfi"),
+        QStringLiteral("-i"),
+        QStringLiteral("testsrc=size=%1:rate=25:duration=%2").arg(size, duration),
+        QStringLiteral("-f"),
+        QStringLiteral("lavfi"),
+        QStringLiteral("-i"),
+        QStringLiteral("sine=frequency=440:sample_rate=44100:duration=%1").arg(duration),
+        QStringLiteral("-c:v"),
+        QStringLiteral("libx264"),
+        QStringLiteral("-pix_fmt"),
+        QStringLiteral("yuv420p"),
+        QStringLiteral("-c:a"),
+        QStringLiteral("aac"),
+        QStringLiteral("-shortest")};
     return ffmpegFixture(name, args);
 }

@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "core/library/media_import.h"
+#include "support/media_fixtures.h"
+
+namespace {
+
+class RecordingSink : public ImportSink {
+public:
+    void itemImported(const IKImageItemPtr& item) override { items.append(item); }
+    void pathFinished() override { ++finished; }
+    void folderImported(const QString& parent) override { folders.append(parent); }
+    void pathMissing(const QString& path) override { missing.append(path); }
+
+    QStringList names() const {
+        QStringList out;
+        for (const auto& i : items) out.append(i->fileName);
+        out.sort();
+        return out;
+    }
+
+    IKImageItemList items;
+    int finished = 0;
+    QStringList folders;
+    QStringList missing;
+};
+
+class MediaImportTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(tmp.isValid());
+        clip = clipFixture("import-clip.mp4", 160, 120, 1.0);
+        ASSERT_FALSE(clip.isEmpty()) << lastToolOutput().toStdString();
+    }
+    QString place(const QString& relative) {
+        const QString path = tmp.path() + "/" + relative;
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QFile::copy(clip, path);
+        return path;
+    }
+    QTemporaryDir tmp;
+    QString clip;
+};
+
+}  // namespace
+
+TEST_F(MediaImportTest, FolderScanReachesEveryDepthAndHiddenFilesAndSkipsOtherKinds) {
+    place("top.mp4");
+    place("a/b/c/deep.MOV");
+    place(".hidden/inside.m4v");
+    place("a/.secret.mkv");
+    place("a/photo.jpg");
+    place("a/readme");
+    place("a/song.mp3");  // audio is not listed until the audio readers exist
+    RecordingSink sink;
+    MediaImporter importer(sink);
+    importer.importMediaItemsThreader({tmp.path()});
+    EXPECT_EQ(sink.names(), (QStringList{".secret.mkv", "deep.MOV", "inside.m4v", "top.mp4"}));
+    EXPECT_EQ(sink.finished, 1);  // one path given, one refresh
+    EXPECT_EQ(sink.folders, QStringList{QFileInfo(tmp.path()).absolutePath()});
+}
+
+TEST_F(MediaImportTest, LinkCycleEndsAndLinkedFoldersAreScannedOnce) {
+    place("x/one.mp4");
+    ASSERT_TRUE(QFile::link(tmp.path() + "/x", tmp.path() + "/x/again"));
+    ASSERT_TRUE(QFile::link(tmp.path(), tmp.path() + "/x/up"));
+    RecordingSink sink;
+    MediaImporter importer(sink);
+    importer.ScanMediasItemWithinFolder(tmp.path());
+    EXPECT_EQ(sink.names(), QStringList{"one.mp4"});
+}
+
+TEST_F(MediaImportTest, FilesGivenDirectlyAreEachRefreshedAndMissingOnesReported) {
+    const QString a = place("a.mp4");
+    const QString img = place("b.png");
+    RecordingSink sink;
+    MediaImporter importer(sink);
+    importer.importMediaItemsThreader({a, img, tmp.path() + "/gone.mov", a});
+    // Importing the same file twice lists it twice.
+    ASSERT_EQ(sink.items.size(), 2);
+    EXPECT_EQ(sink.items[0]->filePath, a);
+    EXPECT_EQ(sink.finished, 4);  // skipped and missing paths refresh too
+    EXPECT_EQ(sink.missing, QStringList{tmp.path() + "/gone.mov"});
+    EXPECT_TRUE(sink.folders.isEmpty());
+}
+
+TEST_F(MediaImportTest, VideoRecordCarriesFileFactsAndProbedFacts) {
+    const QString path = place("facts.mp4");
+    const IKImageItemPtr item = MediaImporter::importFile(path, true);
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->fileName, "facts.mp4");
+    EXPECT_EQ(item->filePath, path);
+    EXPECT_EQ(item->fileType, "MPEG-4 video");  // the system's kind text replaces "Movie"
+    EXPECT_TRUE(item->fileSize.endsWith(" KB")) << item->fileSize.toStdString();
+    EXPECT_TRUE(item->fileCreateDate.isValid());
+    EXPECT_EQ(item->fileCreateDateStr.size(), 19);
+    EXPECT_NEAR(item->fileduration, 1.0, 0.1);
+    EXPECT_EQ(item->fileduratStr, "1s");
+    EXPECT_EQ(item->filePixWidth, 160);
+    EXPECT_EQ(item->filepixHeigh, 120);
+    EXPECT_EQ(item->fileSampleRate, "44100 Hz");
+    EXPECT_EQ(item->fileChannels, "1");
+    EXPECT_TRUE(item->fileBitRate.endsWith(" bps"));
+    EXPECT_EQ(item->audioDataRateStr, item->fileBitRate);
+}
+
+TEST_F(MediaImportTest, DamagedAndEmptyVideosKeepTheirFileFacts) {
+    const QString empty = tmp.path() + "/empty.mp4";
+    QFile(empty).open(QIODevice::WriteOnly);
+    const QString garbage = tmp.path() + "/garbage.mov";
+    {
+        QFile f(garbage);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray(4096, '\x7f'));
+    }
+    const QString truncated = tmp.path() + "/cut.mp4";
+    {
+        QFile src(clip);
+        ASSERT_TRUE(src.open(QIODevice::ReadOnly));
+        QFile f(truncated);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(src.read(src.size() / 3));
+    }
+    for (const QString& path : {empty, garbage, truncated}) {
+        const IKImageItemPtr item = MediaImporter::importFile(path, true);
+        ASSERT_TRUE(item) << path.toStdString();
+        EXPECT_FALSE(item->fileSize.isEmpty());
+        EXPECT_FALSE(item->fileType.isEmpty());
+    }
+}
