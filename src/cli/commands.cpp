@@ -7,13 +7,17 @@
 namespace {
 
 const char* const kUsage =
-    "Usage: tagsmith-cli COMMAND [OPTIONS] ...\n"
+    "Usage: tagsmith-cli [--verbose] COMMAND [OPTIONS] ...\n"
     "\n"
     "Reads and edits the metadata of video, audio and photo files.\n"
     "\n"
     "Commands:\n"
     "  info [--json] PATH...   Import files and folders (folders are scanned\n"
     "                          recursively) and print each media record as JSON.\n"
+    "\n"
+    "Options:\n"
+    "  -v, --verbose           also print informational log lines on stderr\n"
+    "  --version               print the version\n"
     "\n"
     "Run 'tagsmith-cli COMMAND --help' for the options of a command.\n";
 

@@ -1,8 +1,7 @@
 // tagsmith-cli: the program's core for scripting.
 #include <QCoreApplication>
+#include <QLoggingCategory>
 #include <QStringList>
-
-#include <cstdio>
 
 #include "cli/commands.h"
 
@@ -13,5 +12,13 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(TAGSMITH_VERSION));
     QStringList args = QCoreApplication::arguments();
     args.removeFirst();
+    // Informational log lines (skipped folders, unreadable files) only with
+    // --verbose; warnings always reach stderr.
+    if (!args.isEmpty() &&
+        (args.first() == QLatin1String("--verbose") || args.first() == QLatin1String("-v"))) {
+        args.removeFirst();
+    } else {
+        QLoggingCategory::setFilterRules(QStringLiteral("tagsmith.info=false"));
+    }
     return runCommand(args);
 }

@@ -73,7 +73,7 @@ void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
         if (m_cancelled) break;
         const QFileInfo info(path);
         if (!info.exists()) {
-            qCWarning(lcTagsmith) << "import: no such file or folder ==" << path;
+            qCInfo(lcTagsmith) << "import: no such file or folder ==" << path;
             m_sink.pathMissing(path);
         } else if (info.isDir()) {
             ScanMediasItemWithinFolder(path);

@@ -1,0 +1,131 @@
+#!/usr/bin/env python3
+"""tagsmith-cli info, end to end: files made with ffmpeg and sox, the printed
+records checked against ffprobe's view of the same files."""
+
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CLI = os.environ.get("TAGSMITH_CLI", "tagsmith-cli")
+
+
+def run(*args, check=True):
+    return subprocess.run(args, capture_output=True, text=True, check=check, timeout=300)
+
+
+def ffmpeg(*args):
+    run("ffmpeg", "-y", "-v", "error", *args)
+
+
+def ffprobe(path):
+    out = run("ffprobe", "-v", "error", "-show_format", "-show_streams", "-of", "json", path).stdout
+    return json.loads(out)
+
+
+def size_text(n):
+    # The list's size text, computed the way the program does (single precision).
+    import struct
+
+    def f32(x):
+        return struct.unpack("f", struct.pack("f", x))[0]
+
+    if n <= 999:
+        return "%d bytes" % n
+    v = f32(f32(float(n)) / 1000.0)
+    for unit, limit in (("KB", 10**6), ("MB", 10**9), ("GB", 10**12)):
+        if n < limit:
+            return "%.2f %s" % (v, unit)
+        v = f32(v / 1000.0)
+    return "%.2f TB" % v
+
+
+class CliInfoTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.tmp = tempfile.TemporaryDirectory()
+        root = cls.tmp.name
+        os.makedirs(os.path.join(root, "nested", "deeper"))
+        cls.h264 = os.path.join(root, "h264.mp4")
+        ffmpeg("-f", "lavfi", "-i", "testsrc=size=320x240:rate=25:duration=2",
+               "-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000:duration=2",
+               "-ac", "2", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-b:a", "96k",
+               "-shortest", cls.h264)
+        cls.mov = os.path.join(root, "nested", "deeper", "Portrait.MOV")
+        ffmpeg("-f", "lavfi", "-i", "testsrc=size=180x320:rate=30:duration=3.5",
+               "-c:v", "mpeg4", cls.mov)
+        cls.mkv = os.path.join(root, "nested", "stereo.mkv")
+        ffmpeg("-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=61",
+               "-f", "lavfi", "-i", "sine=sample_rate=22050:duration=61",
+               "-c:v", "libx264", "-preset", "ultrafast", "-c:a", "libvorbis", "-shortest", cls.mkv)
+        # Neither kind, and audio (not listed until the audio readers exist).
+        with open(os.path.join(root, "notes.txt"), "w") as f:
+            f.write("not media\n")
+        run("sox", "-n", "-r", "8000", os.path.join(root, "nested", "tone.wav"), "synth", "0.5", "sine", "300")
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.tmp.cleanup()
+
+    def info(self, *paths, check=True):
+        result = run(CLI, "info", "--json", *paths, check=False)
+        if check:
+            self.assertEqual(result.returncode, 0, result.stderr)
+        return result, json.loads(result.stdout)
+
+    def test_folder_import_matches_ffprobe(self):
+        _, records = self.info(self.tmp.name)
+        by_name = {r["fileName"]: r for r in records}
+        self.assertEqual(sorted(by_name), ["Portrait.MOV", "h264.mp4", "stereo.mkv"])
+        for path in (self.h264, self.mov, self.mkv):
+            rec = by_name[os.path.basename(path)]
+            probe = ffprobe(path)
+            self.assertEqual(rec["filePath"], path)
+            self.assertEqual(rec["fileSize"], size_text(os.path.getsize(path)))
+            self.assertAlmostEqual(rec["fileduration"], float(probe["format"]["duration"]), places=2)
+            seconds = int(float(probe["format"]["duration"]))
+            expected = "%ds" % seconds if seconds < 60 else "%dm:%ds" % (seconds // 60, seconds % 60)
+            self.assertEqual(rec["fileduratStr"], expected)
+            video = next(s for s in probe["streams"] if s["codec_type"] == "video")
+            self.assertEqual(rec["filePixWidth"], video["width"])
+            self.assertEqual(rec["filepixHeigh"], video["height"])
+            audio = [s for s in probe["streams"] if s["codec_type"] == "audio"]
+            if audio:
+                self.assertEqual(rec["fileSampleRate"], "%s Hz" % audio[0]["sample_rate"])
+                self.assertEqual(rec["fileChannels"], str(audio[0]["channels"]))
+                if "bit_rate" in audio[0]:
+                    self.assertEqual(rec["fileBitRate"], "%s bps" % audio[0]["bit_rate"])
+            else:
+                self.assertNotIn("fileSampleRate", rec)
+                self.assertNotIn("fileBitRate", rec)
+            self.assertRegex(rec["fileCreateDateStr"], r"^\d{4}:\d\d:\d\d \d\d:\d\d:\d\d$")
+            self.assertNotEqual(rec["fileType"], "")
+        self.assertEqual(by_name["h264.mp4"]["fileType"], "MPEG-4 video")
+        self.assertEqual(by_name["stereo.mkv"]["fileduratStr"], "1m:1s")
+
+    def test_only_non_empty_fields_are_printed(self):
+        _, records = self.info(self.mov)
+        self.assertEqual(len(records), 1)
+        for key, value in records[0].items():
+            self.assertNotIn(value, ("", 0, None, False), key)
+        self.assertNotIn("fileTitle", records[0])
+
+    def test_missing_path_is_reported_and_the_rest_printed(self):
+        missing = os.path.join(self.tmp.name, "no-such-file.mp4")
+        result, records = self.info(missing, self.h264, check=False)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("no-such-file.mp4", result.stderr)
+        self.assertEqual([r["fileName"] for r in records], ["h264.mp4"])
+
+    def test_usage_errors(self):
+        self.assertEqual(run(CLI, "info", check=False).returncode, 2)
+        self.assertEqual(run(CLI, "info", "--bogus", self.h264, check=False).returncode, 2)
+        self.assertEqual(run(CLI, "frobnicate", check=False).returncode, 2)
+        self.assertIn("info", run(CLI, "--help").stdout)
+        self.assertIn("--json", run(CLI, "info", "--help").stdout)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
