@@ -10,7 +10,7 @@
 namespace {
 
 const char* const kInfoHelp =
-    "Usage: tagsmith-cli info [--json] PATH...\n"
+    "Usage: tagsmith-cli info [--json] [--items] PATH...\n"
     "\n"
     "Imports the given files and folders as the editor's list does (folders\n"
     "recursively, files of other kinds skipped) and prints one JSON array with\n"
@@ -18,6 +18,9 @@ const char* const kInfoHelp =
     "fields under their field names (fileName, fileSize, fileduration, ...).\n"
     "\n"
     "  --json    the output form (the default and, for now, the only one)\n"
+    "  --items   add each file's metadata items in container order, under\n"
+    "            \"items\": identifier, keySpace, key, value, dataType, language\n"
+    "            (pictures and other binary values as {\"bytes\": N})\n"
     "\n"
     "A path that does not exist is reported on stderr and makes the exit code\n"
     "1; the other paths are still printed.\n";
@@ -39,6 +42,7 @@ public:
 int runInfo(const QStringList& args) {
     QStringList paths;
     bool optionsEnded = false;
+    bool withItems = false;
     for (const QString& arg : args) {
         if (!optionsEnded && arg == QLatin1String("--")) {
             optionsEnded = true;
@@ -47,6 +51,8 @@ int runInfo(const QStringList& args) {
             std::fputs(kInfoHelp, stdout);
             return 0;
         } else if (!optionsEnded && arg == QLatin1String("--json")) {
+        } else if (!optionsEnded && arg == QLatin1String("--items")) {
+            withItems = true;
         } else if (!optionsEnded && arg.startsWith(QLatin1Char('-')) && arg.size() > 1) {
             std::fprintf(stderr, "tagsmith-cli info: unknown option '%s'\n\n%s", qPrintable(arg),
                          kInfoHelp);
@@ -65,7 +71,12 @@ int runInfo(const QStringList& args) {
     importer.importMediaItemsThreader(paths);
 
     QJsonArray array;
-    for (const IKImageItemPtr& item : sink.items) array.append(itemToJson(*item));
+    for (const IKImageItemPtr& item : sink.items) {
+        QJsonObject record = itemToJson(*item);
+        if (withItems)
+            record.insert(QStringLiteral("items"), metadataItemsToJson(item->fileMetaArray));
+        array.append(record);
+    }
     const QByteArray json = QJsonDocument(array).toJson(QJsonDocument::Indented);
     std::fwrite(json.constData(), 1, static_cast<size_t>(json.size()), stdout);
     return sink.missing ? 1 : 0;

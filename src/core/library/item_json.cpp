@@ -1,7 +1,5 @@
 #include "core/library/item_json.h"
 
-#include <QJsonArray>
-
 namespace {
 
 void putText(QJsonObject& o, const char* name, const QString& value) {
@@ -102,4 +100,24 @@ QJsonObject itemToJson(const IKImageItem& i) {
     };
     for (const auto& [name, value] : more) putText(o, name, *value);
     return o;
+}
+
+QJsonArray metadataItemsToJson(const QList<MetadataItem>& items) {
+    QJsonArray out;
+    for (const MetadataItem& m : items) {
+        QJsonObject o;
+        o.insert(QStringLiteral("identifier"), m.identifier);
+        o.insert(QStringLiteral("keySpace"), m.keySpace);
+        o.insert(QStringLiteral("key"), QString::fromLatin1(m.key));
+        if (m.value.typeId() == QMetaType::QByteArray) {
+            o.insert(QStringLiteral("value"),
+                     QJsonObject{{QStringLiteral("bytes"), m.value.toByteArray().size()}});
+        } else {
+            o.insert(QStringLiteral("value"), QJsonValue::fromVariant(m.value));
+        }
+        putText(o, "dataType", m.dataType);
+        putText(o, "language", m.language);
+        out.append(o);
+    }
+    return out;
 }
