@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QString>
+
+#include "core/video/metadata_item.h"
+#include "core/video/video_export.h"
+
+// The metadata items the video writers make, and the rules that combine
+// them with a file's existing items.
+namespace VideoItems {
+
+inline const QString kUisoDate = QStringLiteral("uiso/date");
+inline const QString kUdtaDate = QStringLiteral("udta/date");
+inline const QString kQuickTimeCreationDate =
+    QStringLiteral("mdta/com.apple.quicktime.creationdate");
+inline const QString kItunesTitle = QStringLiteral("itsk/%A9nam");
+inline const QString kId3Title = QStringLiteral("id3/TIT2");
+
+MetadataItem make(const QString& keySpace, const QString& key, const QString& identifier,
+                  const QVariant& value);
+
+MetadataItem title(const QString& text);
+MetadataItem album(const QString& text);
+MetadataItem artist(const QString& text);
+MetadataItem director(const QString& text);
+MetadataItem performer(const QString& text);
+MetadataItem producer(const QString& text);
+MetadataItem publisher(const QString& text);
+MetadataItem copyrights(const QString& text);
+MetadataItem description(const QString& text);
+// The keywords as UTF-8 bytes, raw data type, language "und".
+MetadataItem keywords(const QString& text);
+// The keyword list of the 3GPP user data (used to clear keywords).
+MetadataItem keywordList(const QString& text);
+// TIFF data of the picture; a null picture gives empty data.
+MetadataItem artwork(const QImage& picture);
+MetadataItem location(const QString& iso6709);
+
+bool isDateIdentifier(const QString& identifier);
+
+// The location value: each part gets a "+" in front unless it holds a "-",
+// and the three are joined with nothing between (no padding, no "/").
+QString locationText(const QString& latitude, const QString& longitude, const QString& altitude);
+
+// Date items for a new date text: one item of the same identifier for every
+// existing date item, or one "uiso/date" when there is none. Tells whether
+// a QuickTime creation date was among the existing ones.
+QList<MetadataItem> dateItems(const QList<MetadataItem>& existing, const QString& dateText,
+                              bool* rewroteQuickTimeDate);
+
+// The identifier an item gets in a file of the given type: "common" items
+// take the type's native form (iTunes items, or QuickTime keys for movies).
+QString nativeIdentifier(const MetadataItem& item, VideoFileType type);
+
+// New items first, then every existing item whose identifier no new item
+// has (compared in the output type's native form), in its existing order.
+QList<MetadataItem> merge(const QList<MetadataItem>& newItems, const QList<MetadataItem>& existing,
+                          VideoFileType type);
+
+}  // namespace VideoItems

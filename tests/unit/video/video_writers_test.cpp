@@ -1,0 +1,296 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#include "core/common/dates.h"
+#include "core/common/desktop_integration.h"
+#include "core/video/video_items.h"
+#include "core/video/video_writers.h"
+
+namespace {
+
+MetadataItem existingItem(const QString& identifier, const QString& value) {
+    const qsizetype slash = identifier.indexOf('/');
+    return VideoItems::make(identifier.left(slash), identifier.mid(slash + 1), identifier, value);
+}
+
+QStringList identifiers(const QList<MetadataItem>& items) {
+    QStringList out;
+    for (const auto& i : items) out.append(i.identifier);
+    return out;
+}
+
+QString valueOf(const QList<MetadataItem>& items, const QString& identifier) {
+    for (const auto& i : items) {
+        if (i.identifier == identifier) return i.value.toString();
+    }
+    return "<none>";
+}
+
+IKImageItem videoAt(const QString& path) {
+    IKImageItem item;
+    item.filePath = path;
+    item.fileName = QFileInfo(path).fileName();
+    return item;
+}
+
+const StorageContext kStorage{"/store", false, ""};
+
+}  // namespace
+
+TEST(VideoItems, LocationTextSignsEachPartAndPadsNothing) {
+    EXPECT_EQ(VideoItems::locationText("12.5", "-3.25", ""), "+12.5-3.25+");
+    EXPECT_EQ(VideoItems::locationText("-33.8688", "151.2093", "5"), "-33.8688+151.2093+5");
+    EXPECT_EQ(VideoItems::locationText("1", "2", "-7.5"), "+1+2-7.5");
+}
+
+TEST(VideoItems, MergeKeepsUnreplacedItemsAfterTheNewOnes) {
+    const QList<MetadataItem> existing{
+        existingItem("itsk/%A9nam", "old title"), existingItem("itsk/%A9pub", "old publisher"),
+        existingItem("mdta/com.apple.quicktime.publisher", "qt publisher"),
+        existingItem("udta/%A9cmt", "comment")};
+    const QList<MetadataItem> merged =
+        VideoItems::merge({VideoItems::title("new"), VideoItems::publisher("pub")}, existing,
+                          VideoFileType::AppleM4V);
+    // A common item replaces the output type's native item of the same meaning.
+    EXPECT_EQ(identifiers(merged),
+              (QStringList{"itsk/%A9nam", "common/publisher", "mdta/com.apple.quicktime.publisher",
+                           "udta/%A9cmt"}));
+    EXPECT_EQ(merged[0].value.toString(), "new");
+    const QList<MetadataItem> asMovie =
+        VideoItems::merge({VideoItems::publisher("pub")}, existing, VideoFileType::QuickTimeMovie);
+    EXPECT_EQ(identifiers(asMovie),
+              (QStringList{"common/publisher", "itsk/%A9nam", "itsk/%A9pub", "udta/%A9cmt"}));
+}
+
+TEST(VideoWriters, EditorSaveWritesOnlyChangedFieldsOfEditedGroups) {
+    VideoEditorState e;
+    e.basicInfoChange = true;
+    e.mediaTitle = "New title";
+    e.oldMovieTitle = "Old title";
+    e.mediaArtist = e.oldMovieArtist = "Same artist";
+    e.mediaMake = "A director";          // the director field
+    e.mediaReleaseYear = "A publisher";  // changed, but its group was not edited
+    const QList<MetadataItem> existing{
+        existingItem("itsk/%A9nam", "Old title"),
+        existingItem("mdta/com.apple.quicktime.creationdate", "2001")};
+    const VideoWriteJob job =
+        SaveChangedVideoExifDateAction(videoAt("/in/clip.mp4"), e, existing, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"itsk/%A9nam", "mdta/com.apple.quicktime.director",
+                           "mdta/com.apple.quicktime.creationdate"}));
+    EXPECT_EQ(valueOf(job.request.metadata, "itsk/%A9nam"), "New title");
+    EXPECT_EQ(job.request.outputPath, "/store/clip.mp4");
+    EXPECT_EQ(job.request.fileType, VideoFileType::AppleM4V);
+    EXPECT_EQ(job.fallbackCopyPath, "/store/clip.mp4");
+    EXPECT_FALSE(job.newDate.isValid());  // created date unchanged: the source's own dates
+}
+
+TEST(VideoWriters, UnchangedSaveStillReexportsWithLocationAndArtwork) {
+    VideoEditorState e;
+    e.mediaLatitude = "48.8566";
+    e.mediaLongtitude = "2.3522";
+    e.imageIsPlaceholder = false;
+    e.mediaImage = QImage(4, 4, QImage::Format_RGB32);
+    e.mediaImage.fill(Qt::red);
+    const VideoWriteJob job = SaveChangedVideoExifDateAction(videoAt("/in/a.mov"), e, {}, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/loci", "common/artwork"}));
+    EXPECT_EQ(valueOf(job.request.metadata, "uiso/loci"), "+48.8566+2.3522+");
+    const QByteArray tiff = job.request.metadata[1].value.toByteArray();
+    EXPECT_TRUE(tiff.startsWith("II*") || tiff.startsWith("MM")) << "artwork is TIFF data";
+}
+
+TEST(VideoWriters, ShootDateRewritesEveryDateItemAndPicksTheOutputType) {
+    VideoEditorState e;
+    e.cameraInfoChange = true;
+    e.mediaShootDate = "2022:02:02 10:00:00";
+    const QList<MetadataItem> withQuickTime{
+        existingItem("uiso/date", "a"), existingItem("udta/date", "b"),
+        existingItem("mdta/com.apple.quicktime.creationdate", "c")};
+    VideoWriteJob job =
+        SaveChangedVideoExifDateAction(videoAt("/in/x.mp4"), e, withQuickTime, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"uiso/date", "udta/date", "mdta/com.apple.quicktime.creationdate"}));
+    for (const auto& i : job.request.metadata) EXPECT_EQ(i.value.toString(), e.mediaShootDate);
+    EXPECT_EQ(job.request.fileType, VideoFileType::QuickTimeMovie);  // whatever the extension
+
+    job = SaveChangedVideoExifDateAction(videoAt("/in/x.mov"), e,
+                                         {existingItem("itsk/%A9nam", "t")}, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/date", "itsk/%A9nam"}));
+    EXPECT_EQ(job.request.fileType, VideoFileType::AppleM4V);
+
+    // The same shoot date as before writes no date item at all.
+    e.oldMovieShootDate = e.mediaShootDate;
+    job = SaveChangedVideoExifDateAction(videoAt("/in/x.mov"), e, withQuickTime, kStorage);
+    EXPECT_EQ(job.request.fileType, VideoFileType::AppleM4V);
+    EXPECT_EQ(valueOf(job.request.metadata, "uiso/date"), "a");
+}
+
+TEST(VideoWriters, ChangedCreatedDateSetsBothFileDates) {
+    VideoEditorState e;
+    e.mediaCreatedDate = "2015:06:07 08:09:10";
+    VideoWriteJob job = SaveChangedVideoExifDateAction(videoAt("/in/x.mp4"), e, {}, kStorage);
+    EXPECT_EQ(job.newDate, dateFromText("2015:06:07 08:09:10"));
+    e.mediaCreatedDate = "not a date";
+    job = SaveChangedVideoExifDateAction(videoAt("/in/x.mp4"), e, {}, kStorage);
+    EXPECT_FALSE(job.newDate.isValid());
+}
+
+TEST(VideoWriters, ImportedDictionaryUsesItsKeysAndCameraDate) {
+    VideoEditorState remembered;
+    remembered.oldMovieTitle = "Same";
+    const QVariantMap exif{
+        {"Title", "Same"},  {"Artist", "New artist"}, {"Camera Date", "2010:01:01 00:00:00"},
+        {"Latitude", "10"}, {"Longitude", "20"},      {"Publisher", "ignored"}};
+    const VideoWriteJob job =
+        ReloadChangedVideoExifDateAction(videoAt("/in/v.m4v"), exif, remembered, {}, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"itsk/%A9ART", "uiso/date", "uiso/loci"}));
+    EXPECT_EQ(job.newDate, dateFromText("2010:01:01 00:00:00"));
+}
+
+TEST(VideoWriters, XmpBatchWritesUniversalTimeAndReplacesTheSource) {
+    const QDateTime when(QDate(2021, 3, 4), QTime(5, 6, 7), QTimeZone::utc());
+    EXPECT_EQ(xmpDateText(when), "2021:03:04 05:06:07");
+    EXPECT_EQ(xmpDateText(when.toLocalTime()), "2021:03:04 05:06:07");
+    EXPECT_EQ(xmpDateText(QDateTime()), "");
+    const VideoWriteJob job =
+        SaveChangedVideoExifWith("/in/s.mov", "T", "", "1", "2", when, {}, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"itsk/%A9nam", "uiso/date", "uiso/loci"}));
+    EXPECT_TRUE(job.replaceSource);
+    EXPECT_TRUE(job.fallbackCopyPath.isEmpty());
+    const VideoWriteJob undated =
+        SaveChangedVideoExifWith("/in/s.mov", "", "", "", "", QDateTime(), {}, kStorage);
+    EXPECT_TRUE(undated.request.metadata.isEmpty());
+}
+
+TEST(VideoWriters, BatchDateChangeReplacesDateItemsInPlace) {
+    const QList<MetadataItem> existing{
+        existingItem("itsk/%A9nam", "t"), existingItem("udta/date", "old"),
+        existingItem("mdta/com.apple.quicktime.creationdate", "old")};
+    VideoWriteJob job =
+        SetVideoFileWithFilePath("/in/a.mp4", "/out/a.mp4", "2000:01:01 00:00:00", existing);
+    ASSERT_EQ(job.request.metadata.size(), 3);
+    EXPECT_EQ(job.request.metadata[0].identifier, "itsk/%A9nam");
+    for (int i : {1, 2}) {
+        EXPECT_EQ(job.request.metadata[i].keySpace, "uiso");
+        EXPECT_TRUE(job.request.metadata[i].identifier.isEmpty());
+    }
+    EXPECT_EQ(job.request.fileType, VideoFileType::QuickTimeMovie);
+    job = SetVideoFileWithFilePath("/in/a.mp4", "/out/a.mp4", "2000:01:01 00:00:00", {existing[0]});
+    EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"itsk/%A9nam", "uiso/date"}));
+}
+
+TEST(VideoWriters, RemovalEmptiesHeldFieldsAndMirrorsFolders) {
+    IKImageItem item = videoAt("/media/trip/day1/a.mov");
+    item.fileTitle = "t";
+    item.fileKeyWords = "k";
+    item.shootDateStr = "2020";
+    item.filelatitude = 33.8;
+    item.filelongtitude = 151.2;
+    const StorageContext folder{"/store", true, "/media"};
+    VideoWriteJob job = RemoveVideoExifDateAction(item, {}, {}, folder);
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"itsk/%A9nam", "uiso/kywd", "uiso/date", "uiso/loci"}));
+    for (const auto& i : job.request.metadata) EXPECT_TRUE(i.value.toString().isEmpty());
+    EXPECT_EQ(job.request.fileType, VideoFileType::AppleM4V);
+    EXPECT_EQ(job.fallbackCopyPath, "/store/a.mov");
+    // A southern or western position is left in place.
+    item.filelatitude = 0.0;
+    job = RemoveVideoExifDateAction(item, {}, {}, kStorage);
+    EXPECT_FALSE(identifiers(job.request.metadata).contains("uiso/loci"));
+    EXPECT_EQ(job.request.outputPath, "/store/a.mov");
+}
+
+TEST(VideoWriters, MirroredOutputPathCreatesSubFolders) {
+    QTemporaryDir tmp;
+    const QString out = mirroredOutputPath(tmp.path(), "/media/trip/day1/a.mov", true, "/media");
+    EXPECT_EQ(out, tmp.path() + "/trip/day1/a.mov");
+    EXPECT_TRUE(QDir(tmp.path() + "/trip/day1").exists());
+    // A file outside the imported folder keeps its whole path.
+    EXPECT_EQ(mirroredOutputPath(tmp.path(), "/elsewhere/b.mov", true, "/media"),
+              tmp.path() + "/elsewhere/b.mov");
+    EXPECT_EQ(mirroredOutputPath("/s", "/x/y/c.mp4", false, ""), "/s/c.mp4");
+}
+
+class VideoWriteJobTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        auto recorder = std::make_unique<RecordingDesktopIntegration>();
+        desktop = recorder.get();
+        DesktopIntegration::setInstance(std::move(recorder));
+        source = tmp.path() + "/src.mov";
+        QFile f(source);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("source bytes");
+        f.close();
+        setFileDates(source, QDateTime(), dateFromText("2012:12:12 12:12:12"));
+    }
+    VideoWriteJob job(const QString& output) {
+        VideoWriteJob j;
+        j.request.sourcePath = source;
+        j.request.outputPath = output;
+        j.sourceDates = readFileDates(source);
+        return j;
+    }
+    QTemporaryDir tmp;
+    QString source;
+    RecordingDesktopIntegration* desktop = nullptr;
+};
+
+TEST_F(VideoWriteJobTest, CompletedExportGetsDatesAndIsRevealed) {
+    const QString out = tmp.path() + "/out.mov";
+    QFile(out).open(QIODevice::WriteOnly);  // an older output is removed first
+    VideoWriteJob j = job(out);
+    j.newDate = dateFromText("2020:02:02 02:02:02");
+    bool existedDuringExport = true;
+    const auto status = runVideoWriteJob(j, tmp.path(), [&](const PassthroughExport& e) {
+        existedDuringExport = QFile::exists(e.outputPath);
+        QFile::copy(e.sourcePath, e.outputPath);
+        return ExportStatus::Completed;
+    });
+    EXPECT_EQ(status, ExportStatus::Completed);
+    EXPECT_FALSE(existedDuringExport);
+    EXPECT_EQ(readFileDates(out).modification, j.newDate);
+    EXPECT_EQ(desktop->revealed, QStringList{out});
+}
+
+TEST_F(VideoWriteJobTest, FailedExportFallsBackToACopyWithTheSourceDates) {
+    const QString out = tmp.path() + "/out.mov";
+    const VideoWriteJob j = [&] {
+        VideoWriteJob v = job(out);
+        v.fallbackCopyPath = out;
+        return v;
+    }();
+    runVideoWriteJob(j, tmp.path(), [](const PassthroughExport&) { return ExportStatus::Failed; });
+    QFile copy(out);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), "source bytes");
+    EXPECT_EQ(readFileDates(out).modification, dateFromText("2012:12:12 12:12:12"));
+    EXPECT_EQ(desktop->revealed, QStringList{out});
+}
+
+TEST_F(VideoWriteJobTest, ReplacingWriterMovesTheOutputOverTheSourceOnlyOnSuccess) {
+    const QString out = tmp.path() + "/out.mov";
+    VideoWriteJob j = job(out);
+    j.replaceSource = true;
+    j.reveal = false;
+    runVideoWriteJob(j, tmp.path(), [](const PassthroughExport&) { return ExportStatus::Failed; });
+    EXPECT_TRUE(QFile::exists(source));
+    EXPECT_FALSE(QFile::exists(out));
+    runVideoWriteJob(j, tmp.path(), [](const PassthroughExport& e) {
+        QFile f(e.outputPath);
+        f.open(QIODevice::WriteOnly);
+        f.write("new bytes");
+        return ExportStatus::Completed;
+    });
+    QFile replaced(source);
+    ASSERT_TRUE(replaced.open(QIODevice::ReadOnly));
+    EXPECT_EQ(replaced.readAll(), "new bytes");
+    EXPECT_FALSE(QFile::exists(out));
+    EXPECT_TRUE(desktop->revealed.isEmpty());
+}
