@@ -1,0 +1,169 @@
+#include "core/video/video_tools.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include "core/common/dates.h"
+#include "core/common/desktop_integration.h"
+#include "core/common/logging.h"
+#include "core/video/video_items.h"
+
+namespace {
+
+using namespace VideoItems;
+
+VideoWriteJob exportJob(const IKImageItem& item, QList<MetadataItem> items,
+                        const StorageContext& storage) {
+    VideoWriteJob job;
+    job.request.sourcePath = item.filePath;
+    job.request.outputPath = videoToolOutputFolder(item, storage) + QLatin1Char('/') +
+                             QFileInfo(item.filePath).fileName();
+    job.request.metadata = std::move(items);
+    job.request.fileType = VideoFileType::QuickTimeMovie;
+    job.sourceDates = readFileDates(item.filePath);
+    job.fallbackCopyPath = job.request.outputPath;
+    return job;
+}
+
+// Every date item replaced by a 3GPP date without identifier; one 3GPP date
+// item (with its identifier) added when the file has none.
+QList<MetadataItem> withRecordedDate(const QList<MetadataItem>& existing, const QString& dateText) {
+    QList<MetadataItem> items;
+    bool replaced = false;
+    for (const MetadataItem& m : existing) {
+        if (isDateIdentifier(m.identifier)) {
+            items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), QString(), dateText));
+            replaced = true;
+        } else {
+            items.append(m);
+        }
+    }
+    if (!replaced)
+        items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), kUisoDate, dateText));
+    return items;
+}
+
+bool copyWithDates(const QString& source, const QString& target, const QDateTime& creation,
+                   const QDateTime& modification, const QString& storageRoot) {
+    QFile::remove(target);
+    if (!QFile::copy(source, target)) {
+        qCWarning(lcTagsmith) << "cannot copy" << source << "to" << target;
+        return false;
+    }
+    setFileDates(target, creation, modification);
+    DesktopIntegration::instance().revealFile(target, storageRoot);
+    return true;
+}
+
+}  // namespace
+
+QString videoToolOutputFolder(const IKImageItem& item, const StorageContext& storage) {
+    if (!storage.bImportLocalFolder) return storage.storagelocation;
+    const QString mirrored =
+        mirroredOutputPath(storage.storagelocation, item.filePath, true, storage.bImportLocalPath);
+    return QFileInfo(mirrored).absolutePath();
+}
+
+bool CopyvideoTitletoFileNameAction(const IKImageItem& item, const StorageContext& storage) {
+    QString title = item.fileTitle.trimmed();
+    title.replace(QLatin1Char('/'), QLatin1Char('-'));  // a title is one file name, not a path
+    if (title.isEmpty() || title == QLatin1String(".") || title == QLatin1String("..")) {
+        qCInfo(lcTagsmith) << "no title to name the copy after ==" << item.filePath;
+        return false;
+    }
+    const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') + title +
+                           QLatin1Char('.') + QFileInfo(item.filePath).suffix();
+    const FileDates dates = readFileDates(item.filePath);
+    return copyWithDates(item.filePath, target, dates.creation, dates.modification,
+                         storage.storagelocation);
+}
+
+VideoWriteJob CopyvideofilenametoTitleAction(const IKImageItem& item,
+                                             const QList<MetadataItem>& existing,
+                                             const StorageContext& storage) {
+    const QString titleText = QFileInfo(item.filePath).completeBaseName();
+    QList<MetadataItem> items;
+    bool replaced = false;
+    for (const MetadataItem& m : existing) {
+        if (m.identifier == kId3Title || m.identifier == kItunesTitle) {
+            items.append(title(titleText));
+            replaced = true;
+        } else {
+            items.append(m);
+        }
+    }
+    if (!replaced) items.append(title(titleText));
+    return exportJob(item, items, storage);
+}
+
+VideoWriteJob ClickCopyVideoCreatedDateToCameraDateAction(const IKImageItem& item,
+                                                          const QList<MetadataItem>& existing,
+                                                          const StorageContext& storage) {
+    QString text = dateText(readFileDates(item.filePath).creation);
+    text.replace(QLatin1Char('-'), QLatin1Char(':'));
+    return exportJob(item, withRecordedDate(existing, text), storage);
+}
+
+QString dateTextFromFileName(const QString& fileName) {
+    static const QRegularExpression runs(QStringLiteral("[0-9_ .\\-]+"));
+    static const QRegularExpression dated(QStringLiteral(
+        "^[_ .\\-]*((?:19|20)\\d\\d)[_ .\\-]?(0[1-9]|1[0-2])[_ .\\-]?(0[1-9]|[12]\\d|3[01])"
+        "(?:[_ .\\-]*([01]\\d|2[0-3])[_ .\\-]?([0-5]\\d)(?:[_ .\\-]?([0-5]\\d))?)?"));
+    auto it = runs.globalMatch(fileName);
+    while (it.hasNext()) {
+        const QRegularExpressionMatch m = dated.match(it.next().captured(0));
+        if (!m.hasMatch()) continue;
+        const QString day =
+            m.captured(1) + QLatin1Char(':') + m.captured(2) + QLatin1Char(':') + m.captured(3);
+        QString text;
+        if (m.captured(4).isEmpty()) {
+            text = QStringLiteral("%1 00:00:00").arg(day);
+        } else if (m.captured(6).isEmpty()) {
+            text = QStringLiteral("%1 %2:%3:00").arg(day, m.captured(4), m.captured(5));
+        } else {
+            text =
+                QStringLiteral("%1 %2:%3:%4").arg(day, m.captured(4), m.captured(5), m.captured(6));
+        }
+        if (dateFromText(text).isValid()) return text;  // 2021-02-30 is no date
+    }
+    return {};
+}
+
+VideoWriteJob ClickSetVideoDateFromFileNameAction(const IKImageItem& item,
+                                                  const QList<MetadataItem>& existing,
+                                                  const StorageContext& storage) {
+    const QString text = dateTextFromFileName(QFileInfo(item.filePath).completeBaseName());
+    if (text.isEmpty()) {
+        qCInfo(lcTagsmith) << "no date in the file name ==" << item.filePath;
+        return {};
+    }
+    return exportJob(item, withRecordedDate(existing, text), storage);
+}
+
+QDateTime recordedDate(const QList<MetadataItem>& existing) {
+    QDateTime found;
+    for (const MetadataItem& m : existing) {
+        if (!isDateIdentifier(m.identifier)) continue;
+        QString text = m.value.toString();
+        text.replace(QLatin1Char('T'), QLatin1Char(' '));
+        text = text.left(19);  // drops an offset or "Z"
+        const QDateTime d = dateFromText(text);
+        if (d.isValid()) found = d;
+    }
+    return found;
+}
+
+bool ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& item,
+                                              const QList<MetadataItem>& existing,
+                                              const StorageContext& storage) {
+    const QDateTime when = recordedDate(existing);
+    if (!when.isValid()) {
+        qCInfo(lcTagsmith) << "no recorded date to copy ==" << item.filePath;
+        return false;
+    }
+    const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') +
+                           QFileInfo(item.filePath).fileName();
+    return copyWithDates(item.filePath, target, when, when, storage.storagelocation);
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+#include "core/library/ik_image_item.h"
+#include "core/video/video_export.h"
+#include "core/video/video_writers.h"
+
+// One-click tools of the video menu. Each works on a copy in the storage
+// folder (sub-folders mirrored after a folder import), never on the listed
+// file itself.
+
+// The folder a tool writes an item's copy into.
+QString videoToolOutputFolder(const IKImageItem& item, const StorageContext& storage);
+
+// Copies the file under its recorded title (keeping its extension), with the
+// source's dates, and reveals it. False, with a log line, when the record has
+// no title or the copy fails.
+bool CopyvideoTitletoFileNameAction(const IKImageItem& item, const StorageContext& storage);
+
+// Re-export with the file name (without extension) as the title: every
+// existing title item (iTunes or ID3) is replaced; one is added when none exists.
+VideoWriteJob CopyvideofilenametoTitleAction(const IKImageItem& item,
+                                             const QList<MetadataItem>& existing,
+                                             const StorageContext& storage);
+
+// Re-export with the file's creation date as the recorded date.
+VideoWriteJob ClickCopyVideoCreatedDateToCameraDateAction(const IKImageItem& item,
+                                                          const QList<MetadataItem>& existing,
+                                                          const StorageContext& storage);
+
+// Re-export with a date found in the file name as the recorded date. Empty
+// job (no request path) when the name holds no date.
+VideoWriteJob ClickSetVideoDateFromFileNameAction(const IKImageItem& item,
+                                                  const QList<MetadataItem>& existing,
+                                                  const StorageContext& storage);
+
+// Copies the file with both file dates set to its recorded date. False, with
+// a log line, when the file has no readable recorded date.
+bool ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& item,
+                                              const QList<MetadataItem>& existing,
+                                              const StorageContext& storage);
+
+// The date a file name holds, as "yyyy:MM:dd HH:mm:ss", or "". The name is
+// cut into runs of the characters "0123456789_ .-"; the first run that
+// starts with a year (1900-2099), month and day, written as eight digits
+// (20210304) or separated (2021-03-04, 2021_03_04, 2021.03.04), gives the
+// date. Hour and minute directly after it (103015, 10-30, 10.30.15) give the
+// time, seconds are kept when present; without a time it is midnight.
+QString dateTextFromFileName(const QString& fileName);
+
+// The recorded date of a file's items: the last date item in container
+// order that reads as a date ("T" and offsets handled as at import).
+QDateTime recordedDate(const QList<MetadataItem>& existing);

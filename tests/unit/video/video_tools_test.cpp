@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "core/common/dates.h"
+#include "core/common/desktop_integration.h"
+#include "core/video/video_items.h"
+#include "core/video/video_tools.h"
+
+namespace {
+
+MetadataItem item(const QString& identifier, const QString& value) {
+    const qsizetype slash = identifier.indexOf('/');
+    return VideoItems::make(identifier.left(slash), identifier.mid(slash + 1), identifier, value);
+}
+
+class VideoToolsTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
+        QDir().mkpath(tmp.path() + "/media/trip");
+        QDir().mkpath(tmp.path() + "/store");
+        video.filePath = tmp.path() + "/media/trip/2021-03-04 10.30 beach.mov";
+        video.fileName = QFileInfo(video.filePath).fileName();
+        QFile f(video.filePath);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("movie");
+        f.close();
+        setFileDates(video.filePath, QDateTime(), dateFromText("2018:08:08 08:08:08"));
+        storage.storagelocation = tmp.path() + "/store";
+    }
+    QTemporaryDir tmp;
+    IKImageItem video;
+    StorageContext storage;
+};
+
+}  // namespace
+
+TEST_F(VideoToolsTest, TitleBecomesTheCopysNameWithTheSourceDates) {
+    video.fileTitle = "Sunset/Beach";
+    ASSERT_TRUE(CopyvideoTitletoFileNameAction(video, storage));
+    const QString copy = storage.storagelocation + "/Sunset-Beach.mov";
+    EXPECT_TRUE(QFile::exists(copy));
+    EXPECT_EQ(readFileDates(copy).modification, dateFromText("2018:08:08 08:08:08"));
+    EXPECT_TRUE(QFile::exists(video.filePath));  // the listed file stays
+
+    // After a folder import the sub-folders are mirrored.
+    storage.bImportLocalFolder = true;
+    storage.bImportLocalPath = tmp.path() + "/media";
+    ASSERT_TRUE(CopyvideoTitletoFileNameAction(video, storage));
+    EXPECT_TRUE(QFile::exists(storage.storagelocation + "/trip/Sunset-Beach.mov"));
+
+    video.fileTitle.clear();
+    EXPECT_FALSE(CopyvideoTitletoFileNameAction(video, storage));
+}
+
+TEST_F(VideoToolsTest, FileNameBecomesTitleReplacingEveryTitleItem) {
+    const QList<MetadataItem> both{item("id3/TIT2", "a"), item("udta/%A9cmt", "c"),
+                                   item("itsk/%A9nam", "b")};
+    VideoWriteJob job = CopyvideofilenametoTitleAction(video, both, storage);
+    ASSERT_EQ(job.request.metadata.size(), 3);
+    EXPECT_EQ(job.request.metadata[0].identifier, "itsk/%A9nam");
+    EXPECT_EQ(job.request.metadata[2].identifier, "itsk/%A9nam");  // two title items, same value
+    EXPECT_EQ(job.request.metadata[2].value.toString(), "2021-03-04 10.30 beach");
+    EXPECT_EQ(job.request.fileType, VideoFileType::QuickTimeMovie);
+    EXPECT_EQ(job.request.outputPath, storage.storagelocation + "/" + video.fileName);
+    job = CopyvideofilenametoTitleAction(video, {item("udta/%A9cmt", "c")}, storage);
+    EXPECT_EQ(job.request.metadata.size(), 2);
+}
+
+TEST_F(VideoToolsTest, CreationDateBecomesRecordedDate) {
+    const QString expected = dateText(readFileDates(video.filePath).creation);
+    VideoWriteJob job =
+        ClickCopyVideoCreatedDateToCameraDateAction(video, {item("udta/date", "x")}, storage);
+    ASSERT_EQ(job.request.metadata.size(), 1);
+    EXPECT_EQ(job.request.metadata[0].keySpace, "uiso");
+    EXPECT_TRUE(job.request.metadata[0].identifier.isEmpty());
+    EXPECT_EQ(job.request.metadata[0].value.toString(), expected);
+    job = ClickCopyVideoCreatedDateToCameraDateAction(video, {}, storage);
+    EXPECT_EQ(job.request.metadata[0].identifier, "uiso/date");
+}
+
+TEST(VideoTools, DatesFoundInFileNames) {
+    EXPECT_EQ(dateTextFromFileName("2021-03-04 10.30 beach"), "2021:03:04 10:30:00");
+    EXPECT_EQ(dateTextFromFileName("VID_20190514_183005"), "2019:05:14 18:30:05");
+    EXPECT_EQ(dateTextFromFileName("clip 2020.12.31"), "2020:12:31 00:00:00");
+    EXPECT_EQ(dateTextFromFileName("20200101"), "2020:01:01 00:00:00");
+    EXPECT_EQ(dateTextFromFileName("take 12 of 2015_07_04-2359"), "2015:07:04 23:59:00");
+    EXPECT_EQ(dateTextFromFileName("holiday"), "");
+    EXPECT_EQ(dateTextFromFileName("2021-02-30"), "");  // not a day
+    EXPECT_EQ(dateTextFromFileName("1234567"), "");
+}
+
+TEST(VideoTools, RecordedDateIsTheLastReadableDateItem) {
+    EXPECT_EQ(
+        recordedDate({item("uiso/date", "2001:01:01 00:00:00"), item("udta/date", "garbage"),
+                      item("mdta/com.apple.quicktime.creationdate", "2019-05-04T10:11:12+0800")}),
+        dateFromText("2019:05:04 10:11:12"));
+    EXPECT_FALSE(recordedDate({item("itsk/%A9day", "2001")}).isValid());
+}
+
+TEST_F(VideoToolsTest, RecordedDateBecomesTheCopysFileDates) {
+    ASSERT_TRUE(ClickCopyVideoExifDateToCreateDateAction(
+        video, {item("uiso/date", "2011:11:11 11:11:11")}, storage));
+    EXPECT_EQ(readFileDates(storage.storagelocation + "/" + video.fileName).modification,
+              dateFromText("2011:11:11 11:11:11"));
+    EXPECT_FALSE(ClickCopyVideoExifDateToCreateDateAction(video, {}, storage));
+}
+
+TEST_F(VideoToolsTest, DateFromFileNameJob) {
+    const VideoWriteJob job = ClickSetVideoDateFromFileNameAction(video, {}, storage);
+    ASSERT_EQ(job.request.metadata.size(), 1);
+    EXPECT_EQ(job.request.metadata[0].value.toString(), "2021:03:04 10:30:00");
+    video.filePath = tmp.path() + "/nodate.mov";
+    EXPECT_TRUE(
+        ClickSetVideoDateFromFileNameAction(video, {}, storage).request.sourcePath.isEmpty());
+}
