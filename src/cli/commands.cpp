@@ -12,8 +12,23 @@ const char* const kUsage =
     "Reads and edits the metadata of video, audio and photo files.\n"
     "\n"
     "Commands:\n"
-    "  info [--json] PATH...   Import files and folders (folders are scanned\n"
+    "  info [--json] [--items] PATH...\n"
+    "                          Import files and folders (folders are scanned\n"
     "                          recursively) and print each media record as JSON.\n"
+    "  set [FIELDS] FILE...    Write copies with changed fields (--title, --artist,\n"
+    "                          --shoot-date, --latitude, ...) into the storage folder.\n"
+    "  strip FILE...           Write copies with the metadata removed.\n"
+    "  title-to-name FILE...   Copy each video under its recorded title.\n"
+    "  name-to-title FILE...   Write copies whose title is the file name.\n"
+    "  created-to-recorded FILE...\n"
+    "                          Write copies whose recorded date is the creation date.\n"
+    "  recorded-to-created FILE...\n"
+    "                          Copy each video with its recorded date as file date.\n"
+    "  name-date-to-recorded FILE...\n"
+    "                          Write copies whose recorded date is read from the name.\n"
+    "\n"
+    "New files go into the storage folder (the app's preference, or --storage DIR);\n"
+    "the files given are only read.\n"
     "\n"
     "Options:\n"
     "  -v, --verbose           also print informational log lines on stderr\n"
@@ -36,6 +51,9 @@ int runCommand(const QStringList& args) {
     const QString command = args.first();
     const QStringList rest = args.mid(1);
     if (command == QLatin1String("info")) return runInfo(rest);
+    if (command == QLatin1String("set")) return runSet(rest);
+    if (command == QLatin1String("strip")) return runStrip(rest);
+    if (const int code = runVideoTool(command, rest); code >= 0) return code;
     std::fprintf(stderr, "tagsmith-cli: unknown command '%s'\n\n%s", qPrintable(command), kUsage);
     return 2;
 }

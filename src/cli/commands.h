@@ -8,3 +8,7 @@ int runCommand(const QStringList& args);
 
 // The commands.
 int runInfo(const QStringList& args);
+int runSet(const QStringList& args);
+int runStrip(const QStringList& args);
+// The video title and date tools; -1 when `command` is none of them.
+int runVideoTool(const QString& command, const QStringList& args);

@@ -4,6 +4,8 @@
 #include <QStringList>
 
 #include "cli/commands.h"
+#include "core/common/desktop_integration.h"
+#include "core/video/video_file_ops.h"
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
@@ -20,5 +22,8 @@ int main(int argc, char** argv) {
     } else {
         QLoggingCategory::setFilterRules(QStringLiteral("tagsmith.info=false"));
     }
+    // New files are not shown in a file manager from the command line.
+    DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
+    installMovieExporter();
     return runCommand(args);
 }

@@ -198,3 +198,28 @@ VideoWriteJob RemoveVideoExifDateAction(const IKImageItem& item, const VideoEdit
     job.fallbackCopyPath = storageOutput(storage, item.filePath);
     return job;
 }
+
+VideoEditorState videoEditorStateFor(const IKImageItem& item) {
+    const auto magnitude = [](double v) {
+        return v == 0.0 ? QString() : QString::asprintf("%lf", v);
+    };
+    VideoEditorState e;
+    e.mediaTitle = e.oldMovieTitle = item.fileTitle;
+    e.mediaAlumArtis = e.oldMovieAlbumArtist = item.fileAblumName;
+    e.mediaArtist = e.oldMovieArtist = item.fileArist;
+    e.mediaMake = e.oldMovieMake = item.fileDirector;
+    e.mediaModel = e.oldMovieModel = item.fileActor;
+    e.mediaProducer = e.oldMovieProducer = item.fileproducer;
+    e.mediaCreatedDate = e.oldMovieCreatedDate = item.fileCreateDateStr;
+    e.mediaShootDate = e.oldMovieShootDate = item.shootDateStr;
+    e.mediaReleaseYear = e.oldMoviePublisher = item.filePublisher;
+    e.mediaCopyright = e.oldMovieCopyright = item.fileCopyright;
+    e.mediaSoftware = e.oldMovieDescription = item.fileDescription;
+    e.mediakeywords = e.oldMovieKeywords = item.fileKeyWords;
+    e.mediaLatitude = magnitude(item.filelatitude);
+    e.mediaLongtitude = magnitude(item.filelongtitude);
+    e.mediaAatitude = magnitude(item.fileAtitude);
+    e.mediaImage = item.fileImage;
+    e.imageIsPlaceholder = item.fileImage.isNull();
+    return e;
+}

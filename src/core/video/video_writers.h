@@ -74,3 +74,8 @@ VideoWriteJob RemoveVideoExifDateAction(const IKImageItem& item, const VideoEdit
 // The date text the XMP batch writes: the universal-time description with
 // "-" turned into ":" and the offset dropped ("2021:03:04 05:06:07").
 QString xmpDateText(const QDateTime& date);
+
+// The editor as it shows a record: each field's text, with the remembered
+// value equal to it. Location fields show the magnitudes ("%lf"), or "" for
+// zero; the picture is the record's artwork, or the placeholder.
+VideoEditorState videoEditorStateFor(const IKImageItem& item);
