@@ -264,7 +264,13 @@ TrackDescription describeAudio(const AVFormatContext* ctx, const AVStream* st) {
     const auto [code, framesPerPacket] = audioCode(p);
     t.codecCode = code;
     t.framesPerPacket = p->frame_size > 0 && code != "lpcm" ? p->frame_size : framesPerPacket;
-    if (code == "lpcm" && p->bits_per_coded_sample > 0) t.bitsPerSample = p->bits_per_coded_sample;
+    if (code == "lpcm" && p->bits_per_coded_sample > 0) {
+        t.bitsPerSample = p->bits_per_coded_sample;
+        // Uncompressed audio has no measured rate; it follows from the format.
+        if (p->bit_rate <= 0)
+            t.estimatedDataRate = static_cast<float>(static_cast<double>(p->bits_per_coded_sample) *
+                                                     p->sample_rate * p->ch_layout.nb_channels);
+    }
     t.sampleRate = p->sample_rate;
     t.channels = p->ch_layout.nb_channels;
     return t;

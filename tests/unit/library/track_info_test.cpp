@@ -1,15 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include "core/library/ik_image_item.h"
 #include "core/library/track_info.h"
-#include "support/media_fixtures.h"
 
 namespace {
 
