@@ -12,6 +12,7 @@
 #include "core/library/formatters.h"
 #include "core/library/media_kinds.h"
 #include "core/library/media_probe.h"
+#include "core/library/track_info.h"
 
 namespace {
 // Deeper trees than this are not scanned further (and logged).
@@ -64,7 +65,8 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
     fillFileFacts(*item);
-    Q_UNUSED(technical);  // the technical texts come with the movie reader
+    // The folder scan leaves out the technical texts; the full import has them.
+    if (technical) fillTechnicalInfo(*item);
     return item;
 }
 
