@@ -1,0 +1,317 @@
+#include "ui/video/video_meta_view.h"
+
+#include <QAudioOutput>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QImageReader>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMediaPlayer>
+#include <QPainter>
+#include <QPushButton>
+#include <QSvgRenderer>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <QVideoWidget>
+
+#include "core/library/formatters.h"
+#include "core/library/info_block.h"
+#include "ui/controls/map_view.h"
+
+namespace {
+
+bool g_playerEnabled = !qEnvironmentVariableIsSet("TAGSMITH_NO_PLAYER");
+constexpr int kArtworkSize = 132;
+
+// Editable fields: outlet name, label, and whether it belongs to the camera
+// group (publisher, copyright, keywords, description, record date) rather
+// than the basic one. The outlets keep their historical names.
+struct FieldSpec {
+    const char* outlet;
+    const char* title;
+    bool camera;
+};
+const FieldSpec kFields[] = {
+    {"mediaTitle", QT_TRANSLATE_NOOP("VideoMetaView", "Title"), false},
+    {"mediaAlumArtis", QT_TRANSLATE_NOOP("VideoMetaView", "Album"), false},
+    {"mediaArtist", QT_TRANSLATE_NOOP("VideoMetaView", "Artist"), false},
+    {"mediaMake", QT_TRANSLATE_NOOP("VideoMetaView", "Director"), false},
+    {"mediaModel", QT_TRANSLATE_NOOP("VideoMetaView", "Performer"), false},
+    {"mediaProducer", QT_TRANSLATE_NOOP("VideoMetaView", "Producer"), false},
+    {"mediaReleaseYear", QT_TRANSLATE_NOOP("VideoMetaView", "Publisher"), true},
+    {"mediaCopyright", QT_TRANSLATE_NOOP("VideoMetaView", "Copyright"), true},
+    {"mediaSoftware", QT_TRANSLATE_NOOP("VideoMetaView", "Description"), true},
+    {"mediakeywords", QT_TRANSLATE_NOOP("VideoMetaView", "Keywords"), true},
+    {"mediaShootDate", QT_TRANSLATE_NOOP("VideoMetaView", "Record Date"), true},
+    {"mediaCreatedDate", QT_TRANSLATE_NOOP("VideoMetaView", "Created Date"), false},
+};
+const FieldSpec kLocationFields[] = {
+    {"mediaLatitude", QT_TRANSLATE_NOOP("VideoMetaView", "Latitude"), false},
+    {"mediaLongtitude", QT_TRANSLATE_NOOP("VideoMetaView", "Longitude"), false},
+    {"mediaAatitude", QT_TRANSLATE_NOOP("VideoMetaView", "Altitude"), false},
+};
+const char* const kInfoNames[] = {"recordDate",  "pixelSize",   "resolution",
+                                  "videoFormat", "createdDate", "duration"};
+
+QPixmap placeholderPixmap(int size) {
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    QSvgRenderer(QStringLiteral(":/video/videoartwork.svg")).render(&painter);
+    return pixmap;
+}
+
+QLabel* sectionTitle(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setObjectName(QStringLiteral("sectionTitle"));
+    return label;
+}
+
+}  // namespace
+
+void VideoMetaView::setPlayerEnabled(bool enabled) {
+    g_playerEnabled = enabled;
+}
+
+VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("videoMetaView"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->setSpacing(10);
+
+    // Player.
+    m_playerArea = new QWidget(this);
+    auto* playerLayout = new QVBoxLayout(m_playerArea);
+    playerLayout->setContentsMargins(0, 0, 0, 0);
+    m_videoWidget = new QVideoWidget(m_playerArea);
+    m_videoWidget->setMinimumHeight(160);
+    m_videoWidget->setStyleSheet(QStringLiteral("background: black;"));
+    m_playButton = new QPushButton(tr("Play"), m_playerArea);
+    m_playButton->setObjectName(QStringLiteral("playButton"));
+    m_playButton->setEnabled(false);
+    playerLayout->addWidget(m_videoWidget, 1);
+    playerLayout->addWidget(m_playButton, 0, Qt::AlignLeft);
+    layout->addWidget(m_playerArea, 3);
+
+    // Information lines, aligned by their own blanks in a fixed-pitch font.
+    auto* infoBox = new QWidget(this);
+    infoBox->setObjectName(QStringLiteral("infoBlock"));
+    auto* infoLayout = new QGridLayout(infoBox);
+    infoLayout->setContentsMargins(0, 0, 0, 0);
+    QFont mono(QStringLiteral("DejaVu Sans Mono"));
+    mono.setStyleHint(QFont::Monospace);
+    int i = 0;
+    for (const char* name : kInfoNames) {
+        auto* label = new QLabel(infoBox);
+        label->setObjectName(QLatin1String(name));
+        label->setFont(mono);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        infoLayout->addWidget(label, i / 2, i % 2);
+        m_info.insert(QLatin1String(name), label);
+        ++i;
+    }
+    layout->addWidget(infoBox);
+
+    // Artwork and the editable fields.
+    auto* editRow = new QHBoxLayout;
+    auto* artColumn = new QVBoxLayout;
+    mediaImageView = new QLabel(this);
+    mediaImageView->setObjectName(QStringLiteral("mediaImageView"));
+    mediaImageView->setFixedSize(kArtworkSize, kArtworkSize);
+    mediaImageView->setAlignment(Qt::AlignCenter);
+    auto* chooseArt = new QPushButton(tr("Artwork\u2026"), this);
+    chooseArt->setObjectName(QStringLiteral("chooseArtworkButton"));
+    connect(chooseArt, &QPushButton::clicked, this, &VideoMetaView::chooseArtwork);
+    artColumn->addWidget(mediaImageView);
+    artColumn->addWidget(chooseArt);
+    artColumn->addStretch(1);
+    editRow->addLayout(artColumn);
+
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(6);
+    int row = 0;
+    for (const FieldSpec& f : kFields) {
+        QLineEdit* edit =
+            addField(grid, row / 2, (row % 2) * 2, QLatin1String(f.outlet), tr(f.title));
+        const bool camera = f.camera;
+        if (QLatin1String(f.outlet) != QLatin1String("mediaCreatedDate")) {
+            connect(edit, &QLineEdit::textEdited, this, [this, camera] {
+                camera ? Q_EMIT cameraFieldEdited() : Q_EMIT basicFieldEdited();
+            });
+        }
+        ++row;
+    }
+    editRow->addLayout(grid, 1);
+    layout->addLayout(editRow);
+
+    // Location and the map.
+    layout->addWidget(sectionTitle(tr("Location")));
+    auto* locationGrid = new QGridLayout;
+    int column = 0;
+    for (const FieldSpec& f : kLocationFields) {
+        addField(locationGrid, 0, column, QLatin1String(f.outlet), tr(f.title));
+        column += 2;
+    }
+    layout->addLayout(locationGrid);
+    m_map = new MapView(this);
+    m_map->setObjectName(QStringLiteral("videoMapView"));
+    m_map->setMinimumHeight(150);
+    layout->addWidget(m_map, 2);
+
+    auto* save = new QPushButton(tr("Save Changes"), this);
+    save->setObjectName(QStringLiteral("saveVideoButton"));
+    connect(save, &QPushButton::clicked, this, &VideoMetaView::saveRequested);
+    layout->addWidget(save, 0, Qt::AlignRight);
+
+    ShowVideoViewWithItem(std::make_shared<IKImageItem>(), VideoEditorState{});
+}
+
+VideoMetaView::~VideoMetaView() = default;
+
+QLineEdit* VideoMetaView::addField(QGridLayout* grid, int row, int column, const QString& outlet,
+                                   const QString& title) {
+    auto* label = new QLabel(title, this);
+    label->setObjectName(QStringLiteral("fieldName"));
+    auto* edit = new QLineEdit(this);
+    edit->setObjectName(outlet);
+    label->setBuddy(edit);
+    grid->addWidget(label, row, column, Qt::AlignRight);
+    grid->addWidget(edit, row, column + 1);
+    m_fields.insert(outlet, edit);
+    return edit;
+}
+
+void VideoMetaView::ShowVideoViewWithItem(const IKImageItemPtr& item, const VideoEditorState& s) {
+    m_item = item ? item : std::make_shared<IKImageItem>();
+    const std::pair<const char*, const QString*> texts[] = {
+        {"mediaTitle", &s.mediaTitle},
+        {"mediaAlumArtis", &s.mediaAlumArtis},
+        {"mediaArtist", &s.mediaArtist},
+        {"mediaMake", &s.mediaMake},
+        {"mediaModel", &s.mediaModel},
+        {"mediaProducer", &s.mediaProducer},
+        {"mediaCreatedDate", &s.mediaCreatedDate},
+        {"mediaShootDate", &s.mediaShootDate},
+        {"mediaReleaseYear", &s.mediaReleaseYear},
+        {"mediaCopyright", &s.mediaCopyright},
+        {"mediaSoftware", &s.mediaSoftware},
+        {"mediakeywords", &s.mediakeywords},
+        {"mediaLatitude", &s.mediaLatitude},
+        {"mediaLongtitude", &s.mediaLongtitude},
+        {"mediaAatitude", &s.mediaAatitude},
+    };
+    for (const auto& [outlet, text] : texts) m_fields.value(QLatin1String(outlet))->setText(*text);
+    setArtwork(s.imageIsPlaceholder ? QImage() : s.mediaImage);
+
+    // The pin sits at the signed position; no map without a latitude.
+    const double lat =
+        m_item->latitudeFormat == QLatin1String("-") ? -m_item->filelatitude : m_item->filelatitude;
+    const double lon = m_item->longtitudeFormat == QLatin1String("-") ? -m_item->filelongtitude
+                                                                      : m_item->filelongtitude;
+    m_map->setVisible(m_item->filelatitude != 0.0);
+    m_map->setPin(lat, lon);
+
+    updateInfo(std::nullopt);
+    startPlayer(m_item->filePath);
+}
+
+VideoEditorState VideoMetaView::editorState() const {
+    VideoEditorState s;
+    const auto text = [this](const char* outlet) {
+        return m_fields.value(QLatin1String(outlet))->text();
+    };
+    s.mediaTitle = text("mediaTitle");
+    s.mediaAlumArtis = text("mediaAlumArtis");
+    s.mediaArtist = text("mediaArtist");
+    s.mediaMake = text("mediaMake");
+    s.mediaModel = text("mediaModel");
+    s.mediaProducer = text("mediaProducer");
+    s.mediaCreatedDate = text("mediaCreatedDate");
+    s.mediaShootDate = text("mediaShootDate");
+    s.mediaReleaseYear = text("mediaReleaseYear");
+    s.mediaCopyright = text("mediaCopyright");
+    s.mediaSoftware = text("mediaSoftware");
+    s.mediakeywords = text("mediakeywords");
+    s.mediaLatitude = text("mediaLatitude");
+    s.mediaLongtitude = text("mediaLongtitude");
+    s.mediaAatitude = text("mediaAatitude");
+    s.mediaImage = m_artwork;
+    s.imageIsPlaceholder = m_artwork.isNull();
+    return s;
+}
+
+void VideoMetaView::setArtwork(const QImage& picture) {
+    m_artwork = picture;
+    if (picture.isNull()) {
+        mediaImageView->setPixmap(placeholderPixmap(kArtworkSize));
+    } else {
+        mediaImageView->setPixmap(QPixmap::fromImage(picture.scaled(
+            kArtworkSize, kArtworkSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+    }
+}
+
+void VideoMetaView::chooseArtwork() {
+    auto* dialog = new QFileDialog(window(), tr("Choose a picture for the artwork"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setNameFilter(tr("Pictures (*.jpg *.jpeg *.png *.tif *.tiff *.bmp *.webp)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+        QImageReader reader(path);
+        reader.setAutoTransform(true);
+        const QImage picture = reader.read();
+        if (!picture.isNull()) {
+            setArtwork(picture);
+            Q_EMIT basicFieldEdited();
+        }
+    });
+    dialog->open();
+}
+
+void VideoMetaView::startPlayer(const QString& path) {
+    // Any current player is stopped; a new one plays the selected file.
+    if (m_player) {
+        m_player->stop();
+        m_player->deleteLater();
+        m_player = nullptr;
+    }
+    m_playButton->setEnabled(false);
+    m_playerArea->setVisible(g_playerEnabled);
+    if (!g_playerEnabled || path.isEmpty()) return;
+    m_player = new QMediaPlayer(this);
+    auto* audio = new QAudioOutput(m_player);
+    m_player->setAudioOutput(audio);
+    m_player->setVideoOutput(m_videoWidget);
+    connect(m_player, &QMediaPlayer::durationChanged, this, &VideoMetaView::playerDurationChanged);
+    connect(
+        m_player, &QMediaPlayer::playbackStateChanged, this,
+        [this](QMediaPlayer::PlaybackState state) {
+            m_playButton->setText(state == QMediaPlayer::PlayingState ? tr("Pause") : tr("Play"));
+        });
+    connect(m_playButton, &QPushButton::clicked, m_player, [this] {
+        m_player->playbackState() == QMediaPlayer::PlayingState ? m_player->pause()
+                                                                : m_player->play();
+    });
+    m_player->setSource(QUrl::fromLocalFile(path));
+    m_playButton->setEnabled(true);
+}
+
+void VideoMetaView::playerDurationChanged(qint64 ms) {
+    if (ms <= 0 || !m_item) return;
+    const double seconds = ms / 1000.0;
+    m_item->fileduration = seconds;
+    m_item->fileduratStr = getMediaDuration(playerWholeSeconds(seconds));
+    updateInfo(seconds);
+}
+
+void VideoMetaView::updateInfo(std::optional<double> playerSeconds) {
+    const VideoInfoBlock b = videoInfoBlock(*m_item, playerSeconds);
+    m_info.value(QStringLiteral("recordDate"))->setText(b.recordDate);
+    m_info.value(QStringLiteral("pixelSize"))->setText(b.pixelSize);
+    m_info.value(QStringLiteral("resolution"))->setText(b.resolution);
+    m_info.value(QStringLiteral("videoFormat"))->setText(b.videoFormat);
+    m_info.value(QStringLiteral("createdDate"))->setText(b.createdDate);
+    m_info.value(QStringLiteral("duration"))->setText(b.duration);
+}
