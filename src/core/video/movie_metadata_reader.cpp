@@ -1,0 +1,228 @@
+#include "core/video/movie_metadata_reader.h"
+
+#include <QBuffer>
+#include <QFile>
+
+#include "core/common/logging.h"
+#include "core/video/bmff_box.h"
+#include "core/video/bmff_values.h"
+
+namespace {
+
+using Bmff::Box;
+using Bmff::BoxIterator;
+using Bmff::DecodedValue;
+
+const QString kItunesSpace = QStringLiteral("itsk");
+const QString kQuickTimeMetadataSpace = QStringLiteral("mdta");
+const QString kUserDataSpace = QStringLiteral("udta");
+const QString kIsoUserDataSpace = QStringLiteral("uiso");
+
+// Keys of a `keys` box can be numerous in camera files, but not unbounded.
+constexpr quint32 kMaxKeys = 65536;
+
+bool isType(const Box& box, const char* type) {
+    return box.type == QByteArrayView(type);
+}
+
+MetadataItem makeItem(const QString& keySpace, const QByteArray& key, const DecodedValue& value) {
+    MetadataItem item;
+    item.keySpace = keySpace;
+    item.key = key;
+    item.identifier = metadataIdentifier(keySpace, key);
+    item.value = value.value;
+    item.dataType = value.dataType;
+    item.language = value.language;
+    return item;
+}
+
+class MovieBoxReader {
+public:
+    QList<MetadataItem> read(QByteArrayView moov);
+
+private:
+    void readTrack(QByteArrayView trak);
+    void readUserData(QByteArrayView udta);
+    void readMeta(QByteArrayView meta);
+    void readItunesList(QByteArrayView ilst);
+    void readItunesItem(const Box& item);
+    void readQuickTimeList(QByteArrayView ilst, const QList<QPair<QString, QByteArray>>& keys);
+    QList<QPair<QString, QByteArray>> readKeys(QByteArrayView keys);
+    void readDataAtoms(QByteArrayView itemPayload, const QString& keySpace, const QByteArray& key);
+
+    QList<MetadataItem> m_items;
+};
+
+QList<MetadataItem> MovieBoxReader::read(QByteArrayView moov) {
+    BoxIterator children(moov);
+    Box box;
+    while (children.next(box)) {
+        if (isType(box, "trak")) {
+            readTrack(box.payload);
+        } else if (isType(box, "udta")) {
+            readUserData(box.payload);
+        } else if (isType(box, "meta")) {
+            readMeta(box.payload);
+        } else if (isType(box, "cmov")) {
+            qCInfo(lcTagsmith) << "Movie reader: compressed movie box; metadata not read";
+        }
+    }
+    if (children.damaged()) qCInfo(lcTagsmith) << "Movie reader: movie box is damaged";
+    return m_items;
+}
+
+void MovieBoxReader::readTrack(QByteArrayView trak) {
+    BoxIterator children(trak);
+    Box box;
+    while (children.next(box)) {
+        if (isType(box, "meta")) readMeta(box.payload);
+    }
+}
+
+void MovieBoxReader::readUserData(QByteArrayView udta) {
+    BoxIterator children(udta);
+    Box box;
+    while (children.next(box)) {
+        if (isType(box, "meta")) {
+            readMeta(box.payload);
+        } else if (static_cast<unsigned char>(box.type[0]) == 0xa9) {
+            // A text box may also hold typed data atoms instead of entries.
+            const QByteArrayView p = box.payload;
+            if (p.size() >= 16 && p.sliced(4, 4) == QByteArrayView("data") &&
+                Bmff::readU32(p, 0) <= quint64(p.size())) {
+                readDataAtoms(p, kUserDataSpace, box.type);
+            } else {
+                for (const DecodedValue& value : Bmff::decodeInternationalText(p))
+                    m_items.append(makeItem(kUserDataSpace, box.type, value));
+            }
+        } else if (Bmff::isIsoUserDataType(box.type)) {
+            DecodedValue value;
+            if (Bmff::decodeIsoUserData(box.type, box.payload, value))
+                m_items.append(makeItem(kIsoUserDataSpace, box.type, value));
+        } else {
+            DecodedValue value;
+            value.value = box.payload.toByteArray();
+            value.dataType = Bmff::DataType::kRaw;
+            m_items.append(makeItem(kUserDataSpace, box.type, value));
+        }
+    }
+}
+
+void MovieBoxReader::readMeta(QByteArrayView meta) {
+    // The ISO meta box is a full box; the QuickTime one is a plain container.
+    // A version-and-flags word of zero tells them apart (a child box cannot
+    // start with a zero size there).
+    if (meta.size() >= 4 && Bmff::readU32(meta, 0) == 0) meta = meta.sliced(4);
+    QByteArray handler;
+    QList<QPair<QString, QByteArray>> keys;
+    BoxIterator children(meta);
+    Box box;
+    while (children.next(box)) {
+        if (isType(box, "hdlr")) {
+            if (box.payload.size() >= 12) handler = box.payload.sliced(8, 4).toByteArray();
+        } else if (isType(box, "keys")) {
+            keys = readKeys(box.payload);
+        } else if (isType(box, "ilst")) {
+            if (handler == "mdta")
+                readQuickTimeList(box.payload, keys);
+            else if (handler == "mdir" || handler.isEmpty())
+                readItunesList(box.payload);
+        }
+    }
+}
+
+QList<QPair<QString, QByteArray>> MovieBoxReader::readKeys(QByteArrayView keysPayload) {
+    QList<QPair<QString, QByteArray>> keys;
+    const QByteArrayView body = Bmff::fullBoxBody(keysPayload);
+    if (body.size() < 4) return keys;
+    const quint32 count = Bmff::readU32(body, 0);
+    qint64 pos = 4;
+    for (quint32 i = 0; i < count && i < kMaxKeys && body.size() - pos >= 8; ++i) {
+        const quint32 size = Bmff::readU32(body, pos);
+        if (size < 8 || size > quint64(body.size() - pos)) break;
+        const QByteArrayView space = body.sliced(pos + 4, 4);
+        QString keySpace = kQuickTimeMetadataSpace;
+        if (space != QByteArrayView("mdta") && Bmff::isPlausibleType(space))
+            keySpace = QString::fromLatin1(space).trimmed();
+        keys.append({keySpace, body.sliced(pos + 8, size - 8).toByteArray()});
+        pos += size;
+    }
+    return keys;
+}
+
+void MovieBoxReader::readQuickTimeList(QByteArrayView ilst,
+                                       const QList<QPair<QString, QByteArray>>& keys) {
+    BoxIterator items(ilst);
+    Box item;
+    while (items.next(item)) {
+        const quint32 index = Bmff::readU32(item.type, 0);  // 1-based key number
+        if (index == 0 || index > quint32(keys.size())) continue;
+        const auto& [keySpace, key] = keys.at(index - 1);
+        readDataAtoms(item.payload, keySpace, key);
+    }
+}
+
+void MovieBoxReader::readItunesList(QByteArrayView ilst) {
+    BoxIterator items(ilst);
+    Box item;
+    while (items.next(item)) readItunesItem(item);
+}
+
+void MovieBoxReader::readItunesItem(const Box& item) {
+    if (!isType(item, "----")) {
+        readDataAtoms(item.payload, kItunesSpace, item.type);
+        return;
+    }
+    // Freeform item: the reverse-domain `mean` and the `name` come before
+    // the data atoms; both are full boxes holding text.
+    QString mean;
+    QString name;
+    BoxIterator children(item.payload);
+    Box box;
+    while (children.next(box)) {
+        if (isType(box, "mean")) mean = QString::fromUtf8(Bmff::fullBoxBody(box.payload));
+        if (isType(box, "name")) name = QString::fromUtf8(Bmff::fullBoxBody(box.payload));
+    }
+    const QByteArray key = "----:" + mean.toUtf8() + ':' + name.toUtf8();
+    readDataAtoms(item.payload, kItunesSpace, key);
+}
+
+void MovieBoxReader::readDataAtoms(QByteArrayView itemPayload, const QString& keySpace,
+                                   const QByteArray& key) {
+    BoxIterator children(itemPayload);
+    Box box;
+    while (children.next(box)) {
+        if (!isType(box, "data")) continue;
+        DecodedValue value;
+        if (Bmff::decodeDataAtom(box.payload, value))
+            m_items.append(makeItem(keySpace, key, value));
+    }
+}
+
+}  // namespace
+
+QList<MetadataItem> readMovieBoxMetadata(QByteArrayView moovPayload) {
+    return MovieBoxReader().read(moovPayload);
+}
+
+QList<MetadataItem> readMovieMetadata(QIODevice& device) {
+    const QByteArray moov = Bmff::readMovieBox(device);
+    if (moov.isEmpty()) return {};
+    return readMovieBoxMetadata(moov);
+}
+
+QList<MetadataItem> readMovieMetadataFromData(const QByteArray& fileData) {
+    QBuffer buffer;
+    buffer.setData(fileData);
+    if (!buffer.open(QIODevice::ReadOnly)) return {};
+    return readMovieMetadata(buffer);
+}
+
+QList<MetadataItem> readMovieMetadata(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qCInfo(lcTagsmith) << "Movie reader: cannot open" << path;
+        return {};
+    }
+    return readMovieMetadata(file);
+}

@@ -1,0 +1,218 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "core/video/bmff_box.h"
+#include "core/video/movie_metadata_reader.h"
+#include "video/bmff_test_boxes.h"
+
+using namespace TestBoxes;
+
+namespace {
+
+const QByteArray kCopyright = "\xa9";
+
+QStringList identifiers(const QList<MetadataItem>& items) {
+    QStringList out;
+    for (const MetadataItem& item : items) out.append(item.identifier);
+    return out;
+}
+
+QByteArray titleItem(const QByteArray& title) {
+    return itunesMeta(box(kCopyright + "nam", dataAtom(1, title)));
+}
+
+}  // namespace
+
+TEST(BmffBox, LargeSizesZeroSizesAndUserTypesAreWalked) {
+    // 64-bit media data before a 64-bit movie box.
+    const QByteArray moov = box("udta", titleItem("large"));
+    QByteArray file =
+        box("ftyp", "isom") + largeBox("mdat", QByteArray(40, 'x')) + largeBox("moov", moov);
+    auto items = readMovieMetadataFromData(file);
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0].value.toString(), "large");
+
+    // A movie box of size 0 runs to the end of the file; a uuid box with its
+    // 16-byte user type before it is skipped.
+    const QByteArray uuid = u32(8 + 16 + 4) + "uuid" + QByteArray(16, '\1') + "abcd";
+    file = box("ftyp", "isom") + uuid + u32(0) + "moov" + box("udta", titleItem("to end"));
+    items = readMovieMetadataFromData(file);
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0].value.toString(), "to end");
+}
+
+TEST(BmffBox, DamagedHeadersEndTheWalk) {
+    Bmff::Box b;
+    // Size smaller than the header.
+    const QByteArray tooSmallData = u32(4) + "free";
+    Bmff::BoxIterator tooSmall{QByteArrayView(tooSmallData)};
+    EXPECT_FALSE(tooSmall.next(b));
+    EXPECT_TRUE(tooSmall.damaged());
+    // Fewer than 8 bytes left after a good box.
+    const QByteArray shortTailData = box("free", "") + "abc";
+    Bmff::BoxIterator shortTail{QByteArrayView(shortTailData)};
+    EXPECT_TRUE(shortTail.next(b));
+    EXPECT_FALSE(shortTail.next(b));
+    EXPECT_TRUE(shortTail.damaged());
+    // A declared size beyond the parent is cut to what is there and ends the walk.
+    const QByteArray cutData = u32(1000) + "skip" + "abcd";
+    Bmff::BoxIterator cut{QByteArrayView(cutData)};
+    ASSERT_TRUE(cut.next(b));
+    EXPECT_TRUE(b.truncated);
+    EXPECT_EQ(b.payload.size(), 4);
+    EXPECT_FALSE(cut.next(b));
+    // A 64-bit size below the 16-byte header.
+    const QByteArray largeData = u32(1) + "skip" + u64(8);
+    Bmff::BoxIterator large{QByteArrayView(largeData)};
+    EXPECT_FALSE(large.next(b));
+    EXPECT_TRUE(large.damaged());
+}
+
+TEST(BmffBox, LanguageCodes) {
+    EXPECT_EQ(Bmff::languageFromCode(packedLanguage("eng")), "eng");
+    EXPECT_EQ(Bmff::languageFromCode(0x55c4), "und");
+    EXPECT_EQ(Bmff::languageFromCode(0), "eng");  // classic code 0
+    EXPECT_EQ(Bmff::languageFromCode(2), "deu");
+    EXPECT_EQ(Bmff::languageFromCode(0x7fff), "");
+    EXPECT_EQ(Bmff::languageFromCode(300), "");
+    EXPECT_EQ(Bmff::languageFromCode(0x0400), "");  // packed but letters out of range
+}
+
+TEST(BmffReader, ItunesItemsDecodeByTypeIndicator) {
+    const QByteArray png = QByteArray::fromBase64(
+        "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mP8z8BQDwAEhQGAhKmMIQAAAABJRU5Erk"
+        "Jggg"
+        "==");
+    QByteArray ilst;
+    ilst += box(kCopyright + "nam", dataAtom(1, QByteArray("Title\0", 6)));
+    ilst += box(kCopyright + "ART", dataAtom(2, QByteArray("\0A\0r\0t", 6)));
+    ilst += box("tmpo", dataAtom(21, u16(0xfffe)));                 // -2
+    ilst += box("rate", dataAtom(21, QByteArray("\xff\xff\xfd")));  // 3-byte -3
+    ilst += box("plID", dataAtom(22, u64(0xffffffffffffffffull)));  // too large: raw
+    ilst += box("flot", dataAtom(23, u32(0x3fc00000)));             // 1.5
+    ilst += box("trkn", dataAtom(0, u16(0) + u16(3) + u16(12) + u16(0)));
+    ilst += box("covr", dataAtom(14, png) + dataAtom(13, "jpegbytes"));
+    ilst += box("----", fullBox("mean", "com.apple.iTunes") + fullBox("name", "iTunSMPB") +
+                            dataAtom(1, "smpb"));
+    ilst += box("desc", dataAtom(1, "english", packedLanguage("eng")));
+    const auto items = readMovieMetadataFromData(
+        movieFile(box("udta", fullBox("meta", handler("mdir") + box("ilst", ilst)))));
+    ASSERT_EQ(identifiers(items),
+              QStringList({"itsk/%A9nam", "itsk/%A9ART", "itsk/tmpo", "itsk/rate", "itsk/plID",
+                           "itsk/flot", "itsk/trkn", "itsk/covr", "itsk/covr",
+                           "itsk/----:com.apple.iTunes:iTunSMPB", "itsk/desc"}));
+    EXPECT_EQ(items[0].value, QVariant(QString("Title")));  // trailing zero dropped
+    EXPECT_EQ(items[0].dataType, "com.apple.metadata.datatype.UTF-8");
+    EXPECT_EQ(items[1].value, QVariant(QString("Art")));
+    EXPECT_EQ(items[1].dataType, "com.apple.metadata.datatype.UTF-16");
+    EXPECT_EQ(items[2].value, QVariant(qint64(-2)));
+    EXPECT_EQ(items[2].dataType, "com.apple.metadata.datatype.int16");
+    EXPECT_EQ(items[3].value, QVariant(qint64(-3)));
+    EXPECT_EQ(items[4].value.typeId(), QMetaType::QByteArray);
+    EXPECT_DOUBLE_EQ(items[5].value.toDouble(), 1.5);
+    EXPECT_EQ(items[6].value.toByteArray(), u16(0) + u16(3) + u16(12) + u16(0));
+    EXPECT_EQ(items[6].dataType, "com.apple.metadata.datatype.raw-data");
+    EXPECT_EQ(items[7].value.toByteArray(), png);
+    EXPECT_EQ(items[7].dataType, "public.png");
+    EXPECT_EQ(items[8].dataType, "public.jpeg");
+    EXPECT_EQ(items[9].value.toString(), "smpb");
+    EXPECT_EQ(items[10].language, "eng");
+}
+
+TEST(BmffReader, QuickTimeKeysNameTheirItems) {
+    QByteArray ilst;
+    ilst += box(u32(2), dataAtom(1, "Canon"));
+    ilst += box(u32(0), dataAtom(1, "no key 0"));
+    ilst += box(u32(9), dataAtom(1, "no key 9"));
+    ilst += box(u32(1), dataAtom(1, "+48.8566+002.3522+035.000/") + dataAtom(1, "second"));
+    ilst += box(u32(3), dataAtom(67, u32(0xffffff85)));  // int32 -123
+    const QByteArray meta = quickTimeMeta(
+        {"com.apple.quicktime.location.ISO6709", "com.apple.quicktime.make", "my key/x"}, ilst);
+    // Movie-level metadata, and track metadata in container order.
+    const auto items = readMovieMetadataFromData(movieFile(box("trak", meta) + meta));
+    ASSERT_EQ(items.size(), 8);
+    EXPECT_EQ(items[0].identifier, "mdta/com.apple.quicktime.make");
+    EXPECT_EQ(items[1].identifier, "mdta/com.apple.quicktime.location.ISO6709");
+    EXPECT_EQ(items[2].value.toString(), "second");
+    EXPECT_EQ(items[3].identifier, "mdta/my%20key%2Fx");
+    EXPECT_EQ(items[3].key, "my key/x");
+    EXPECT_EQ(items[3].value, QVariant(qint64(-123)));
+    EXPECT_EQ(items[4].keySpace, "mdta");
+}
+
+TEST(BmffReader, UserDataTextRawAndIsoBoxes) {
+    QByteArray udta;
+    // Two entries: packed "und" in UTF-8, classic code 2 (German).
+    udta += box(kCopyright + "nam", u16(5) + u16(0x55c4) + "Hallo" + u16(3) + u16(2) + "abc");
+    udta += box(kCopyright + "key", box("data", u32(1) + u32(0) + "kw1,kw2"));  // typed form
+    udta += box("XYZW", "opaque");
+    udta += fullBox("titl", u16(packedLanguage("fra")) + QByteArray("Titre\0", 6));
+    udta += fullBox("dscp", u16(packedLanguage("eng")) + "\xfe\xff" + QByteArray("\0D\0e\0\0", 6));
+    udta += fullBox("kywd", u16(packedLanguage("eng")) + char(2) + char(2) + "k1" + char(3) +
+                                QByteArray("k2\0", 3));
+    udta += fullBox("yrrc", u16(2021));
+    udta += fullBox("albm", u16(packedLanguage("eng")) + QByteArray("Album\0", 6) + char(7));
+    // Name, role, longitude, latitude, altitude (16.16), body, notes.
+    udta += fullBox("loci", u16(packedLanguage("eng")) + QByteArray("Sydney\0", 7) + char(0) +
+                                u32(quint32(qint32(151.2093 * 65536))) +
+                                u32(quint32(qint32(-33.8688 * 65536))) + u32(0) +
+                                QByteArray("earth\0\0", 7));
+    udta += box("date", "2020-01-02T03:04:05+0100");
+    udta += fullBox("date", u16(packedLanguage("eng")) + "2021-02-03");
+    const auto items = readMovieMetadataFromData(movieFile(box("udta", udta)));
+    ASSERT_EQ(identifiers(items),
+              QStringList({"udta/%A9nam", "udta/%A9nam", "udta/%A9key", "udta/XYZW", "uiso/titl",
+                           "uiso/dscp", "uiso/kywd", "uiso/yrrc", "uiso/albm", "uiso/loci",
+                           "uiso/date", "uiso/date"}));
+    EXPECT_EQ(items[0].value.toString(), "Hallo");
+    EXPECT_EQ(items[0].language, "und");
+    EXPECT_EQ(items[1].language, "deu");
+    EXPECT_EQ(items[2].value.toString(), "kw1,kw2");
+    EXPECT_EQ(items[3].value.toByteArray(), "opaque");
+    EXPECT_EQ(items[4].value.toString(), "Titre");
+    EXPECT_EQ(items[4].language, "fra");
+    EXPECT_EQ(items[5].value.toString(), "De");
+    EXPECT_EQ(items[6].value.toString(), "k1,k2");
+    EXPECT_EQ(items[7].value, QVariant(qint64(2021)));
+    EXPECT_EQ(items[8].value.toString(), "Album");
+    EXPECT_EQ(items[9].value.toString(), "-33.8688+151.2093+000.000/");
+    EXPECT_EQ(items[10].value.toString(), "2020-01-02T03:04:05+0100");
+    EXPECT_EQ(items[11].value.toString(), "2021-02-03");
+}
+
+TEST(BmffReader, DamageKeepsWhatWasReadBefore) {
+    // An item whose size reaches past the item list: the items before it stay.
+    QByteArray ilst = box(kCopyright + "nam", dataAtom(1, "kept"));
+    ilst += u32(5000) + QByteArray(kCopyright + "ART") + u32(0);
+    auto items = readMovieMetadataFromData(movieFile(box("udta", itunesMeta(ilst))));
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0].value.toString(), "kept");
+
+    // A keys box that claims more keys than it holds, and a key longer than the box.
+    QByteArray keys = u32(1000) + u32(8 + 4) + "mdta" + "make" + u32(500) + "mdta";
+    QByteArray meta =
+        box("meta", handler("mdta") + fullBox("keys", keys) +
+                        box("ilst", box(u32(1), dataAtom(1, "X")) + box(u32(2), dataAtom(1, "Y"))));
+    items = readMovieMetadataFromData(movieFile(meta));
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0].identifier, "mdta/make");
+
+    // Not a movie file at all.
+    EXPECT_TRUE(readMovieMetadataFromData("Just some text that is not a movie file.").isEmpty());
+    EXPECT_TRUE(readMovieMetadataFromData(QByteArray()).isEmpty());
+    EXPECT_TRUE(readMovieMetadata(QStringLiteral("/nonexistent/file.mov")).isEmpty());
+}
+
+TEST(BmffReader, OversizedMovieBoxIsNotLoaded) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    QFile file(dir.filePath("huge.mov"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const qint64 size = Bmff::kMaxMovieBoxSize + 1024;
+    file.write(box("ftyp", "qt  ") + u32(quint32(size)) + "moov");
+    ASSERT_TRUE(file.resize(8 + 12 + size));  // sparse: no real disk use
+    file.close();
+    EXPECT_TRUE(readMovieMetadata(file.fileName()).isEmpty());
+}
