@@ -1,0 +1,244 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <algorithm>
+#include <random>
+
+#include "core/library/ik_image_item.h"
+#include "core/video/movie_metadata_reader.h"
+#include "core/video/video_metadata_rules.h"
+#include "support/media_fixtures.h"
+
+// Round trips through files that ffmpeg and exiftool write at test time: what
+// our reader lists must agree with what the tools put in and with exiftool's
+// own reading of the same file.
+
+namespace {
+
+QStringList lavfiClip() {
+    return {"-f",   "lavfi",   "-i",       "testsrc=size=96x64:rate=10:duration=0.5",
+            "-c:v", "libx264", "-pix_fmt", "yuv420p"};
+}
+
+QString metadataClip(const QString& name, const QStringList& extra) {
+    return ffmpegFixture(name, lavfiClip() + extra);
+}
+
+// iTunes items, movie box in front of the media data.
+QString itunesClip() {
+    return metadataClip("reader_itunes.mp4",
+                        {"-metadata", "title=Tïtle ✓", "-metadata", "artist=Arty", "-metadata",
+                         "album=Alb", "-movflags", "+faststart"});
+}
+
+// QuickTime keys, movie box after the media data.
+QString keysClip() {
+    return metadataClip(
+        "reader_keys.mov",
+        {"-movflags", "use_metadata_tags", "-metadata", "com.apple.quicktime.make=Canon",
+         "-metadata", "com.apple.quicktime.location.ISO6709=-33.8688+151.2093+012.500/"});
+}
+
+// A copy of `source` changed by exiftool with `args`; made once and cached.
+QString exiftoolFixture(const QString& name, const QString& source, const QStringList& args) {
+    const QString path = fixtureDir() + '/' + name;
+    if (QFileInfo(path).size() > 0) return path;
+    const QString partial =
+        fixtureDir() + QStringLiteral("/.partial-%1-").arg(QCoreApplication::applicationPid()) +
+        name;
+    QFile::remove(partial);
+    if (source.isEmpty() || !QFile::copy(source, partial)) return {};
+    if (!runTool("exiftool",
+                 QStringList{"-q", "-overwrite_original"} + args + QStringList{partial})) {
+        QFile::remove(partial);
+        return {};
+    }
+    QFile::remove(path);
+    return QFile::rename(partial, path) ? path : QString();
+}
+
+QString valueOf(const QList<MetadataItem>& items, const QString& identifier) {
+    for (const MetadataItem& item : items) {
+        if (item.identifier == identifier) return item.value.toString();
+    }
+    return "<none>";
+}
+
+// exiftool's reading of a file, keyed "Group1:Tag" (first value of each).
+QJsonObject exiftoolTags(const QString& path) {
+    QProcess p;
+    p.start("exiftool", {"-G1", "-a", "-j", "-n", path});
+    if (!p.waitForFinished(60000)) return {};
+    return QJsonDocument::fromJson(p.readAllStandardOutput()).array().at(0).toObject();
+}
+
+#define REQUIRE_TOOLS() \
+    if (!haveTool("ffmpeg") || !haveTool("exiftool")) GTEST_SKIP() << "needs ffmpeg and exiftool"
+
+}  // namespace
+
+TEST(VideoMetadataFiles, Mp4ItunesItemsMatchExiftool) {
+    REQUIRE_TOOLS();
+    const QString mp4 = itunesClip();
+    ASSERT_FALSE(mp4.isEmpty()) << lastToolOutput().toStdString();
+    const QString cover = ffmpegFixture(
+        "reader_cover.png", {"-f", "lavfi", "-i", "color=blue:size=24x16", "-frames:v", "1"});
+    const QString m4v = exiftoolFixture("reader_itunes_cover.m4v", mp4,
+                                        {"-ItemList:CoverArt<=" + cover, "-ItemList:Director=Dir",
+                                         "-ItemList:Copyright=(c) Me", "-ItemList:Publisher=Pub"});
+    ASSERT_FALSE(m4v.isEmpty()) << lastToolOutput().toStdString();
+
+    const auto items = readMovieMetadata(m4v);
+    const QJsonObject tool = exiftoolTags(m4v);
+    EXPECT_EQ(valueOf(items, "itsk/%A9nam"), "Tïtle ✓");
+    EXPECT_EQ(valueOf(items, "itsk/%A9nam"), tool["ItemList:Title"].toString());
+    EXPECT_EQ(valueOf(items, "itsk/%A9ART"), tool["ItemList:Artist"].toString());
+    EXPECT_EQ(valueOf(items, "itsk/%A9alb"), tool["ItemList:Album"].toString());
+    EXPECT_EQ(valueOf(items, "itsk/%A9dir"), tool["ItemList:Director"].toString());
+    EXPECT_EQ(valueOf(items, "itsk/cprt"), tool["ItemList:Copyright"].toString());
+    EXPECT_EQ(valueOf(items, "itsk/%A9pub"), "Pub");
+
+    IKImageItem record;
+    record.filePath = m4v;
+    readVideoFileMetadata(record, false);
+    EXPECT_EQ(record.fileMetaArray.size(), items.size());
+    EXPECT_EQ(record.fileTitle, "Tïtle ✓");
+    EXPECT_EQ(record.fileArist, "Arty");
+    EXPECT_EQ(record.fileAblumName, "Alb");
+    EXPECT_EQ(record.fileDirector, "Dir");
+    EXPECT_EQ(record.fileCopyright, "(c) Me");
+    EXPECT_EQ(record.filePublisher, "Pub");
+    EXPECT_EQ(record.fileImage.size(), QSize(24, 16));
+}
+
+TEST(VideoMetadataFiles, MovQuickTimeKeysAndUserData) {
+    REQUIRE_TOOLS();
+    // Keys written by ffmpeg, then more keys and user data added by exiftool.
+    const QString keysMov = keysClip();
+    ASSERT_FALSE(keysMov.isEmpty()) << lastToolOutput().toStdString();
+    const QString edited = exiftoolFixture(
+        "reader_keys_edited.mov", keysMov,
+        {"-Keys:Model=EOS", "-Keys:Keywords=alpha,beta", "-Keys:Description=Keys desc",
+         "-Keys:CreationDate=2019:05:04 10:11:12+08:00", "-UserData:Description=Iso desc"});
+    ASSERT_FALSE(edited.isEmpty()) << lastToolOutput().toStdString();
+
+    const auto items = readMovieMetadata(edited);
+    const QJsonObject tool = exiftoolTags(edited);
+    EXPECT_EQ(valueOf(items, "mdta/com.apple.quicktime.make"), tool["Keys:Make"].toString());
+    EXPECT_EQ(valueOf(items, "mdta/com.apple.quicktime.model"), tool["Keys:Model"].toString());
+    EXPECT_EQ(valueOf(items, "mdta/com.apple.quicktime.keywords"), "alpha,beta");
+    EXPECT_EQ(valueOf(items, "mdta/com.apple.quicktime.location.ISO6709"),
+              "-33.8688+151.2093+012.500/");
+    EXPECT_EQ(valueOf(items, "uiso/dscp"), "Iso desc");
+
+    IKImageItem record;
+    record.filePath = edited;
+    readVideoFileMetadata(record, false);
+    EXPECT_EQ(record.fileMake, "Canon");
+    EXPECT_EQ(record.fileModel, "EOS");
+    EXPECT_EQ(record.fileKeyWords, "alpha,beta");
+    EXPECT_EQ(record.shootDateStr, "2019-05-04 10:11:12");
+    EXPECT_EQ(record.latitudeFormat, "-");
+    // The signed values agree with exiftool's decimal reading.
+    const QStringList gps = tool["Keys:GPSCoordinates"].toString().split(' ');
+    ASSERT_EQ(gps.size(), 3);
+    EXPECT_NEAR(-record.filelatitude, gps[0].toDouble(), 1e-4);
+    EXPECT_NEAR(record.filelongtitude, gps[1].toDouble(), 1e-4);
+    EXPECT_NEAR(record.fileAtitude, gps[2].toDouble(), 1e-3);
+
+    // The folder scan leaves out the 3GPP description; the keys one is kept.
+    IKImageItem scanned;
+    scanned.filePath = edited;
+    readVideoFileMetadata(scanned, true);
+    EXPECT_EQ(scanned.fileDescription, "Keys desc");
+}
+
+TEST(VideoMetadataFiles, QuickTimeUserDataText) {
+    REQUIRE_TOOLS();
+    const QString mov =
+        metadataClip("reader_udta.mov", {"-metadata", "title=Plain", "-metadata", "artist=Arty"});
+    ASSERT_FALSE(mov.isEmpty()) << lastToolOutput().toStdString();
+    const auto items = readMovieMetadata(mov);
+    const QJsonObject tool = exiftoolTags(mov);
+    EXPECT_EQ(valueOf(items, "udta/%A9nam"), tool["UserData:Title"].toString());
+    EXPECT_EQ(valueOf(items, "udta/%A9ART"), tool["UserData:Artist"].toString());
+    for (const MetadataItem& item : items)
+        EXPECT_EQ(item.keySpace, "udta") << item.identifier.toStdString();
+}
+
+TEST(VideoMetadataFiles, ThreeGppBoxesAndLocation) {
+    REQUIRE_TOOLS();
+    const QString gp = ffmpegFixture(
+        "reader_3gpp.3gp",
+        {"-f", "lavfi", "-i", "testsrc=size=176x144:rate=10:duration=0.5", "-c:v", "libx264",
+         "-metadata", "title=3g title", "-metadata", "author=Auth", "-metadata", "album=Alb3",
+         "-metadata", "location=+48.8566+002.3522+035.000/"});
+    ASSERT_FALSE(gp.isEmpty()) << lastToolOutput().toStdString();
+    const QString dated = exiftoolFixture("reader_3gpp_dated.3gp", gp,
+                                          {"-UserData:DateTimeOriginal=2020:01:02 03:04:05"});
+    ASSERT_FALSE(dated.isEmpty()) << lastToolOutput().toStdString();
+
+    const auto items = readMovieMetadata(dated);
+    EXPECT_EQ(valueOf(items, "uiso/titl"), "3g title");
+    EXPECT_EQ(valueOf(items, "uiso/auth"), "Auth");
+    EXPECT_EQ(valueOf(items, "uiso/loci"), "+48.8566+002.3522+035.000/");
+
+    IKImageItem record;
+    record.filePath = dated;
+    readVideoFileMetadata(record, true);
+    EXPECT_DOUBLE_EQ(record.filelatitude, 48.8566);
+    EXPECT_DOUBLE_EQ(record.filelongtitude, 2.3522);
+    EXPECT_DOUBLE_EQ(record.fileAtitude, 35.0);
+    // exiftool stores the date with an offset; the offset is dropped.
+    EXPECT_TRUE(record.shootDateStr.startsWith("2020-01-02 03:04:05") ||
+                record.shootDateStr.startsWith("2020:01:02 03:04:05"))
+        << record.shootDateStr.toStdString();
+    EXPECT_EQ(record.shootDate, QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)));
+}
+
+TEST(VideoMetadataFiles, TruncatedAndCorruptedCopiesAreReadSafely) {
+    REQUIRE_TOOLS();
+    QStringList sources;
+    sources << itunesClip() << keysClip();
+    std::mt19937 random(20261121);
+    for (const QString& path : sources) {
+        if (path.isEmpty()) continue;
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray data = file.readAll();
+        const auto full = readMovieMetadataFromData(data);
+        ASSERT_FALSE(full.isEmpty()) << path.toStdString();
+
+        // Where the movie box lies.
+        const qsizetype moovStart = std::max<qsizetype>(0, data.indexOf("moov") - 4);
+        const auto* header = reinterpret_cast<const uchar*>(data.constData() + moovStart);
+        const qsizetype declared =
+            (qsizetype(header[0]) << 24) | (header[1] << 16) | (header[2] << 8) | header[3];
+        const qsizetype moovSize = std::clamp<qsizetype>(declared, 8, data.size() - moovStart);
+        // Cut at every 1/200th of the file and at every byte of its first 4 KiB.
+        for (qsizetype cut = 0; cut < data.size(); cut += (cut < 4096 ? 1 : data.size() / 200)) {
+            const auto items = readMovieMetadataFromData(data.left(cut));
+            EXPECT_LE(items.size(), full.size() + 64);
+            // A cut after the movie box loses nothing.
+            if (cut >= moovStart + moovSize) EXPECT_EQ(items.size(), full.size()) << cut;
+        }
+        // Flip bits, mostly inside the movie box.
+        for (int round = 0; round < 400; ++round) {
+            QByteArray damaged = data;
+            const int flips = 1 + int(random() % 8);
+            for (int i = 0; i < flips; ++i) {
+                const qsizetype at = round % 4 ? moovStart + qsizetype(random() % quint32(moovSize))
+                                               : qsizetype(random() % quint32(data.size()));
+                damaged[at] = char(damaged[at] ^ char(1 << (random() % 8)));
+            }
+            (void)readMovieMetadataFromData(damaged);
+        }
+    }
+}

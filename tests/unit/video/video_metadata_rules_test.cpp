@@ -1,0 +1,250 @@
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QImage>
+#include <QVariantMap>
+
+#include "core/library/ik_image_item.h"
+#include "core/video/video_metadata_rules.h"
+
+namespace {
+
+MetadataItem item(const QString& identifier, const QVariant& value) {
+    MetadataItem m;
+    m.keySpace = identifier.section('/', 0, 0);
+    m.identifier = identifier;
+    m.value = value;
+    return m;
+}
+
+QByteArray pngOf(int width, int height) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return png;
+}
+
+QDateTime local(int y, int mo, int d, int h, int mi, int s) {
+    return QDateTime(QDate(y, mo, d), QTime(h, mi, s));
+}
+
+// Collects the log lines written while it lives.
+class LogCapture {
+public:
+    LogCapture() {
+        s_lines.clear();
+        m_previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext&, const QString& line) { s_lines << line; });
+    }
+    ~LogCapture() { qInstallMessageHandler(m_previous); }
+    const QStringList& lines() const { return s_lines; }
+
+private:
+    static inline QStringList s_lines;
+    QtMessageHandler m_previous;
+};
+
+}  // namespace
+
+TEST(VideoMetadataRules, LastItemInContainerOrderWins) {
+    IKImageItem a;
+    applyVideoMetadata(a, {item("itsk/%A9nam", "iTunes"), item("id3/TIT2", "ID3")}, false);
+    EXPECT_EQ(a.fileTitle, "ID3");
+    IKImageItem b;
+    applyVideoMetadata(b, {item("id3/TIT2", "ID3"), item("itsk/%A9nam", "iTunes")}, false);
+    EXPECT_EQ(b.fileTitle, "iTunes");
+    // No ranking of key spaces, and unknown identifiers change nothing.
+    IKImageItem c;
+    applyVideoMetadata(c,
+                       {item("mdta/com.apple.quicktime.description", " spaced "),
+                        item("uiso/dscp", "iso"), item("udta/%A9des", "ignored")},
+                       false);
+    EXPECT_EQ(c.fileDescription, "iso");
+}
+
+TEST(VideoMetadataRules, ImportAndFolderScanUseTheirOwnSets) {
+    const QList<MetadataItem> items = {
+        item("common/make", "CommonMake"),
+        item("mdta/com.apple.quicktime.model", "QtModel"),
+        item("common/model", "CommonModel"),
+        item("mdta/com.apple.quicktime.software", "Soft"),
+        item("uiso/dscp", "IsoDesc"),
+        item("mdta/com.apple.proapps.manufacturer", "Maker"),
+        item("itsk/%A9alb", "Album"),
+        item("itsk/%A9ART", "Artist"),
+        item("itsk/%A9pub", "Pub"),
+        item("itsk/cprt", "Copy"),
+        item("itsk/%A9dir", "Dir"),
+        item("itsk/%A9prf", "Actor"),
+        item("id3/TYER", "1999"),
+    };
+    IKImageItem imported;
+    applyVideoMetadata(imported, items, false);
+    EXPECT_EQ(imported.fileMake, "CommonMake");
+    EXPECT_EQ(imported.fileModel, "CommonModel");
+    EXPECT_EQ(imported.fileSoftware, "Soft");
+    EXPECT_EQ(imported.fileDescription, "IsoDesc");
+    EXPECT_EQ(imported.fileproducer, "Maker");  // the manufacturer is filed as producer
+    EXPECT_EQ(imported.fileAblumName, "Album");
+    EXPECT_EQ(imported.fileArist, "Artist");
+    EXPECT_EQ(imported.filePublisher, "Pub");
+    EXPECT_EQ(imported.fileCopyright, "Copy");
+    EXPECT_EQ(imported.fileDirector, "Dir");
+    EXPECT_EQ(imported.fileActor, "Actor");
+    EXPECT_EQ(imported.fileReleasedYear, "1999");
+
+    IKImageItem scanned;
+    applyVideoMetadata(scanned, items, true);
+    EXPECT_EQ(scanned.fileMake, "");
+    EXPECT_EQ(scanned.fileModel, "QtModel");
+    EXPECT_EQ(scanned.fileSoftware, "");
+    EXPECT_EQ(scanned.fileDescription, "");
+    EXPECT_EQ(scanned.fileproducer, "");
+    EXPECT_EQ(scanned.fileAblumName, "Album");
+    EXPECT_EQ(scanned.fileReleasedYear, "1999");
+}
+
+TEST(VideoMetadataRules, PicturesDecodeOrLeaveTheImage) {
+    IKImageItem record;
+    applyVideoMetadata(record, {item("itsk/covr", pngOf(4, 3))}, false);
+    EXPECT_EQ(record.fileImage.size(), QSize(4, 3));
+    applyVideoMetadata(record, {item("itsk/covr", QByteArray("not a picture"))}, false);
+    EXPECT_EQ(record.fileImage.size(), QSize(4, 3));
+
+    QVariantMap frame{{"data", pngOf(5, 5)}, {"MIMEType", "image/png"}};
+    applyVideoMetadata(record, {item("id3/APIC", frame)}, false);
+    EXPECT_EQ(record.fileImage.size(), QSize(5, 5));
+    applyVideoMetadata(record, {item("org.id3/APIC", pngOf(6, 6))}, false);  // wrong identifier
+    EXPECT_EQ(record.fileImage.size(), QSize(5, 5));
+    applyVideoMetadata(record, {item("id3/APIC", QVariantMap{{"data", QByteArray()}})}, false);
+    applyVideoMetadata(record, {item("id3/APIC", QString("text"))}, false);
+    EXPECT_EQ(record.fileImage.size(), QSize(5, 5));
+    MetadataItem raw = item("id3/APIC", pngOf(7, 7));
+    applyVideoMetadata(record, {raw}, true);
+    EXPECT_EQ(record.fileImage.size(), QSize(7, 7));
+}
+
+TEST(VideoMetadataRules, KeywordsAreLoggedOnImportOnly) {
+    LogCapture log;
+    IKImageItem record;
+    applyVideoMetadata(record, {item("mdta/com.apple.quicktime.keywords", QByteArray("a,b"))},
+                       false);
+    EXPECT_EQ(record.fileKeyWords, "a,b");
+    EXPECT_TRUE(log.lines().contains("[AVitem value]===QByteArray,=a,b="))
+        << log.lines().join('\n').toStdString();
+    const qsizetype before = log.lines().size();
+    applyVideoMetadata(record, {item("udta/%A9key", QString("c"))}, true);
+    EXPECT_EQ(record.fileKeyWords, "c");
+    EXPECT_EQ(log.lines().size(), before);
+}
+
+TEST(VideoMetadataRules, DatesAndLocationsGoThroughTheirParsers) {
+    IKImageItem record;
+    applyVideoMetadata(record,
+                       {item("mdta/com.apple.quicktime.creationdate", "2019-05-04T10:11:12+0800"),
+                        item("uiso/loci", "+48.8566+002.3522+035.000/")},
+                       true);
+    EXPECT_EQ(record.shootDateStr, "2019-05-04 10:11:12");
+    EXPECT_EQ(record.shootDate, local(2019, 5, 4, 10, 11, 12));
+    EXPECT_DOUBLE_EQ(record.filelongtitude, 2.3522);
+    // A location that is not text is ignored; "udta/date" is not read.
+    IKImageItem other;
+    applyVideoMetadata(other,
+                       {item("mdta/com.apple.quicktime.location.ISO6709", QByteArray("+1+2+3/")),
+                        item("udta/date", "2020:01:02 03:04:05")},
+                       false);
+    EXPECT_EQ(other.latitudeFormat, "");
+    EXPECT_EQ(other.shootDateStr, "");
+}
+
+// Named for the date suites so the zone runs of the test build pick it up.
+TEST(DatesVideoText, PatternsOffsetsAndFallback) {
+    struct Case {
+        const char* text;
+        const char* shootDateStr;
+        QDateTime date;  // invalid: the date must stay as it was
+    };
+    const QDateTime kept = local(2000, 1, 1, 0, 0, 0);
+    const Case cases[] = {
+        {"2020:01:02 03:04:05", "2020:01:02 03:04:05", local(2020, 1, 2, 3, 4, 5)},
+        {"2019-05-04T10:11:12+0800", "2019-05-04 10:11:12", local(2019, 5, 4, 10, 11, 12)},
+        {"2020:01:02 03:04:05+00:00", "2020:01:02 03:04:05", local(2020, 1, 2, 3, 4, 5)},
+        {"2019-05-04 10:11:12-0700", "2019-05-04 10:11:12", local(2019, 5, 4, 10, 11, 12)},
+        {"2019:05:04T10:11:12-07:00", "2019-05-04 10:11:12", local(2019, 5, 4, 10, 11, 12)},
+        {"2020-01-02T03:04:05Z", "2020-01-02 03:04:05Z", QDateTime()},
+        {"2020:01:02", "2020:01:02", QDateTime()},
+        {"someday+0100", "someday", QDateTime()},
+        {"2020-13-45 10:11:12+0100", "2020-13-45 10:11:12", QDateTime()},
+        {"2020-13-45 10:11:12-0100", "2020-13-45 10:11:12-0100", QDateTime()},
+    };
+    for (const Case& c : cases) {
+        IKImageItem record;
+        record.shootDate = kept;
+        applyVideoDateText(record, QString::fromUtf8(c.text));
+        EXPECT_EQ(record.shootDateStr, QString::fromUtf8(c.shootDateStr)) << c.text;
+        EXPECT_EQ(record.shootDate, c.date.isValid() ? c.date : kept) << c.text;
+    }
+}
+
+TEST(VideoLocation, ThreeSignedComponents) {
+    LogCapture log;
+    IKImageItem record;
+    applyIso6709Location(record, "+48.8566+002.3522+035.000/");
+    EXPECT_EQ(record.latitudeFormat, "+");
+    EXPECT_EQ(record.longtitudeFormat, "+");
+    EXPECT_EQ(record.AtitudeFormat, "+");
+    EXPECT_DOUBLE_EQ(record.filelatitude, 48.8566);
+    EXPECT_DOUBLE_EQ(record.filelongtitude, 2.3522);
+    EXPECT_DOUBLE_EQ(record.fileAtitude, 35.0);
+    EXPECT_TRUE(log.lines().contains("theStrArry==(+, 48.8566, +, 002.3522, +, 035.000/)"))
+        << log.lines().join('\n').toStdString();
+
+    applyIso6709Location(record, "-37.3349-122.0090-012.345/");
+    EXPECT_EQ(record.latitudeFormat, "-");
+    EXPECT_EQ(record.longtitudeFormat, "-");
+    EXPECT_EQ(record.AtitudeFormat, "-");
+    EXPECT_DOUBLE_EQ(record.filelatitude, 37.3349);  // magnitudes, never signed
+    EXPECT_DOUBLE_EQ(record.filelongtitude, 122.009);
+    EXPECT_DOUBLE_EQ(record.fileAtitude, 12.345);
+
+    // Whole degrees, a fourth sign is never reached.
+    applyIso6709Location(record, "+40-075+10-99/");
+    EXPECT_DOUBLE_EQ(record.filelatitude, 40);
+    EXPECT_DOUBLE_EQ(record.filelongtitude, 75);
+    EXPECT_DOUBLE_EQ(record.fileAtitude, 10);
+}
+
+TEST(VideoLocation, LongitudeNeedsAnAltitudeAfterIt) {
+    IKImageItem record;
+    applyIso6709Location(record, "-33.8688+151.2093/");
+    EXPECT_EQ(record.latitudeFormat, "-");
+    EXPECT_DOUBLE_EQ(record.filelatitude, 33.8688);
+    EXPECT_EQ(record.longtitudeFormat, "+");
+    EXPECT_EQ(record.filelongtitude, 0.0);
+    EXPECT_EQ(record.AtitudeFormat, "");
+
+    record.filelongtitude = 7.5;  // an earlier value survives
+    applyIso6709Location(record, "+10.0-020.0/");
+    EXPECT_DOUBLE_EQ(record.filelongtitude, 7.5);
+    EXPECT_DOUBLE_EQ(record.filelatitude, 10.0);
+
+    // A single sign sets only the latitude sign; no sign sets nothing.
+    IKImageItem single;
+    applyIso6709Location(single, "+48.8566");
+    EXPECT_EQ(single.latitudeFormat, "+");
+    EXPECT_EQ(single.filelatitude, 0.0);
+    IKImageItem none;
+    applyIso6709Location(none, "48.8566 2.3522");
+    applyIso6709Location(none, "");
+    EXPECT_EQ(none.latitudeFormat, "");
+    EXPECT_EQ(none.filelatitude, 0.0);
+    // Text after a number is ignored; a missing number reads as zero.
+    IKImageItem odd;
+    applyIso6709Location(odd, "+12.5abc+x+3e2/");
+    EXPECT_DOUBLE_EQ(odd.filelatitude, 12.5);
+    EXPECT_EQ(odd.filelongtitude, 0.0);
+    EXPECT_DOUBLE_EQ(odd.fileAtitude, 300.0);
+}
