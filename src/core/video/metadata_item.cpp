@@ -1,7 +1,6 @@
 #include "core/video/metadata_item.h"
 
-QString metadataIdentifier(const QString& keySpace, const QByteArray& key)
-{
+QString metadataIdentifier(const QString& keySpace, const QByteArray& key) {
     static const char hex[] = "0123456789ABCDEF";
     QString out = keySpace;
     out += QLatin1Char('/');
