@@ -1,0 +1,189 @@
+#pragma once
+
+#include <QByteArray>
+#include <QColor>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <array>
+
+#include "core/library/ik_image_item.h"
+#include "core/library/media_sort.h"
+
+class QComboBox;
+class QDialog;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QSettings;
+class QWidget;
+class AudioPanel;
+class BusyIndicator;
+class ColorWell;
+class ImportThread;
+class MainWindow;
+class MediaTableModel;
+class PRDragTableView;
+class PreferencesWindow;
+class ToolbarButton;
+class VideoPanel;
+
+// The one controller of the program: it owns the main window, every view and
+// panel, the media list and the settings, and carries out every action.
+// Member functions live in one source file per subject:
+//   app_delegate.cpp          construction, interface set-up, launch
+//   app_delegate_library.cpp  import, the media table, selection, removal
+//   app_delegate_prefs.cpp    preferences and the storage folder
+//   app_delegate_toolbar.cpp  toolbar dispatcher, quitting, help, busy indicator
+class AppDelegate : public QObject {
+    Q_OBJECT
+public:
+    // `settings` is the per-user defaults store; it must outlive the controller.
+    explicit AppDelegate(QSettings& settings, QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    static AppDelegate* GetAppDelegater();
+
+    // Interface set-up once the window exists, then the launch work.
+    void awakeFromNib();
+    void applicationDidFinishLaunching();
+
+    // Writes the running system's version into the given places (each may be null).
+    void getSystemVersionMajor(int* major, int* minor, int* bugFix);
+
+    MainWindow* mainWindow() const { return m_window; }
+
+    // --- import and the media table ---
+    void AddMediaFileAction(QObject* sender);
+    void ClickImportPhotosAction(QObject* sender);
+    void openPanelDidEnd1(int returnCode1, const QStringList& paths);
+    void OpenComputerFoldertoImportAction(QObject* sender);
+    void openPanelDidEnd(int returnCode, const QStringList& paths);
+    // Starts an import thread over files and folders (open panel and drops).
+    void importMediaItemsThreader(const QStringList& paths);
+    void LoadImportedMediasonMainThread();
+    bool tableViewValidateDrop(const QStringList& paths) const;
+    bool tableViewAcceptDrop(const QStringList& paths);
+    void PRDragOperationMediaNoteHandle(QObject* sender);
+    void tableViewDidClickTableColumn(MediaColumn column);
+    void tableViewSelectionDidChange();
+    void RemoveMediaFileAction(QObject* sender);
+    void RemoveSelectedMediaFileAction(QObject* sender);
+    void RemoveAllMediaFileAction(QObject* sender);
+    int numberOfRowsInTableView() const;
+    bool importRunning() const { return !m_importThreads.isEmpty(); }
+    // Stops every running import and waits for its thread.
+    void stopImports();
+
+    // --- preferences ---
+    void ShowPreferenceSetting(QObject* sender);
+    void CancelPreferenceSetting(QObject* sender);
+    void ResetPreferenceSetting(QObject* sender);
+    void ChangeStoreLocation(QObject* sender);
+    void openPanelDidEnd5(int returnCode5, const QStringList& paths);
+    void chooseStampFont();
+    void setStampFont(const QString& family, int size);
+
+    // --- toolbar, quitting, help ---
+    void MybuttonMouseDownHandle(QObject* sender);
+    void MyClosebuttonMouseDownHandle(QObject* sender);
+    void PRbuttonMouseEnteredHandle(QObject* sender);
+    void PRbuttonMouseExitedHandle(QObject* sender);
+    void CloseTheMainWindow();
+    bool windowShouldClose();
+    void ClickAbout(QObject* sender);
+    void CLICkProductGuide(QObject* sender);
+    void CLICkSupport(QObject* sender);
+    void startProgreess();
+    void endProgress();
+
+    // Name of the last action the dispatcher ran ("" when none); lets the
+    // activity view and the tests see what a button did.
+    QString lastDispatchedAction() const { return m_lastDispatchedAction; }
+
+    // --- state, named as the rest of the program knows it ---
+    QString storagelocation;
+    QString currentFontname;
+    qint32 currentFontSize = 0;
+    QColor currentFontColor;
+    qint32 macOsVer = 0;
+    bool blocalMode = false;
+    bool bImportLocalFolder = false;
+    QString bImportLocalPath;
+    bool basicInfoChange = false, cameraInfoChange = false, gpsInfoChange = false;
+    QVariantMap currentExifDictionary;
+    QString currentChooseFilePath;
+    QString xmpLocationStr;
+    QByteArray theImageData;
+    IKImageItemList cameItemArray;
+    IKImageItemList localPhotoItemArray;
+    QStringList mCameras;
+    // One direction flag per column (Name, Size, Time, Type, Artist, Album, Date).
+    std::array<bool, kMediaColumnCount> columnSortFlags{};
+
+    QString oldTitleStr, oldArtistStr, oldImageDescStr, oldCopyrightStr, oldCommentStr,
+        oldKeywordStr, oldCameraDateStr, oldCameraMakeStr, oldCameraModeStr, oldGpsAitStr,
+        oldGpsDateStr, oldGpsLatiStr, oldGpsTimeStr, oldGpsLongtStr, oldMovieTitle, oldMovieMake,
+        oldMovieAlbumArtist, oldMovieArtist, oldMovieModel, oldMovieCreatedDate, oldMovieShootDate,
+        oldMoviePublisher, oldMovieCopyright, oldMovieDescription, oldMovieKeywords, oldAlbumStr,
+        oldAlbumArtistStr, oldPublisherStr, oldBandStr, oldLyricStr, oldSubtitleStr,
+        oldRecordDateStr, oldCreateDateStr, oldReleaseYearStr, oldComposerStr, oldMovieProducer;
+
+    // Views and controls (owned by the windows).
+    PRDragTableView* dragtableView = nullptr;
+    MediaTableModel* mediaController = nullptr;
+    QWidget* leftphotoScrView = nullptr;
+    QWidget* leftTipView = nullptr;
+    QWidget* leftTipCameraImageView = nullptr;
+    VideoPanel* videoMetaView = nullptr;
+    AudioPanel* audioContentView = nullptr;
+    BusyIndicator* progressIndicator = nullptr;
+    PreferencesWindow* preferencesWindow = nullptr;
+    QDialog* aboutWindow = nullptr;
+    QLineEdit* storePathlab = nullptr;
+    QLabel* showFontlab = nullptr;
+    ColorWell* colorwell = nullptr;
+    QComboBox* postionBtn = nullptr;
+    QComboBox* dateFormatBtn = nullptr;
+
+    // Toolbar buttons, in the dispatcher's order.
+    ToolbarButton *opendeviceBtn = nullptr, *deletePhotoBtn = nullptr, *downloadPhotoBtn = nullptr,
+                  *importEditPhotoBtn = nullptr, *viewExifBtn = nullptr, *removeExifBtn = nullptr,
+                  *importPhotobtn = nullptr, *remoMetaDataLocalBtn = nullptr,
+                  *extractMetaBtn = nullptr, *SaveMediaChangesBtn = nullptr,
+                  *editMetaDataLocalBtn = nullptr, *videoBatchEditBtn = nullptr,
+                  *importandExportBtn = nullptr, *cameraphotoBtn = nullptr,
+                  *localphotoBtn = nullptr, *editBackBtn = nullptr, *editTemplateBtn = nullptr,
+                  *editApplyBtn = nullptr, *starteditBtn = nullptr, *localeditexifBtn = nullptr,
+                  *changePhotoDateBtn = nullptr, *changeMutiPhotoDateBtn = nullptr,
+                  *writeXmpBtn = nullptr, *CancelXmpBtn = nullptr;
+    ToolbarButton *addMediaBtn = nullptr, *removeMediaBtn = nullptr;
+
+    QMenu *editExifMenu = nullptr, *removeExifMenu = nullptr, *importPhotoMenu = nullptr,
+          *extractMetaMenu = nullptr, *videoBatchEditMenu = nullptr, *importandExportMenu = nullptr,
+          *changePhotoDateMenu = nullptr, *changeMutiPhotoDateMenu = nullptr;
+
+private:
+    friend class ImportThread;
+    void appendImportedItem(const IKImageItemPtr& item);
+    void noteFolderImported(const QString& parent);
+    void importThreadFinished(ImportThread* thread);
+    void showListOrHint();
+    void setupToolbar();
+    void setupMenus();
+    void setupPreferences();
+    void setupAboutWindow();
+    void popUpMenu(QMenu* menu, QWidget* button);
+    void dispatched(const char* action);
+    QList<int> selectedContentRows() const;
+
+    QSettings& m_settings;
+    MainWindow* m_window = nullptr;
+    QList<ImportThread*> m_importThreads;
+    QString m_lastDispatchedAction;
+    bool m_launched = false;
+};

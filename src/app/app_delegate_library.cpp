@@ -1,0 +1,218 @@
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QItemSelectionModel>
+
+#include <algorithm>
+
+#include "app/app_delegate.h"
+#include "app/import_thread.h"
+#include "core/app/user_defaults.h"
+#include "core/common/logging.h"
+#include "core/library/media_kinds.h"
+#include "ui/audio/audio_panel.h"
+#include "ui/library/media_open_dialog.h"
+#include "ui/library/media_table_model.h"
+#include "ui/library/pr_drag_table_view.h"
+#include "ui/shell/main_window.h"
+#include "ui/video/video_panel.h"
+
+namespace {
+const char* const kImportMessage = "Please select videos or auidos to import.";
+}
+
+void AppDelegate::AddMediaFileAction(QObject* sender) {
+    ClickImportPhotosAction(sender);
+}
+
+void AppDelegate::ClickImportPhotosAction(QObject*) {
+    // A sheet on the main window: files and folders, several at once.
+    auto* panel = new MediaOpenDialog(m_window, tr(kImportMessage));
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    connect(panel, &QDialog::finished, this,
+            [this, panel](int result) { openPanelDidEnd1(result, panel->chosenPaths()); });
+    panel->open();
+}
+
+void AppDelegate::openPanelDidEnd1(int returnCode1, const QStringList& paths) {
+    if (returnCode1 != QDialog::Accepted || paths.isEmpty()) return;
+    m_window->showList(true);
+    importMediaItemsThreader(paths);
+    blocalMode = true;
+}
+
+void AppDelegate::OpenComputerFoldertoImportAction(QObject*) {
+    auto* panel = new QFileDialog(m_window, tr(kImportMessage));
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setFileMode(QFileDialog::ExistingFiles);
+    panel->setWindowModality(Qt::WindowModal);
+    connect(panel, &QDialog::finished, this,
+            [this, panel](int result) { openPanelDidEnd(result, panel->selectedFiles()); });
+    panel->open();
+}
+
+void AppDelegate::openPanelDidEnd(int returnCode, const QStringList& paths) {
+    if (returnCode != QDialog::Accepted) return;
+    // The quick variant lists the files as they are, without reading them.
+    for (const QString& path : paths) {
+        auto item = std::make_shared<IKImageItem>();
+        if (isImagePath(path))
+            item->fileType = QStringLiteral("Image");
+        else if (isVideoPath(path))
+            item->fileType = QStringLiteral("Movie");
+        item->fileName = QFileInfo(path).fileName();
+        item->filePath = path;
+        localPhotoItemArray.append(item);
+        LoadImportedMediasonMainThread();
+    }
+    blocalMode = true;
+    ensureFolder(storagelocation);
+}
+
+void AppDelegate::importMediaItemsThreader(const QStringList& paths) {
+    auto* thread = new ImportThread(paths, this);
+    m_importThreads.append(thread);
+    connect(thread, &QThread::finished, this, [this, thread] { importThreadFinished(thread); });
+    startProgreess();
+    thread->start();
+}
+
+void AppDelegate::importThreadFinished(ImportThread* thread) {
+    if (!m_importThreads.removeOne(thread)) return;
+    thread->deleteLater();
+    if (m_importThreads.isEmpty()) endProgress();
+    qCInfo(lcTagsmith) << "import finished ==" << localPhotoItemArray.size() << "files listed";
+}
+
+void AppDelegate::stopImports() {
+    for (ImportThread* thread : std::as_const(m_importThreads)) thread->cancel();
+    // A thread may be waiting for the main thread to take its last record:
+    // keep the main thread answering until every thread has ended.
+    while (!m_importThreads.isEmpty()) {
+        ImportThread* thread = m_importThreads.takeFirst();
+        while (!thread->wait(20)) QCoreApplication::processEvents();
+        delete thread;
+    }
+}
+
+void AppDelegate::appendImportedItem(const IKImageItemPtr& item) {
+    localPhotoItemArray.append(item);
+}
+
+void AppDelegate::noteFolderImported(const QString& parent) {
+    // Never set back during a run: later single files count as folder imports too.
+    bImportLocalFolder = true;
+    bImportLocalPath = parent;
+}
+
+void AppDelegate::LoadImportedMediasonMainThread() {
+    // The content is rebuilt from the list, so a column sort is lost here.
+    mediaController->removeAllObjects();
+    mediaController->setContent(localPhotoItemArray);
+    showListOrHint();
+    dragtableView->viewport()->update();
+}
+
+void AppDelegate::showListOrHint() {
+    m_window->showList(!localPhotoItemArray.isEmpty());
+    m_window->setItemCount(int(localPhotoItemArray.size()));
+}
+
+int AppDelegate::numberOfRowsInTableView() const {
+    return mediaController->rowCount();
+}
+
+bool AppDelegate::tableViewValidateDrop(const QStringList& paths) const {
+    if (paths.isEmpty()) return false;
+    const QString& first = paths.first();
+    return isAudioPath(first) || isVideoPath(first) || QFileInfo(first).isDir();
+}
+
+bool AppDelegate::tableViewAcceptDrop(const QStringList& paths) {
+    qCInfo(lcTagsmith).noquote() << "urls==(" << paths.join(QStringLiteral(", ")) << ")";
+    m_window->showList(true);
+    importMediaItemsThreader(paths);
+    return true;
+}
+
+void AppDelegate::PRDragOperationMediaNoteHandle(QObject* sender) {
+    auto* table = qobject_cast<PRDragTableView*>(sender);
+    if (!table) return;
+    for (const QUrl& url : table->geturlArray()) {
+        const QString path = url.toLocalFile();
+        if (!isAudioPath(path) && !isVideoPath(path)) continue;
+        auto item = std::make_shared<IKImageItem>();
+        item->fileType = isAudioPath(path) ? QStringLiteral("Audio") : QStringLiteral("Movie");
+        item->fileName = QFileInfo(path).fileName();
+        item->filePath = path;
+        localPhotoItemArray.append(item);
+    }
+    LoadImportedMediasonMainThread();
+    blocalMode = true;
+}
+
+void AppDelegate::tableViewDidClickTableColumn(MediaColumn column) {
+    bool& flag = columnSortFlags[size_t(column)];
+    flag = !flag;
+    const bool f = flag;
+    IKImageItemList sorted = mediaController->content();
+    sortMediaItems(sorted, [column, f](const IKImageItem& a, const IKImageItem& b) {
+        return compareMediaItems(a, b, column, f);
+    });
+    mediaController->removeAllObjects();
+    mediaController->setContent(sorted);
+    dragtableView->clearSelection();
+    if (!sorted.isEmpty())
+        dragtableView->selectionModel()->select(
+            mediaController->index(0, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    dragtableView->viewport()->update();
+}
+
+QList<int> AppDelegate::selectedContentRows() const {
+    QList<int> rows;
+    for (const QModelIndex& index : dragtableView->selectionModel()->selectedRows())
+        rows << index.row();
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void AppDelegate::tableViewSelectionDidChange() {
+    const QList<int> rows = selectedContentRows();
+    if (rows.isEmpty()) return;
+    const IKImageItemPtr item = mediaController->itemAt(rows.first());
+    if (!item) return;
+    if (isAudioPath(item->filePath)) {
+        audioContentView->show();
+        videoMetaView->hide();
+        audioContentView->ShowAudioViewWithItem(*item);
+    } else if (isVideoPath(item->filePath)) {
+        videoMetaView->show();
+        audioContentView->hide();
+        videoMetaView->ShowVideoViewWithItem(*item);
+    }
+    m_window->updateContentPlaceholder();
+}
+
+void AppDelegate::RemoveMediaFileAction(QObject*) {
+    // The selected row numbers are taken against the list in import order,
+    // whatever order the table shows.
+    IKImageItemList doomed;
+    for (int row : selectedContentRows())
+        if (row >= 0 && row < localPhotoItemArray.size()) doomed << localPhotoItemArray.at(row);
+    if (doomed.isEmpty()) return;
+    for (const IKImageItemPtr& item : std::as_const(doomed)) {
+        localPhotoItemArray.removeOne(item);
+        qCInfo(lcTagsmith) << "removed from the list ==" << item->filePath;
+    }
+    mediaController->setContent(localPhotoItemArray);
+    showListOrHint();
+    dragtableView->viewport()->update();
+    videoMetaView->ShowVideoViewWithItem(IKImageItem{});
+}
+
+void AppDelegate::RemoveSelectedMediaFileAction(QObject*) {
+    qCInfo(lcTagsmith) << "removing the metadata of the selected files is not available yet";
+}
+
+void AppDelegate::RemoveAllMediaFileAction(QObject*) {
+    qCInfo(lcTagsmith) << "removing the metadata of all files is not available yet";
+}

@@ -1,0 +1,263 @@
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include <QToolBar>
+#include "app/app_delegate.h"
+#include "app/help_links.h"
+#include "core/common/desktop_integration.h"
+#include "core/common/logging.h"
+#include "ui/shell/busy_indicator.h"
+#include "ui/shell/main_window.h"
+
+#include "ui/shell/toolbar_button.h"
+
+namespace {
+QIcon icon(const char* name) {
+    return QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
+}
+}  // namespace
+
+void AppDelegate::setupToolbar() {
+    struct Spec {
+        ToolbarButton** field;
+        const char* name;
+        const char* icon;
+        const char* text;
+        bool visible;
+        bool enabled;
+    };
+    // Buttons whose work comes later exist (the dispatcher knows them) but
+    // are disabled; the ones of other modes are kept off the toolbar.
+    const Spec specs[] = {
+        {&localphotoBtn, "localphotoBtn", "computer", "Computer", true, true},
+        {&cameraphotoBtn, "cameraphotoBtn", "camera", "Camera", true, false},
+        {&addMediaBtn, "addMediaBtn", "add", "Add", true, true},
+        {&removeMediaBtn, "removeMediaBtn", "remove", "Remove", true, true},
+        {&SaveMediaChangesBtn, "SaveMediaChangesBtn", "save", "Save", true, false},
+        {&videoBatchEditBtn, "videoBatchEditBtn", "batch", "Video Tools", true, true},
+        {&importandExportBtn, "importandExportBtn", "import-export", "Import/Export", true, true},
+        {&remoMetaDataLocalBtn, "remoMetaDataLocalBtn", "erase", "Remove Metadata", true, true},
+        {&editMetaDataLocalBtn, "editMetaDataLocalBtn", "edit", "Edit", false, false},
+        {&extractMetaBtn, "extractMetaBtn", "import-export", "Extract", false, false},
+        {&importPhotobtn, "importPhotobtn", "add", "Import Photos", false, false},
+        {&opendeviceBtn, "opendeviceBtn", "camera", "Open Device", false, false},
+        {&deletePhotoBtn, "deletePhotoBtn", "remove", "Delete", false, false},
+        {&downloadPhotoBtn, "downloadPhotoBtn", "save", "Download", false, false},
+        {&importEditPhotoBtn, "importEditPhotoBtn", "edit", "Import to Edit", false, false},
+        {&viewExifBtn, "viewExifBtn", "edit", "Edit EXIF", false, false},
+        {&removeExifBtn, "removeExifBtn", "erase", "Remove EXIF", false, false},
+        {&editBackBtn, "editBackBtn", "computer", "Back", false, false},
+        {&editTemplateBtn, "editTemplateBtn", "import-export", "Template", false, false},
+        {&editApplyBtn, "editApplyBtn", "save", "Apply", false, false},
+        {&starteditBtn, "starteditBtn", "edit", "Edit", false, false},
+        {&localeditexifBtn, "localeditexifBtn", "edit", "Edit EXIF", false, false},
+        {&changePhotoDateBtn, "changePhotoDateBtn", "batch", "Date", false, false},
+        {&changeMutiPhotoDateBtn, "changeMutiPhotoDateBtn", "batch", "Dates", false, false},
+        {&writeXmpBtn, "writeXmpBtn", "save", "Write XMP", false, false},
+        {&CancelXmpBtn, "CancelXmpBtn", "remove", "Cancel XMP", false, false},
+    };
+    for (const Spec& s : specs) {
+        auto* button = new ToolbarButton(QString::fromLatin1(s.name), icon(s.icon), tr(s.text),
+                                         m_window->toolbar());
+        button->setEnabled(s.enabled);
+        *s.field = button;
+        connect(button, &ToolbarButton::PRbuttonMouseEntered, this,
+                &AppDelegate::PRbuttonMouseEnteredHandle);
+        connect(button, &ToolbarButton::PRbuttonMouseExited, this,
+                &AppDelegate::PRbuttonMouseExitedHandle);
+        if (button == addMediaBtn || button == removeMediaBtn) continue;
+        connect(button, &ToolbarButton::MybuttonMouseDown, this,
+                &AppDelegate::MybuttonMouseDownHandle);
+    }
+    connect(addMediaBtn, &ToolbarButton::MybuttonMouseDown, this, &AppDelegate::AddMediaFileAction);
+    connect(removeMediaBtn, &ToolbarButton::MybuttonMouseDown, this,
+            &AppDelegate::RemoveMediaFileAction);
+
+    for (const Spec& s : specs) {
+        if (*s.field == addMediaBtn) m_window->addToolbarSeparator();
+        if (*s.field == SaveMediaChangesBtn) m_window->addToolbarSeparator();
+        if (*s.field == editMetaDataLocalBtn) m_window->addToolbarStretch();
+        m_window->addToolbarButton(*s.field, s.visible);
+    }
+    localphotoBtn->setCheckable(true);
+    localphotoBtn->setChecked(true);
+}
+
+void AppDelegate::setupMenus() {
+    auto menu = [this](QMenu*& field, const char* name, std::initializer_list<const char*> items) {
+        field = new QMenu(m_window);
+        field->setObjectName(QString::fromLatin1(name));
+        for (const char* text : items) field->addAction(tr(text))->setEnabled(false);
+    };
+    menu(editExifMenu, "editExifMenu", {"Edit Metadata", "Edit GPS"});
+    menu(removeExifMenu, "removeExifMenu",
+         {"Remove Metadata of Selected Files", "Remove Metadata of All Files"});
+    menu(importPhotoMenu, "importPhotoMenu", {"Import Photos", "Import Folder"});
+    menu(extractMetaMenu, "extractMetaMenu", {"Extract Metadata"});
+    menu(videoBatchEditMenu, "videoBatchEditMenu",
+         {"Convert", "Compress", "Make GIF", "Change Speed", "Extract Frames", "Extract Audio",
+          "Remove Audio"});
+    menu(importandExportMenu, "importandExportMenu",
+         {"Export Metadata", "Import Metadata", "Export Template"});
+    menu(changePhotoDateMenu, "changePhotoDateMenu", {"Change Date"});
+    menu(changeMutiPhotoDateMenu, "changeMutiPhotoDateMenu", {"Change Dates"});
+    // The metadata removal commands are listed, waiting for their writers.
+    const QList<QAction*> removal = removeExifMenu->actions();
+    connect(removal.at(0), &QAction::triggered, this,
+            [this] { RemoveSelectedMediaFileAction(removeExifMenu); });
+    connect(removal.at(1), &QAction::triggered, this,
+            [this] { RemoveAllMediaFileAction(removeExifMenu); });
+
+    QMenuBar* bar = m_window->menuBar();
+    QMenu* app = bar->addMenu(tr("&Tagsmith"));
+    app->addAction(tr("About Tagsmith"), this, [this] { ClickAbout(nullptr); });
+    app->addAction(tr("Preferences..."), QKeySequence::Preferences, this,
+                   [this] { ShowPreferenceSetting(nullptr); });
+    app->addSeparator();
+    app->addAction(tr("Quit Tagsmith"), QKeySequence::Quit, this, [this] { CloseTheMainWindow(); });
+    QMenu* file = bar->addMenu(tr("&File"));
+    file->addAction(tr("Add Files or Folders..."), QKeySequence::Open, this,
+                    [this] { AddMediaFileAction(nullptr); });
+    file->addAction(tr("Add Files Quickly..."), this,
+                    [this] { OpenComputerFoldertoImportAction(nullptr); });
+    file->addAction(tr("Remove from List"), QKeySequence::Delete, this,
+                    [this] { RemoveMediaFileAction(nullptr); });
+    QMenu* help = bar->addMenu(tr("&Help"));
+    help->addAction(tr("User Guide"), this, [this] { CLICkProductGuide(nullptr); });
+    help->addAction(tr("Support"), this, [this] { CLICkSupport(nullptr); });
+}
+
+void AppDelegate::setupAboutWindow() {
+    aboutWindow = new QDialog(m_window);
+    aboutWindow->setObjectName(QStringLiteral("aboutWindow"));
+    aboutWindow->setWindowTitle(tr("About Tagsmith"));
+    auto* layout = new QVBoxLayout(aboutWindow);
+    layout->setContentsMargins(32, 24, 32, 24);
+    auto* logo = new QLabel(aboutWindow);
+    logo->setPixmap(QIcon(QStringLiteral(":/icons/tagsmith.svg")).pixmap(72, 72));
+    logo->setAlignment(Qt::AlignCenter);
+    auto* name = new QLabel(QStringLiteral("Tagsmith"), aboutWindow);
+    name->setObjectName(QStringLiteral("aboutName"));
+    name->setAlignment(Qt::AlignCenter);
+    auto* text =
+        new QLabel(tr("Edits the metadata of videos, audio files and photos."), aboutWindow);
+    text->setAlignment(Qt::AlignCenter);
+    auto* version =
+        new QLabel(tr("Version %1").arg(QCoreApplication::applicationVersion()), aboutWindow);
+    version->setAlignment(Qt::AlignCenter);
+    layout->addWidget(logo);
+    layout->addWidget(name);
+    layout->addWidget(text);
+    layout->addWidget(version);
+}
+
+void AppDelegate::dispatched(const char* action) {
+    m_lastDispatchedAction = QString::fromLatin1(action);
+    qCInfo(lcTagsmith) << "toolbar ==" << action;
+}
+
+void AppDelegate::popUpMenu(QMenu* menu, QWidget* button) {
+    // The menu's top-left corner goes to the button's lower-left corner.
+    menu->popup(button->mapToGlobal(QPoint(0, button->height())));
+}
+
+void AppDelegate::MybuttonMouseDownHandle(QObject* sender) {
+    if (!sender) return;
+    // Compared by identity, in this order; the first match acts.
+    if (sender == opendeviceBtn) return dispatched("OpenDeviceAction");
+    if (sender == deletePhotoBtn) return dispatched("DeletePhotoAction");
+    if (sender == downloadPhotoBtn) return dispatched("DownloadPhotoAction");
+    if (sender == importEditPhotoBtn) return dispatched("DownloadImportEditePhotoAction");
+    if (sender == viewExifBtn)
+        return popUpMenu(editExifMenu, viewExifBtn), dispatched("editExifMenu");
+    if (sender == removeExifBtn)
+        return popUpMenu(removeExifMenu, removeExifBtn), dispatched("removeExifMenu");
+    if (sender == importPhotobtn)
+        return popUpMenu(importPhotoMenu, importPhotobtn), dispatched("importPhotoMenu");
+    if (sender == remoMetaDataLocalBtn)
+        return popUpMenu(removeExifMenu, remoMetaDataLocalBtn), dispatched("removeExifMenu");
+    if (sender == extractMetaBtn)
+        return popUpMenu(extractMetaMenu, extractMetaBtn), dispatched("extractMetaMenu");
+    if (sender == SaveMediaChangesBtn) return dispatched("SaveMeidaFileChangesAction");
+    if (sender == editMetaDataLocalBtn)
+        return popUpMenu(editExifMenu, editMetaDataLocalBtn), dispatched("editExifMenu");
+    if (sender == videoBatchEditBtn)
+        return popUpMenu(videoBatchEditMenu, videoBatchEditBtn), dispatched("videoBatchEditMenu");
+    if (sender == importandExportBtn)
+        return popUpMenu(importandExportMenu, importandExportBtn),
+               dispatched("importandExportMenu");
+    if (sender == cameraphotoBtn) return dispatched("ChangeToImportiOSDevicePhoto");
+    if (sender == localphotoBtn) {
+        localphotoBtn->setChecked(true);
+        return dispatched("ChangeToImportComputerPhoto");
+    }
+    if (sender == editBackBtn) return dispatched("HideEditViewAction");
+    if (sender == editTemplateBtn) return dispatched("ExportTemplateDataToPlist");
+    if (sender == editApplyBtn) return dispatched("ClickApplyChangeAction");
+    if (sender == starteditBtn) return dispatched("StartEditViewAction");
+    if (sender == localeditexifBtn) return dispatched("StartEditViewAction");
+    if (sender == changePhotoDateBtn)
+        return popUpMenu(changePhotoDateMenu, changePhotoDateBtn),
+               dispatched("changePhotoDateMenu");
+    if (sender == changeMutiPhotoDateBtn)
+        return popUpMenu(changeMutiPhotoDateMenu, changeMutiPhotoDateBtn),
+               dispatched("changeMutiPhotoDateMenu");
+    if (sender == writeXmpBtn) return dispatched("BatchWriteXMPFileToVideoAction");
+    if (sender == CancelXmpBtn) return dispatched("CanelXMPMetadataToPhotosAction");
+    // Any other sender is ignored.
+}
+
+void AppDelegate::MyClosebuttonMouseDownHandle(QObject*) {
+    CloseTheMainWindow();
+}
+
+void AppDelegate::PRbuttonMouseEnteredHandle(QObject*) {}
+
+void AppDelegate::PRbuttonMouseExitedHandle(QObject*) {}
+
+void AppDelegate::CloseTheMainWindow() {
+    QMessageBox alert(m_window);
+    alert.setIcon(QMessageBox::Question);
+    alert.setText(tr("Are you sure you want to Exit ?"));
+    QPushButton* exitButton = alert.addButton(tr(" Exit "), QMessageBox::AcceptRole);
+    alert.addButton(tr("Cancel"), QMessageBox::RejectRole);
+    alert.setDefaultButton(exitButton);
+    alert.exec();
+    if (alert.clickedButton() == exitButton) QCoreApplication::quit();
+}
+
+bool AppDelegate::windowShouldClose() {
+    QCoreApplication::quit();
+    return true;
+}
+
+void AppDelegate::ClickAbout(QObject*) {
+    if (!aboutWindow->isVisible()) aboutWindow->show();
+}
+
+void AppDelegate::CLICkProductGuide(QObject*) {
+    DesktopIntegration::instance().openUrl(QUrl(QString::fromLatin1(kProductGuideUrl)));
+}
+
+void AppDelegate::CLICkSupport(QObject*) {
+    DesktopIntegration::instance().openUrl(QUrl(QString::fromLatin1(kSupportUrl)));
+}
+
+void AppDelegate::startProgreess() {
+    progressIndicator->show();
+    progressIndicator->startAnimation();
+}
+
+void AppDelegate::endProgress() {
+    progressIndicator->hide();
+    // Started again, not stopped: the hidden indicator keeps turning.
+    progressIndicator->startAnimation();
+}

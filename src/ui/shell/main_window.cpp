@@ -1,0 +1,153 @@
+#include "ui/shell/main_window.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFile>
+#include <QLabel>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "ui/audio/audio_panel.h"
+#include "ui/library/pr_drag_table_view.h"
+#include "ui/shell/activity_view.h"
+#include "ui/shell/busy_indicator.h"
+#include "ui/shell/toolbar_button.h"
+#include "ui/video/video_panel.h"
+
+// The resources live in a static library: nothing would pull them into the
+// program unless they are asked for by name.
+static void initResources() {
+    static const bool done = [] {
+        Q_INIT_RESOURCE(resources);
+        return true;
+    }();
+    Q_UNUSED(done);
+}
+
+QString tagsmithStyleSheet() {
+    initResources();
+    QFile file(QStringLiteral(":/style/tagsmith.qss"));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return QString::fromUtf8(file.readAll());
+}
+
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
+    initResources();
+    setObjectName(QStringLiteral("mainWindow"));
+    setWindowTitle(QStringLiteral("Tagsmith"));
+    setWindowIcon(QIcon(QStringLiteral(":/icons/tagsmith.svg")));
+    resize(1180, 740);
+
+    m_toolbar = new QToolBar(tr("Toolbar"), this);
+    m_toolbar->setObjectName(QStringLiteral("mainToolbar"));
+    m_toolbar->setMovable(false);
+    m_toolbar->setFloatable(false);
+    m_toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    addToolBar(Qt::TopToolBarArea, m_toolbar);
+
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->setObjectName(QStringLiteral("mainSplitter"));
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(1);
+
+    m_left = new QStackedWidget(splitter);
+    m_left->setObjectName(QStringLiteral("leftContentView"));
+    m_hint =
+        new DropHintView(QStringLiteral(":/icons/drop-here.svg"),
+                         tr("Drop videos or folders here\nor press Add to choose them"), m_left);
+    m_hint->setObjectName(QStringLiteral("leftTipView"));
+    m_cameraHint = new DropHintView(QStringLiteral(":/icons/camera.svg"),
+                                    tr("Connect a camera or phone to see its photos"), m_left);
+    m_cameraHint->setObjectName(QStringLiteral("leftTipCameraImageView"));
+    m_table = new PRDragTableView(m_left);
+    m_left->addWidget(m_hint);
+    m_left->addWidget(m_cameraHint);
+    m_left->addWidget(m_table);
+
+    auto* content = new QWidget(splitter);
+    content->setObjectName(QStringLiteral("mediaContentView"));
+    auto* contentLayout = new QVBoxLayout(content);
+    contentLayout->setContentsMargins(0, 0, 0, 0);
+    m_placeholder = new QLabel(tr("Select a file to see its details"), content);
+    m_placeholder->setObjectName(QStringLiteral("contentPlaceholder"));
+    static_cast<QLabel*>(m_placeholder)->setAlignment(Qt::AlignCenter);
+    m_video = new VideoPanel(content);
+    m_audio = new AudioPanel(content);
+    contentLayout->addWidget(m_placeholder, 1);
+    contentLayout->addWidget(m_video, 1);
+    contentLayout->addWidget(m_audio, 1);
+    m_video->hide();
+    m_audio->hide();
+
+    splitter->addWidget(m_left);
+    splitter->addWidget(content);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    splitter->setSizes({700, 440});
+    setCentralWidget(splitter);
+
+    auto* dock = new QDockWidget(tr("Activity"), this);
+    dock->setObjectName(QStringLiteral("activityDock"));
+    dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
+    m_activity = new ActivityView(dock);
+    dock->setWidget(m_activity);
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    resizeDocks({dock}, {120}, Qt::Vertical);
+
+    m_count = new QLabel(this);
+    m_count->setObjectName(QStringLiteral("itemCount"));
+    m_busy = new BusyIndicator(this);
+    m_busy->hide();
+    statusBar()->addWidget(m_count, 1);
+    statusBar()->addPermanentWidget(m_busy);
+    statusBar()->setSizeGripEnabled(false);
+    setItemCount(0);
+}
+
+void MainWindow::addToolbarButton(ToolbarButton* button, bool visible) {
+    QAction* action = m_toolbar->addWidget(button);
+    action->setObjectName(button->objectName() + QStringLiteral("Action"));
+    action->setVisible(visible);
+}
+
+void MainWindow::addToolbarSeparator() {
+    m_toolbar->addSeparator();
+}
+
+void MainWindow::addToolbarStretch() {
+    auto* spacer = new QWidget(m_toolbar);
+    spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    spacer->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_toolbar->addWidget(spacer);
+}
+
+void MainWindow::showList(bool list) {
+    m_left->setCurrentWidget(list ? static_cast<QWidget*>(m_table) : m_hint);
+}
+
+QWidget* MainWindow::listArea() const {
+    return m_table;
+}
+
+bool MainWindow::listShown() const {
+    return m_left->currentWidget() == m_table;
+}
+
+void MainWindow::updateContentPlaceholder() {
+    m_placeholder->setVisible(m_video->isHidden() && m_audio->isHidden());
+}
+
+void MainWindow::setItemCount(int count) {
+    m_count->setText(count == 1 ? tr("1 file") : tr("%1 files").arg(count));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (shouldClose && !shouldClose()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <functional>
+
+class QLabel;
+class QStackedWidget;
+class QToolBar;
+class ActivityView;
+class AudioPanel;
+class BusyIndicator;
+class DropHintView;
+class PRDragTableView;
+class ToolbarButton;
+class VideoPanel;
+
+// The main window: toolbar, the media list (or the hint while it is empty)
+// on the left, the panel of the selected file on the right, and the
+// activity view at the bottom. It holds the views; the controller fills
+// them and answers their actions.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+
+    // Adds a button to the toolbar; hidden buttons exist but take no room.
+    void addToolbarButton(ToolbarButton* button, bool visible);
+    void addToolbarSeparator();
+    void addToolbarStretch();
+
+    // Shows the list (true) or the hint of the empty list (false).
+    void showList(bool list);
+    bool listShown() const;
+    // Shows the placeholder of the right side when neither panel is visible.
+    void updateContentPlaceholder();
+    void setItemCount(int count);
+
+    // Asked when the close box is pressed; false keeps the window open.
+    std::function<bool()> shouldClose;
+
+    QToolBar* toolbar() const { return m_toolbar; }
+    PRDragTableView* dragTable() const { return m_table; }
+    DropHintView* hintView() const { return m_hint; }
+    QWidget* cameraHintView() const { return m_cameraHint; }
+    QWidget* listArea() const;
+    VideoPanel* videoPanel() const { return m_video; }
+    AudioPanel* audioPanel() const { return m_audio; }
+    BusyIndicator* busyIndicator() const { return m_busy; }
+    ActivityView* activityView() const { return m_activity; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QToolBar* m_toolbar = nullptr;
+    QStackedWidget* m_left = nullptr;
+    PRDragTableView* m_table = nullptr;
+    DropHintView* m_hint = nullptr;
+    QWidget* m_cameraHint = nullptr;
+    QWidget* m_placeholder = nullptr;
+    VideoPanel* m_video = nullptr;
+    AudioPanel* m_audio = nullptr;
+    BusyIndicator* m_busy = nullptr;
+    ActivityView* m_activity = nullptr;
+    QLabel* m_count = nullptr;
+};
+
+// Loads the program's style sheet from the resources.
+QString tagsmithStyleSheet();

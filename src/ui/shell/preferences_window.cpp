@@ -1,0 +1,81 @@
+#include "ui/shell/preferences_window.h"
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+ColorWell::ColorWell(QWidget* parent) : QPushButton(parent) {
+    setObjectName(QStringLiteral("colorwell"));
+    setFixedSize(44, 22);
+    setColor(Qt::white);
+    connect(this, &QPushButton::clicked, this, [this] {
+        const QColor chosen = QColorDialog::getColor(m_color, window(), tr("Stamp Colour"));
+        if (!chosen.isValid()) return;
+        setColor(chosen);
+        Q_EMIT colorChosen(chosen);
+    });
+}
+
+void ColorWell::setColor(const QColor& color) {
+    m_color = color;
+    setStyleSheet(QStringLiteral("QPushButton#colorwell { background: %1; border: 1px solid "
+                                 "#6b6b6b; border-radius: 3px; }")
+                      .arg(color.name()));
+}
+
+PreferencesWindow::PreferencesWindow(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("preferencesWindow"));
+    setWindowTitle(tr("Preferences"));
+    setModal(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(20, 18, 20, 16);
+    layout->setSpacing(14);
+
+    auto* storageTitle = new QLabel(tr("Storage Location"), this);
+    storageTitle->setObjectName(QStringLiteral("sectionTitle"));
+    layout->addWidget(storageTitle);
+    auto* storageRow = new QHBoxLayout;
+    storePathlab = new QLineEdit(this);
+    storePathlab->setObjectName(QStringLiteral("storePathlab"));
+    storePathlab->setReadOnly(true);
+    storePathlab->setMinimumWidth(340);
+    changeLocationButton = new QPushButton(tr("Change..."), this);
+    storageRow->addWidget(storePathlab, 1);
+    storageRow->addWidget(changeLocationButton);
+    layout->addLayout(storageRow);
+
+    auto* stampTitle = new QLabel(tr("Date Stamp"), this);
+    stampTitle->setObjectName(QStringLiteral("sectionTitle"));
+    layout->addWidget(stampTitle);
+    auto* form = new QFormLayout;
+    form->setLabelAlignment(Qt::AlignRight);
+    auto* fontRow = new QHBoxLayout;
+    showFontlab = new QLabel(this);
+    showFontlab->setObjectName(QStringLiteral("showFontlab"));
+    fontButton = new QPushButton(tr("Font..."), this);
+    fontRow->addWidget(showFontlab, 1);
+    fontRow->addWidget(fontButton);
+    form->addRow(tr("Font:"), fontRow);
+    colorwell = new ColorWell(this);
+    form->addRow(tr("Colour:"), colorwell);
+    postionBtn = new QComboBox(this);
+    postionBtn->setObjectName(QStringLiteral("postionBtn"));
+    form->addRow(tr("Position:"), postionBtn);
+    dateFormatBtn = new QComboBox(this);
+    dateFormatBtn->setObjectName(QStringLiteral("dateFormatBtn"));
+    form->addRow(tr("Date format:"), dateFormatBtn);
+    layout->addLayout(form);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    cancelButton = new QPushButton(tr("Cancel"), this);
+    okButton = new QPushButton(tr(" OK "), this);
+    okButton->setDefault(true);
+    buttons->addWidget(cancelButton);
+    buttons->addWidget(okButton);
+    layout->addLayout(buttons);
+}

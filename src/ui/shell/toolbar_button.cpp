@@ -1,0 +1,25 @@
+#include "ui/shell/toolbar_button.h"
+
+ToolbarButton::ToolbarButton(const QString& name, const QIcon& icon, const QString& text,
+                             QWidget* parent)
+    : QToolButton(parent) {
+    setObjectName(name);
+    setIcon(icon);
+    setText(text);
+    setToolTip(text);
+    setIconSize(QSize(26, 26));
+    setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    setAutoRaise(true);
+    setCursor(Qt::PointingHandCursor);
+    connect(this, &QToolButton::clicked, this, [this] { Q_EMIT MybuttonMouseDown(this); });
+}
+
+void ToolbarButton::enterEvent(QEnterEvent* event) {
+    QToolButton::enterEvent(event);
+    Q_EMIT PRbuttonMouseEntered(this);
+}
+
+void ToolbarButton::leaveEvent(QEvent* event) {
+    QToolButton::leaveEvent(event);
+    Q_EMIT PRbuttonMouseExited(this);
+}

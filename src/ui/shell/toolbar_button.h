@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QToolButton>
+
+// A button of the toolbar. It does not act by itself: pressing it tells the
+// controller which button was pressed, and the controller's dispatcher
+// decides what happens. Hovering is reported the same way.
+class ToolbarButton : public QToolButton {
+    Q_OBJECT
+public:
+    ToolbarButton(const QString& name, const QIcon& icon, const QString& text,
+                  QWidget* parent = nullptr);
+
+Q_SIGNALS:
+    void MybuttonMouseDown(QObject* sender);
+    void PRbuttonMouseEntered(QObject* sender);
+    void PRbuttonMouseExited(QObject* sender);
+
+protected:
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+};

@@ -1,0 +1,227 @@
+// Start-up, preferences, the toolbar dispatcher, help links, the busy
+// indicator and shutting down while an import runs, on the real controller.
+#include <QColor>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSettings>
+#include <QtTest>
+
+#include "app/app_delegate.h"
+#include "app/help_links.h"
+#include "core/app/user_defaults.h"
+#include "core/common/desktop_integration.h"
+#include "media_fixture.h"
+#include "ui/audio/audio_panel.h"
+#include "ui/shell/busy_indicator.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/preferences_window.h"
+#include "ui/shell/toolbar_button.h"
+#include "ui/video/video_panel.h"
+
+class ShellTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void firstLaunchWritesFourKeysAndStartsClean();
+    void laterLaunchKeepsTheStoredTitlesQuirks();
+    void storageFolderChangesOnlyWithOk();
+    void dispatcherActsOnKnownButtonsOnly();
+    void helpAboutAndBusyIndicator();
+    void shuttingDownDuringAnImport();
+
+private:
+    AppDelegate& launch();
+    RecordingDesktopIntegration* m_desktop = nullptr;
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<AppDelegate> m_app;
+};
+
+void ShellTest::init() {
+    auto recorder = std::make_unique<RecordingDesktopIntegration>();
+    m_desktop = recorder.get();
+    DesktopIntegration::setInstance(std::move(recorder));
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_settings = std::make_unique<QSettings>(m_dir->filePath(QStringLiteral("tagsmith.ini")),
+                                             QSettings::IniFormat);
+}
+
+void ShellTest::cleanup() {
+    m_app.reset();
+    m_settings.reset();
+    m_dir.reset();
+}
+
+AppDelegate& ShellTest::launch() {
+    m_app.reset();
+    m_app = std::make_unique<AppDelegate>(*m_settings);
+    m_app->awakeFromNib();
+    m_app->applicationDidFinishLaunching();
+    return *m_app;
+}
+
+void ShellTest::firstLaunchWritesFourKeysAndStartsClean() {
+    AppDelegate& app = launch();
+    QCOMPARE(AppDelegate::GetAppDelegater(), &app);
+    QCOMPARE(m_settings->allKeys().size(), 4);
+    for (const char* key : {"storagePath", "fontName", "Postion", "Dateformat"})
+        QVERIFY2(m_settings->contains(QLatin1String(key)), key);
+    QVERIFY(!m_settings->contains(QStringLiteral("fontsize")));
+    QCOMPARE(m_settings->value(QStringLiteral("Postion")).toString(),
+             QStringLiteral("lower left corner"));
+
+    QCOMPARE(app.storagelocation, defaultStoragePath());
+    QVERIFY(QFileInfo(app.storagelocation).isDir());
+    QCOMPARE(app.storePathlab->text(), app.storagelocation);
+    QCOMPARE(app.showFontlab->text(), QStringLiteral("Lucida Grande 14"));
+    QCOMPARE(app.postionBtn->currentText(), QStringLiteral("Lower left corner"));
+    QCOMPARE(app.postionBtn->count(), 4);
+    QCOMPARE(app.dateFormatBtn->currentText(), QStringLiteral("MM/DD/YYYY HH:MM"));
+    QCOMPARE(app.colorwell->color(), QColor(Qt::white));
+    QCOMPARE(app.currentFontColor, QColor(Qt::white));
+
+    // Old values are empty texts, not absent ones; the flags start as stated.
+    QVERIFY(!app.oldMovieTitle.isNull() && app.oldMovieTitle.isEmpty());
+    QVERIFY(!app.oldMovieProducer.isNull() && !app.bImportLocalPath.isNull());
+    QVERIFY(app.blocalMode);
+    QVERIFY(!app.bImportLocalFolder);
+    for (bool flag : app.columnSortFlags) QVERIFY(!flag);
+    QVERIFY(app.localPhotoItemArray.isEmpty());
+    QVERIFY(!app.mainWindow()->listShown());
+    QVERIFY(app.videoMetaView->isHidden() && app.audioContentView->isHidden());
+    // Camera buttons wait for a camera.
+    QVERIFY(!app.deletePhotoBtn->isEnabled() && !app.viewExifBtn->isEnabled());
+}
+
+void ShellTest::laterLaunchKeepsTheStoredTitlesQuirks() {
+    launch();
+    // The second launch: "fontsize" was never written and reads 0; the stored
+    // position "lower left corner" matches no item, so none is selected.
+    AppDelegate& app = launch();
+    QCOMPARE(app.currentFontSize, 0);
+    QCOMPARE(app.showFontlab->text(), QStringLiteral("Lucida Grande 0"));
+    QCOMPARE(app.postionBtn->currentIndex(), -1);
+    QCOMPARE(app.dateFormatBtn->currentText(), QStringLiteral("MM/DD/YYYY HH:MM"));
+
+    // After one OK with a chosen position, later launches select it.
+    app.postionBtn->setCurrentIndex(1);
+    app.setStampFont(QStringLiteral("DejaVu Sans"), 18);
+    app.ResetPreferenceSetting(nullptr);
+    AppDelegate& third = launch();
+    QCOMPARE(third.postionBtn->currentText(), QStringLiteral("Upper right corner"));
+    QCOMPARE(third.showFontlab->text(), QStringLiteral("DejaVu Sans 18"));
+    QCOMPARE(m_settings->value(QStringLiteral("fontsize")).toInt(), 18);
+}
+
+void ShellTest::storageFolderChangesOnlyWithOk() {
+    AppDelegate& app = launch();
+    const QString old = app.storagelocation;
+    const QString chosen = m_dir->filePath(QStringLiteral("chosen/output"));
+
+    app.ShowPreferenceSetting(nullptr);
+    QVERIFY(app.preferencesWindow->isVisible());
+    app.openPanelDidEnd5(QDialog::Rejected, {chosen});
+    QCOMPARE(app.storePathlab->text(), old);
+    app.openPanelDidEnd5(QDialog::Accepted, {chosen});
+    QCOMPARE(app.storePathlab->text(), chosen);
+    app.CancelPreferenceSetting(nullptr);
+    QVERIFY(!app.preferencesWindow->isVisible());
+    QCOMPARE(app.storagelocation, old);
+    QCOMPARE(m_settings->value(QStringLiteral("storagePath")).toString(), old);
+    QVERIFY(!QFileInfo::exists(chosen));
+
+    // Shown again, the window offers the folder in effect.
+    app.ShowPreferenceSetting(nullptr);
+    QCOMPARE(app.storePathlab->text(), old);
+    app.openPanelDidEnd5(QDialog::Accepted, {chosen});
+    app.ResetPreferenceSetting(nullptr);
+    QVERIFY(!app.preferencesWindow->isVisible());
+    QCOMPARE(app.storagelocation, chosen);
+    QCOMPARE(m_settings->value(QStringLiteral("storagePath")).toString(), chosen);
+    QVERIFY(QFileInfo(chosen).isDir());
+    QCOMPARE(m_settings->value(QStringLiteral("fontsize")).toInt(), 14);
+    QCOMPARE(m_settings->value(QStringLiteral("Postion")).toString(),
+             QStringLiteral("Lower left corner"));
+}
+
+void ShellTest::dispatcherActsOnKnownButtonsOnly() {
+    AppDelegate& app = launch();
+    QObject stranger;
+    stranger.setObjectName(QStringLiteral("SaveMediaChangesBtn"));  // same name, other object
+    app.MybuttonMouseDownHandle(&stranger);
+    app.MybuttonMouseDownHandle(nullptr);
+    QCOMPARE(app.lastDispatchedAction(), QString());
+
+    app.MybuttonMouseDownHandle(app.SaveMediaChangesBtn);
+    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("SaveMeidaFileChangesAction"));
+    app.MybuttonMouseDownHandle(app.localeditexifBtn);
+    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("StartEditViewAction"));
+    app.MybuttonMouseDownHandle(app.CancelXmpBtn);
+    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("CanelXMPMetadataToPhotosAction"));
+    app.MybuttonMouseDownHandle(&stranger);
+    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("CanelXMPMetadataToPhotosAction"));
+
+    // Every button of the dispatcher exists under its own name.
+    for (const char* name : {"opendeviceBtn",        "deletePhotoBtn",
+                             "downloadPhotoBtn",     "importEditPhotoBtn",
+                             "viewExifBtn",          "removeExifBtn",
+                             "importPhotobtn",       "remoMetaDataLocalBtn",
+                             "extractMetaBtn",       "SaveMediaChangesBtn",
+                             "editMetaDataLocalBtn", "videoBatchEditBtn",
+                             "importandExportBtn",   "cameraphotoBtn",
+                             "localphotoBtn",        "editBackBtn",
+                             "editTemplateBtn",      "editApplyBtn",
+                             "starteditBtn",         "localeditexifBtn",
+                             "changePhotoDateBtn",   "changeMutiPhotoDateBtn",
+                             "writeXmpBtn",          "CancelXmpBtn"})
+        QVERIFY2(app.mainWindow()->findChild<ToolbarButton*>(QLatin1String(name)), name);
+
+    // A real click goes through the dispatcher too.
+    app.mainWindow()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(app.mainWindow()));
+    QTest::mouseClick(app.localphotoBtn, Qt::LeftButton);
+    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("ChangeToImportComputerPhoto"));
+}
+
+void ShellTest::helpAboutAndBusyIndicator() {
+    AppDelegate& app = launch();
+    app.CLICkProductGuide(nullptr);
+    app.CLICkSupport(nullptr);
+    QCOMPARE(m_desktop->opened, QList<QUrl>({QUrl(QLatin1String(kProductGuideUrl)),
+                                             QUrl(QLatin1String(kSupportUrl))}));
+
+    app.ClickAbout(nullptr);
+    QVERIFY(app.aboutWindow->isVisible());
+    app.ClickAbout(nullptr);
+    QVERIFY(app.aboutWindow->isVisible());
+    app.aboutWindow->hide();
+
+    app.mainWindow()->show();
+    app.startProgreess();
+    QVERIFY(app.progressIndicator->isVisible());
+    QVERIFY(app.progressIndicator->isAnimating());
+    // Ending hides the indicator but leaves it turning.
+    app.endProgress();
+    QVERIFY(!app.progressIndicator->isVisible());
+    QVERIFY(app.progressIndicator->isAnimating());
+}
+
+void ShellTest::shuttingDownDuringAnImport() {
+    MediaFixture media;
+    QString error;
+    if (!media.make(&error)) QSKIP(qPrintable(error));
+    AppDelegate& app = launch();
+    QVERIFY(app.tableViewAcceptDrop({media.folder(), media.folder(), media.folder()}));
+    QVERIFY(app.importRunning());
+    QTest::qWait(5);
+    // The controller goes away while threads still read: they are stopped
+    // and waited for, and nothing reaches the dead controller.
+    m_app.reset();
+    QCOMPARE(AppDelegate::GetAppDelegater(), nullptr);
+}
+
+QTEST_MAIN(ShellTest)
+#include "shell_test.moc"
