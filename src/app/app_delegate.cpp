@@ -114,12 +114,12 @@ void AppDelegate::awakeFromNib() {
     mediaController = new MediaTableModel(this);
     dragtableView->setModel(mediaController);
     QHeaderView* header = dragtableView->horizontalHeader();
-    header->resizeSection(int(MediaColumn::Name), 230);
-    header->resizeSection(int(MediaColumn::Size), 90);
-    header->resizeSection(int(MediaColumn::Time), 90);
-    header->resizeSection(int(MediaColumn::Type), 110);
-    header->resizeSection(int(MediaColumn::Artist), 110);
-    header->resizeSection(int(MediaColumn::Album), 110);
+    header->resizeSection(int(MediaColumn::Name), 220);
+    header->resizeSection(int(MediaColumn::Size), 100);
+    header->resizeSection(int(MediaColumn::Time), 115);
+    header->resizeSection(int(MediaColumn::Type), 130);
+    header->resizeSection(int(MediaColumn::Artist), 120);
+    header->resizeSection(int(MediaColumn::Album), 120);
     connect(header, &QHeaderView::sectionClicked, this,
             [this](int section) { tableViewDidClickTableColumn(MediaColumn(section)); });
     connect(dragtableView->selectionModel(), &QItemSelectionModel::selectionChanged, this,

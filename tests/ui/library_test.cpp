@@ -156,6 +156,7 @@ void LibraryTest::selectionShowsTheVideoPanel() {
     QVERIFY(m_app->audioContentView->isHidden());
     QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
     QCOMPARE(m_app->videoMetaView->fileSizeText(), shown->fileSize);
+    QTest::qWait(50);  // let the layouts settle before the picture is taken
     m_app->mainWindow()->grab().save(QStringLiteral("/tmp/tagsmith-selected.png"));
 }
 

@@ -94,6 +94,13 @@ void ShellTest::firstLaunchWritesFourKeysAndStartsClean() {
     QVERIFY(app.videoMetaView->isHidden() && app.audioContentView->isHidden());
     // Camera buttons wait for a camera.
     QVERIFY(!app.deletePhotoBtn->isEnabled() && !app.viewExifBtn->isEnabled());
+
+    app.mainWindow()->show();
+    app.ShowPreferenceSetting(nullptr);
+    QVERIFY(QTest::qWaitForWindowExposed(app.mainWindow()));
+    QTest::qWait(50);
+    app.mainWindow()->grab().save(QStringLiteral("/tmp/tagsmith-empty.png"));
+    app.preferencesWindow->grab().save(QStringLiteral("/tmp/tagsmith-preferences.png"));
 }
 
 void ShellTest::laterLaunchKeepsTheStoredTitlesQuirks() {

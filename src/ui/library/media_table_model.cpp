@@ -17,22 +17,20 @@ QIcon mediaThumbnail(const QString& path) {
     return {};
 }
 
-// The desktop's icon for the file's type, with our own as the last resort.
+// The desktop's icon for the file's type; our own for videos and audio when
+// the desktop theme has none; the file manager's icon as the last resort.
 QIcon fileTypeIcon(const QString& path) {
     static const QMimeDatabase mimes;
     const QMimeType mime = mimes.mimeTypeForFile(path, QMimeDatabase::MatchExtension);
     QIcon icon = QIcon::fromTheme(mime.iconName());
     if (icon.isNull()) icon = QIcon::fromTheme(mime.genericIconName());
-    if (icon.isNull()) {
-        static const QFileIconProvider provider;
-        icon = provider.icon(QFileInfo(path));
-    }
-    if (icon.isNull() || icon.availableSizes().isEmpty()) {
-        const bool audio = mime.name().startsWith(QLatin1String("audio/"));
-        icon = QIcon(audio ? QStringLiteral(":/icons/audio-file.svg")
-                           : QStringLiteral(":/icons/video-file.svg"));
-    }
-    return icon;
+    if (!icon.isNull()) return icon;
+    if (mime.name().startsWith(QLatin1String("audio/")))
+        return QIcon(QStringLiteral(":/icons/audio-file.svg"));
+    if (mime.name().startsWith(QLatin1String("video/")))
+        return QIcon(QStringLiteral(":/icons/video-file.svg"));
+    static const QFileIconProvider provider;
+    return provider.icon(QFileInfo(path));
 }
 }  // namespace
 
