@@ -3,7 +3,10 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QListView>
+#include <QMimeData>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QtTest>
 
 #include "app/app_delegate.h"
@@ -11,6 +14,7 @@
 #include "core/common/logging.h"
 #include "media_fixture.h"
 #include "ui/audio/audio_panel.h"
+#include "ui/library/media_open_dialog.h"
 #include "ui/library/media_table_model.h"
 #include "ui/library/pr_drag_table_view.h"
 #include "ui/shell/main_window.h"
@@ -43,6 +47,9 @@ private Q_SLOTS:
     void selectionShowsTheVideoPanel();
     void removalMapsRowsOntoImportOrder();
     void newImportRefillsInImportOrder();
+    void openPanelsListTheirChoices();
+    void openDialogTakesFilesAndFoldersTogether();
+    void dragAndDropOnTheTable();
 
 private:
     void clickHeader(MediaColumn column);
@@ -216,6 +223,91 @@ void LibraryTest::newImportRefillsInImportOrder() {
     m_app->RemoveMediaFileAction(nullptr);
     QVERIFY(m_app->localPhotoItemArray.isEmpty());
     QVERIFY(!m_app->mainWindow()->listShown());
+}
+
+void LibraryTest::openPanelsListTheirChoices() {
+    // The full import from the open panel's end handler.
+    m_app->blocalMode = false;
+    m_app->openPanelDidEnd1(QDialog::Rejected, {m_media.folder()});
+    QVERIFY(!m_app->importRunning());
+    m_app->openPanelDidEnd1(QDialog::Accepted, {m_media.folder() + QStringLiteral("/Apple.mov")});
+    QVERIFY(m_app->blocalMode);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+    QCOMPARE(m_app->localPhotoItemArray.size(), 1);
+    QVERIFY(m_app->localPhotoItemArray.first()->fileduration > 2.5);
+
+    // The quick variant lists names and kinds without reading the files.
+    m_app->openPanelDidEnd(QDialog::Accepted, {m_media.folder() + QStringLiteral("/b-clip.mp4"),
+                                               m_media.folder() + QStringLiteral("/notes.txt")});
+    QCOMPARE(m_app->localPhotoItemArray.size(), 3);
+    QCOMPARE(m_app->localPhotoItemArray.at(1)->fileType, QStringLiteral("Movie"));
+    QVERIFY(m_app->localPhotoItemArray.at(1)->fileSize.isEmpty());
+    QCOMPARE(m_app->localPhotoItemArray.at(2)->fileType, QStringLiteral("Image"));
+    QCOMPARE(m_app->numberOfRowsInTableView(), 3);
+}
+
+void LibraryTest::openDialogTakesFilesAndFoldersTogether() {
+    // Never shown: the selection is made as a user would, then Open pressed.
+    MediaOpenDialog dialog(nullptr, QStringLiteral("Please select videos or auidos to import."));
+    dialog.setDirectory(m_media.folder());
+    auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
+    QVERIFY(list);
+    QAbstractItemModel* model = list->model();
+    QModelIndex root = list->rootIndex();
+    QTRY_VERIFY_WITH_TIMEOUT(model->rowCount(root) >= 4, 10000);
+    QModelIndex folder, file;
+    for (int r = 0; r < model->rowCount(root); ++r) {
+        const QModelIndex index = model->index(r, 0, root);
+        if (index.data().toString() == QLatin1String("nested")) folder = index;
+        if (index.data().toString() == QLatin1String("zebra.mkv")) file = index;
+    }
+    QVERIFY(folder.isValid() && file.isValid());
+    list->selectionModel()->select(folder, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    list->selectionModel()->select(file, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    dialog.accept();
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QStringList chosen = dialog.chosenPaths();
+    chosen.sort();
+    QCOMPARE(chosen, QStringList({m_media.folder() + QStringLiteral("/nested"),
+                                  m_media.folder() + QStringLiteral("/zebra.mkv")}));
+}
+
+void LibraryTest::dragAndDropOnTheTable() {
+    m_app->mainWindow()->showList(true);
+    QWidget* viewport = m_app->dragtableView->viewport();
+    const QPoint at(20, 20);
+    auto mimeWith = [](const QStringList& paths) {
+        auto* mime = new QMimeData;
+        QList<QUrl> urls;
+        for (const QString& path : paths) urls << QUrl::fromLocalFile(path);
+        mime->setUrls(urls);
+        return mime;
+    };
+
+    // A drag led by a picture is refused as it enters.
+    std::unique_ptr<QMimeData> picture(
+        mimeWith({QStringLiteral("/x/photo.jpg"), m_media.folder()}));
+    QDragEnterEvent refused(at, Qt::CopyAction, picture.get(), Qt::LeftButton, {});
+    QCoreApplication::sendEvent(viewport, &refused);
+    QVERIFY(!refused.isAccepted());
+
+    // A folder is welcome; its drop imports it with full reading. The
+    // table's own notice of the drop adds nothing by itself.
+    const qsizetype before = m_app->localPhotoItemArray.size();
+    std::unique_ptr<QMimeData> folder(mimeWith({m_media.folder()}));
+    QSignalSpy notices(m_app->dragtableView, &PRDragTableView::NSDragOperationMediaNote);
+    QDragEnterEvent enter(at, Qt::CopyAction, folder.get(), Qt::LeftButton, {});
+    QCoreApplication::sendEvent(viewport, &enter);
+    QVERIFY(enter.isAccepted());
+    QCOMPARE(enter.dropAction(), Qt::CopyAction);
+    QDropEvent drop(at, Qt::CopyAction, folder.get(), Qt::LeftButton, {});
+    QCoreApplication::sendEvent(viewport, &drop);
+    QVERIFY(drop.isAccepted());
+    QCOMPARE(notices.size(), 1);
+    QCOMPARE(m_app->dragtableView->geturlArray(), folder->urls());
+    QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+    QCOMPARE(m_app->localPhotoItemArray.size(), before + m_media.mediaCount());
+    QVERIFY(!m_app->localPhotoItemArray.last()->fileSize.isEmpty());
 }
 
 QTEST_MAIN(LibraryTest)
