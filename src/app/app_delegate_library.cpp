@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QItemSelectionModel>
 
 #include <algorithm>
@@ -108,6 +109,7 @@ void AppDelegate::LoadImportedMediasonMainThread() {
     // The content is rebuilt from the list, so a column sort is lost here.
     mediaController->removeAllObjects();
     mediaController->setContent(localPhotoItemArray);
+    dragtableView->horizontalHeader()->setSortIndicatorShown(false);
     showListOrHint();
     dragtableView->viewport()->update();
 }
@@ -160,6 +162,13 @@ void AppDelegate::tableViewDidClickTableColumn(MediaColumn column) {
     });
     mediaController->removeAllObjects();
     mediaController->setContent(sorted);
+    // The header's arrow shows the order that came out: the text columns sort
+    // descending when their flag is set, the number and date columns ascending.
+    const bool textColumn = column == MediaColumn::Name || column == MediaColumn::Type ||
+                            column == MediaColumn::Artist || column == MediaColumn::Album;
+    dragtableView->horizontalHeader()->setSortIndicator(
+        int(column), (textColumn ? !f : f) ? Qt::AscendingOrder : Qt::DescendingOrder);
+    dragtableView->horizontalHeader()->setSortIndicatorShown(true);
     dragtableView->clearSelection();
     if (!sorted.isEmpty())
         dragtableView->selectionModel()->select(

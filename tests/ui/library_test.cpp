@@ -136,6 +136,9 @@ void LibraryTest::headerClicksSortTheContentOnly() {
     // First click on a text column: Z to A; second: A to Z.
     clickHeader(MediaColumn::Name);
     QCOMPARE(namesOf(m_app->mediaController->content()), sortedNames(importOrder, true));
+    QHeaderView* header = m_app->dragtableView->horizontalHeader();
+    QCOMPARE(header->sortIndicatorSection(), int(MediaColumn::Name));
+    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
     QCOMPARE(m_app->dragtableView->selectionModel()->selectedRows().size(), 1);
     QCOMPARE(m_app->dragtableView->selectionModel()->selectedRows().first().row(), 0);
     clickHeader(MediaColumn::Name);
@@ -144,6 +147,8 @@ void LibraryTest::headerClicksSortTheContentOnly() {
 
     // First click on Size: small to large.
     clickHeader(MediaColumn::Size);
+    QCOMPARE(header->sortIndicatorSection(), int(MediaColumn::Size));
+    QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
     qint64 previous = -1;
     for (const auto& item : m_app->mediaController->content()) {
         const qint64 size = QFileInfo(item->filePath).size();
