@@ -113,21 +113,24 @@ void MovieBoxReader::readMeta(QByteArrayView meta) {
     // A version-and-flags word of zero tells them apart (a child box cannot
     // start with a zero size there).
     if (meta.size() >= 4 && Bmff::readU32(meta, 0) == 0) meta = meta.sliced(4);
+    // The handler and the keys may follow the item list: find them first.
     QByteArray handler;
     QList<QPair<QString, QByteArray>> keys;
     BoxIterator children(meta);
     Box box;
     while (children.next(box)) {
-        if (isType(box, "hdlr")) {
-            if (box.payload.size() >= 12) handler = box.payload.sliced(8, 4).toByteArray();
-        } else if (isType(box, "keys")) {
+        if (isType(box, "hdlr") && handler.isEmpty() && box.payload.size() >= 12)
+            handler = box.payload.sliced(8, 4).toByteArray();
+        else if (isType(box, "keys") && keys.isEmpty())
             keys = readKeys(box.payload);
-        } else if (isType(box, "ilst")) {
-            if (handler == "mdta")
-                readQuickTimeList(box.payload, keys);
-            else if (handler == "mdir" || handler.isEmpty())
-                readItunesList(box.payload);
-        }
+    }
+    BoxIterator lists(meta);
+    while (lists.next(box)) {
+        if (!isType(box, "ilst")) continue;
+        if (handler == "mdta")
+            readQuickTimeList(box.payload, keys);
+        else if (handler == "mdir" || handler.isEmpty())
+            readItunesList(box.payload);
     }
 }
 

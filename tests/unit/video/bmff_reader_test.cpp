@@ -142,6 +142,16 @@ TEST(BmffReader, QuickTimeKeysNameTheirItems) {
     EXPECT_EQ(items[4].keySpace, "mdta");
 }
 
+TEST(BmffReader, HandlerAndKeysAfterTheItemListStillApply) {
+    const QByteArray keys = fullBox("keys", u32(1) + u32(8 + 5) + "mdta" + "title");
+    const QByteArray meta =
+        box("meta", box("ilst", box(u32(1), dataAtom(1, "late keys"))) + keys + handler("mdta"));
+    const auto items = readMovieMetadataFromData(movieFile(meta));
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0].identifier, "mdta/title");
+    EXPECT_EQ(items[0].value.toString(), "late keys");
+}
+
 TEST(BmffReader, UserDataTextRawAndIsoBoxes) {
     QByteArray udta;
     // Two entries: packed "und" in UTF-8, classic code 2 (German).
