@@ -19,6 +19,8 @@ class QDialog;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QMessageBox;
+class QPushButton;
 class QSettings;
 class QWidget;
 class AudioPanel;
@@ -94,6 +96,8 @@ public:
     void PRbuttonMouseEnteredHandle(QObject* sender);
     void PRbuttonMouseExitedHandle(QObject* sender);
     void CloseTheMainWindow();
+    // The question CloseTheMainWindow asks; `exitButton` receives its " Exit " button.
+    QMessageBox* makeExitAlert(QPushButton** exitButton);
     bool windowShouldClose();
     void ClickAbout(QObject* sender);
     void CLICkProductGuide(QObject* sender);

@@ -223,15 +223,22 @@ void AppDelegate::PRbuttonMouseEnteredHandle(QObject*) {}
 
 void AppDelegate::PRbuttonMouseExitedHandle(QObject*) {}
 
+QMessageBox* AppDelegate::makeExitAlert(QPushButton** exitButton) {
+    auto* alert = new QMessageBox(m_window);
+    alert->setIcon(QMessageBox::Question);
+    alert->setText(tr("Are you sure you want to Exit ?"));
+    QPushButton* exit = alert->addButton(tr(" Exit "), QMessageBox::AcceptRole);
+    alert->addButton(tr("Cancel"), QMessageBox::RejectRole);
+    alert->setDefaultButton(exit);
+    if (exitButton) *exitButton = exit;
+    return alert;
+}
+
 void AppDelegate::CloseTheMainWindow() {
-    QMessageBox alert(m_window);
-    alert.setIcon(QMessageBox::Question);
-    alert.setText(tr("Are you sure you want to Exit ?"));
-    QPushButton* exitButton = alert.addButton(tr(" Exit "), QMessageBox::AcceptRole);
-    alert.addButton(tr("Cancel"), QMessageBox::RejectRole);
-    alert.setDefaultButton(exitButton);
-    alert.exec();
-    if (alert.clickedButton() == exitButton) QCoreApplication::quit();
+    QPushButton* exitButton = nullptr;
+    std::unique_ptr<QMessageBox> alert(makeExitAlert(&exitButton));
+    alert->exec();
+    if (alert->clickedButton() == exitButton) QCoreApplication::quit();
 }
 
 bool AppDelegate::windowShouldClose() {

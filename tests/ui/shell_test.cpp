@@ -5,6 +5,8 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 #include <QtTest>
 
@@ -30,6 +32,7 @@ private Q_SLOTS:
     void storageFolderChangesOnlyWithOk();
     void dispatcherActsOnKnownButtonsOnly();
     void helpAboutAndBusyIndicator();
+    void exitQuestionAsksWithItsOwnWords();
     void shuttingDownDuringAnImport();
 
 private:
@@ -214,6 +217,20 @@ void ShellTest::helpAboutAndBusyIndicator() {
     app.endProgress();
     QVERIFY(!app.progressIndicator->isVisible());
     QVERIFY(app.progressIndicator->isAnimating());
+}
+
+void ShellTest::exitQuestionAsksWithItsOwnWords() {
+    AppDelegate& app = launch();
+    QPushButton* exitButton = nullptr;
+    std::unique_ptr<QMessageBox> alert(app.makeExitAlert(&exitButton));
+    QCOMPARE(alert->text(), QStringLiteral("Are you sure you want to Exit ?"));
+    QVERIFY(exitButton);
+    QCOMPARE(exitButton->text(), QStringLiteral(" Exit "));
+    QCOMPARE(alert->defaultButton(), exitButton);
+    QStringList titles;
+    for (QAbstractButton* b : alert->buttons()) titles << b->text();
+    titles.sort();
+    QCOMPARE(titles, QStringList({QStringLiteral(" Exit "), QStringLiteral("Cancel")}));
 }
 
 void ShellTest::shuttingDownDuringAnImport() {
