@@ -104,6 +104,17 @@ TEST(VideoMetadataFiles, Mp4ItunesItemsMatchExiftool) {
     EXPECT_EQ(valueOf(items, "itsk/%A9dir"), tool["ItemList:Director"].toString());
     EXPECT_EQ(valueOf(items, "itsk/cprt"), tool["ItemList:Copyright"].toString());
     EXPECT_EQ(valueOf(items, "itsk/%A9pub"), "Pub");
+    // The picture bytes are exactly those exiftool extracts.
+    QProcess extract;
+    extract.start("exiftool", {"-b", "-ItemList:CoverArt", m4v});
+    ASSERT_TRUE(extract.waitForFinished(60000));
+    const QByteArray toolCover = extract.readAllStandardOutput();
+    QByteArray ourCover;
+    for (const MetadataItem& item : items) {
+        if (item.identifier == "itsk/covr") ourCover = item.value.toByteArray();
+    }
+    EXPECT_FALSE(ourCover.isEmpty());
+    EXPECT_EQ(ourCover, toolCover);
 
     IKImageItem record;
     record.filePath = m4v;
