@@ -1,6 +1,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDockWidget>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -130,6 +131,10 @@ void AppDelegate::setupMenus() {
                     [this] { OpenComputerFoldertoImportAction(nullptr); });
     file->addAction(tr("Remove from List"), QKeySequence::Delete, this,
                     [this] { RemoveMediaFileAction(nullptr); });
+    QMenu* view = bar->addMenu(tr("&View"));
+    QAction* activity = m_window->activityDock()->toggleViewAction();
+    activity->setText(tr("Activity"));
+    view->addAction(activity);
     QMenu* help = bar->addMenu(tr("&Help"));
     help->addAction(tr("User Guide"), this, [this] { CLICkProductGuide(nullptr); });
     help->addAction(tr("Support"), this, [this] { CLICkSupport(nullptr); });

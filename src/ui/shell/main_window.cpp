@@ -95,6 +95,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     m_activity = new ActivityView(dock);
     dock->setWidget(m_activity);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
+    m_activityDock = dock;
     resizeDocks({dock}, {120}, Qt::Vertical);
 
     m_count = new QLabel(this);

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class QDockWidget;
 class QLabel;
 class QStackedWidget;
 class QToolBar;
@@ -48,6 +49,7 @@ public:
     AudioPanel* audioPanel() const { return m_audio; }
     BusyIndicator* busyIndicator() const { return m_busy; }
     ActivityView* activityView() const { return m_activity; }
+    QDockWidget* activityDock() const { return m_activityDock; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -63,6 +65,7 @@ private:
     AudioPanel* m_audio = nullptr;
     BusyIndicator* m_busy = nullptr;
     ActivityView* m_activity = nullptr;
+    QDockWidget* m_activityDock = nullptr;
     QLabel* m_count = nullptr;
 };
 
