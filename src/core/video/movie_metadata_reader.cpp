@@ -85,6 +85,8 @@ void MovieBoxReader::readUserData(QByteArrayView udta) {
     while (children.next(box)) {
         if (isType(box, "meta")) {
             readMeta(box.payload);
+        } else if (isType(box, "free") || isType(box, "skip") || isType(box, "wide")) {
+            continue;  // padding, not metadata
         } else if (static_cast<unsigned char>(box.type[0]) == 0xa9) {
             // A text box may also hold typed data atoms instead of entries.
             const QByteArrayView p = box.payload;

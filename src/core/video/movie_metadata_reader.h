@@ -18,7 +18,7 @@ class QIODevice;
 //   "mdta"  QuickTime metadata of moov/meta and trak/meta (handler "mdta"),
 //           keyed by the names of the `keys` box.
 //   "udta"  QuickTime user data of moov/udta: one text item per entry of a
-//           (c)xxx text box, other boxes as raw data.
+//           (c)xxx text box, other boxes (except padding) as raw data.
 //   "uiso"  the 3GPP/ISO user-data boxes of moov/udta (titl, dscp, cprt, perf,
 //           auth, gnre, albm, yrrc, kywd, loci, rtng, clsf, coll, date). A
 //           keyword list reads as its keywords joined by ","; a location

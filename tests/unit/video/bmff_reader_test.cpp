@@ -158,6 +158,7 @@ TEST(BmffReader, UserDataTextRawAndIsoBoxes) {
     udta += box(kCopyright + "nam", u16(5) + u16(0x55c4) + "Hallo" + u16(3) + u16(2) + "abc");
     udta += box(kCopyright + "key", box("data", u32(1) + u32(0) + "kw1,kw2"));  // typed form
     udta += box("XYZW", "opaque");
+    udta += box("free", QByteArray(16, '\0'));
     udta += fullBox("titl", u16(packedLanguage("fra")) + QByteArray("Titre\0", 6));
     udta += fullBox("dscp", u16(packedLanguage("eng")) + "\xfe\xff" + QByteArray("\0D\0e\0\0", 6));
     udta += fullBox("kywd", u16(packedLanguage("eng")) + char(2) + char(2) + "k1" + char(3) +
