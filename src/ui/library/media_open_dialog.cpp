@@ -12,7 +12,6 @@ MediaOpenDialog::MediaOpenDialog(QWidget* parent, const QString& message)
     // Only Qt's own dialog lets us take folders and files at once.
     setOption(QFileDialog::DontUseNativeDialog, true);
     setFileMode(QFileDialog::ExistingFiles);
-    setLabelText(QFileDialog::LookIn, message);
     setLabelText(QFileDialog::Accept, tr("Open"));
     setWindowModality(Qt::WindowModal);
 }
