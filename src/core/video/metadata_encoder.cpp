@@ -1,0 +1,408 @@
+#include "core/video/metadata_encoder.h"
+
+#include <QBuffer>
+#include <QDateTime>
+#include <QImage>
+
+#include <algorithm>
+#include <cstring>
+
+#include "core/common/logging.h"
+#include "core/video/bmff_tree.h"
+#include "core/video/metadata_encoder_private.h"
+#include "core/video/video_items.h"
+
+namespace MetadataEncoder {
+
+using Bmff::appendU16;
+using Bmff::appendU32;
+using Bmff::makeBox;
+using Bmff::makeFullBox;
+
+namespace {
+
+// Type indicators of the `data` atom.
+enum DataAtomType : quint32 {
+    kRawData = 0,
+    kUtf8 = 1,
+    kJpeg = 13,
+    kPng = 14,
+    kSignedInt = 21,
+    kUnsignedInt = 22,
+    kFloat32 = 23,
+    kFloat64 = 24,
+    kBmp = 27,
+};
+
+struct TypedValue {
+    quint32 type = kRawData;
+    QByteArray bytes;
+};
+
+bool isEmptyValue(const QVariant& value) {
+    switch (value.typeId()) {
+        case QMetaType::UnknownType:
+            return true;
+        case QMetaType::QString:
+            return value.toString().isEmpty();
+        case QMetaType::QByteArray:
+            return value.toByteArray().isEmpty();
+        case QMetaType::QImage:
+            return value.value<QImage>().isNull();
+        default:
+            return value.isNull();
+    }
+}
+
+bool startsWith(const QByteArray& data, QByteArrayView magic) {
+    return data.startsWith(magic);
+}
+
+// A picture as JPEG or PNG data; other formats are converted to PNG so that
+// every reader understands them.
+std::optional<TypedValue> pictureValue(const QVariant& value, const QString& dataType) {
+    QImage image;
+    if (value.typeId() == QMetaType::QImage) {
+        image = value.value<QImage>();
+    } else {
+        const QByteArray data = value.toByteArray();
+        if (dataType == QLatin1String("public.jpeg") || startsWith(data, "\xff\xd8\xff"))
+            return TypedValue{kJpeg, data};
+        if (dataType == QLatin1String("public.png") || startsWith(data, "\x89PNG\r\n\x1a\n"))
+            return TypedValue{kPng, data};
+        if (dataType == QLatin1String("com.microsoft.bmp") && startsWith(data, "BM"))
+            return TypedValue{kBmp, data};
+        image = QImage::fromData(data);
+    }
+    if (image.isNull()) return std::nullopt;
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "PNG")) return std::nullopt;
+    return TypedValue{kPng, png};
+}
+
+// Width in bytes named by an integer data type ("...int16" gives 2), or 0.
+int integerWidth(const QString& dataType) {
+    for (int bits : {8, 16, 32, 64}) {
+        if (dataType.endsWith(QStringLiteral("int%1").arg(bits))) return bits / 8;
+    }
+    return 0;
+}
+
+TypedValue integerValue(const QVariant& value, const QByteArray& key, const QString& dataType) {
+    // iTunes flags and kinds are single bytes; other numbers take four
+    // bytes unless the item says otherwise or the number needs eight.
+    static const QList<QByteArray> byteKeys{"cpil", "pgap", "stik", "rtng", "hdvd",
+                                            "shwm", "pcst", "akID", "itnu"};
+    const qint64 number = value.toLongLong();
+    int width = integerWidth(dataType);
+    if (width == 0) width = byteKeys.contains(key) ? 1 : 4;
+    if (width < 8 && (number > (qint64(1) << (width * 8 - 1)) * 2 - 1 ||
+                      number < -(qint64(1) << (width * 8 - 1)))) {
+        width = 8;
+    }
+    TypedValue out;
+    out.type = dataType.contains(QLatin1String(".uint")) ? kUnsignedInt : kSignedInt;
+    for (int i = width - 1; i >= 0; --i) out.bytes.append(char(quint64(number) >> (i * 8)));
+    return out;
+}
+
+std::optional<TypedValue> dataAtomValue(const MetadataItem& item, const QByteArray& key,
+                                        bool isPicture) {
+    const QVariant& v = item.value;
+    const bool pictureType = item.dataType.startsWith(QLatin1String("public.")) &&
+                             item.dataType != QLatin1String("public.utf8-plain-text");
+    if (isPicture || v.typeId() == QMetaType::QImage ||
+        (v.typeId() == QMetaType::QByteArray && pictureType)) {
+        return pictureValue(v, item.dataType);
+    }
+    switch (v.typeId()) {
+        case QMetaType::QByteArray:
+            if (item.dataType.endsWith(QLatin1String("UTF-8")))
+                return TypedValue{kUtf8, v.toByteArray()};
+            return TypedValue{kRawData, v.toByteArray()};
+        case QMetaType::Bool:
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::Long:
+        case QMetaType::ULong:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong:
+        case QMetaType::Short:
+        case QMetaType::UShort:
+            return integerValue(v, key, item.dataType);
+        case QMetaType::Float:
+        case QMetaType::Double: {
+            TypedValue out;
+            if (item.dataType.endsWith(QLatin1String("float32"))) {
+                const float f = v.toFloat();
+                quint32 raw;
+                std::memcpy(&raw, &f, sizeof raw);
+                out.type = kFloat32;
+                appendU32(out.bytes, raw);
+            } else {
+                const double d = v.toDouble();
+                quint64 raw;
+                std::memcpy(&raw, &d, sizeof raw);
+                out.type = kFloat64;
+                Bmff::appendU64(out.bytes, raw);
+            }
+            return out;
+        }
+        default:
+            return TypedValue{kUtf8, textOf(v).toUtf8()};
+    }
+}
+
+QByteArray dataAtom(const TypedValue& value, const QString& language) {
+    QByteArray body;
+    appendU32(body, value.type);
+    appendU16(body, 0);  // country
+    appendU16(body, packedLanguage(language).value_or(0));
+    body += value.bytes;
+    return makeBox("data", body);
+}
+
+struct Target {
+    QString space;   // "itsk", "mdta", "udta", "uiso", "common", "id3", ...
+    QByteArray key;  // unescaped
+};
+
+Target targetOf(const MetadataItem& item, VideoFileType fileType) {
+    QString id = item.identifier;
+    if (id.isEmpty()) {
+        QString space = item.keySpace;
+        if (space == QLatin1String("comn")) space = QStringLiteral("common");
+        if (space == QLatin1String("org.id3")) space = QStringLiteral("id3");
+        id = metadataIdentifier(space, item.key);
+    }
+    if (id.startsWith(QLatin1String("common/"))) {
+        MetadataItem common = item;
+        common.identifier = id;
+        id = VideoItems::nativeIdentifier(common, fileType);
+        // Common keys without an iTunes item go to the QuickTime keys, which
+        // every output type can carry.
+        if (id.startsWith(QLatin1String("common/")))
+            id = QStringLiteral("mdta/com.apple.quicktime.") + id.mid(7);
+    }
+    const qsizetype slash = id.indexOf(QLatin1Char('/'));
+    if (slash < 0) return {id, {}};
+    return {id.left(slash), identifierKey(id.mid(slash + 1))};
+}
+
+// Builds the boxes while walking the items in order.
+class Encoder {
+public:
+    explicit Encoder(VideoFileType type) : m_fileType(type) {}
+    void add(const MetadataItem& item);
+    MovieMetadataBoxes finish() const;
+
+private:
+    void addItunes(const MetadataItem& item, const QByteArray& key);
+    void addQuickTime(const MetadataItem& item, const QByteArray& key);
+    void addUserData(const MetadataItem& item, const QByteArray& key);
+
+    VideoFileType m_fileType;
+    QByteArray m_userData;  // children of udta, in order
+    QByteArray m_itunes;    // children of ilst (udta/meta)
+    QList<QByteArray> m_keys;
+    QByteArray m_quickTime;  // children of ilst (moov/meta)
+};
+
+void Encoder::add(const MetadataItem& item) {
+    if (isEmptyValue(item.value)) return;
+    const Target target = targetOf(item, m_fileType);
+    if (target.key.isEmpty()) {
+        qCWarning(lcTagsmith) << "Movie rewriter: item without a key left out:" << item.identifier;
+    } else if (target.space == QLatin1String("itsk")) {
+        addItunes(item, target.key);
+    } else if (target.space == QLatin1String("mdta")) {
+        addQuickTime(item, target.key);
+    } else if (target.space == QLatin1String("udta")) {
+        addUserData(item, target.key);
+    } else if (target.space == QLatin1String("uiso")) {
+        const QByteArray type = isoUserDataType(target.key);
+        if (type.size() != 4) {
+            qCWarning(lcTagsmith) << "Movie rewriter: unknown ISO user data left out:"
+                                  << target.key;
+        } else if (const auto box = isoUserDataBox(type, item)) {
+            m_userData += *box;
+        }
+    } else {
+        qCWarning(lcTagsmith) << "Movie rewriter: a movie has no place for" << target.space
+                              << "items; left out:" << item.identifier;
+    }
+}
+
+void Encoder::addItunes(const MetadataItem& item, const QByteArray& key) {
+    const bool freeform = key.startsWith("----:");
+    if (!freeform && key.size() != 4) {
+        qCWarning(lcTagsmith) << "Movie rewriter: not an iTunes item key, left out:" << key;
+        return;
+    }
+    const std::optional<TypedValue> value = dataAtomValue(item, key, key == "covr");
+    if (!value) {
+        qCWarning(lcTagsmith) << "Movie rewriter: unreadable picture left out:" << item.identifier;
+        return;
+    }
+    QByteArray body;
+    QByteArray type = key;
+    if (freeform) {
+        // "----:mean:name": the reverse-domain owner, then the item's name.
+        const QByteArray rest = key.mid(5);
+        const qsizetype colon = rest.indexOf(':');
+        body += makeFullBox("mean", 0, 0, colon < 0 ? QByteArray() : rest.left(colon));
+        body += makeFullBox("name", 0, 0, colon < 0 ? rest : rest.mid(colon + 1));
+        type = "----";
+    }
+    body += dataAtom(*value, item.language);
+    m_itunes += makeBox(type, body);
+}
+
+void Encoder::addQuickTime(const MetadataItem& item, const QByteArray& key) {
+    const bool picture = key.endsWith(".artwork");
+    const std::optional<TypedValue> value = dataAtomValue(item, key, picture);
+    if (!value) {
+        qCWarning(lcTagsmith) << "Movie rewriter: unreadable picture left out:" << item.identifier;
+        return;
+    }
+    qsizetype index = m_keys.indexOf(key);
+    if (index < 0) {
+        m_keys.append(key);
+        index = m_keys.size() - 1;
+    }
+    QByteArray indexType;
+    appendU32(indexType, quint32(index + 1));
+    m_quickTime += makeBox(indexType, dataAtom(*value, item.language));
+}
+
+void Encoder::addUserData(const MetadataItem& item, const QByteArray& key) {
+    if (key.size() != 4 || key == "meta") {
+        qCWarning(lcTagsmith) << "Movie rewriter: user data key left out:" << key;
+        return;
+    }
+    if (static_cast<unsigned char>(key[0]) == 0xa9) {
+        // QuickTime text: 16-bit length, 16-bit language, the text.
+        const QByteArray text = item.value.typeId() == QMetaType::QByteArray
+                                    ? item.value.toByteArray()
+                                    : textOf(item.value).toUtf8();
+        if (text.size() > 0xffff) {
+            qCWarning(lcTagsmith) << "Movie rewriter: text too long for" << key << "; left out";
+            return;
+        }
+        QByteArray body;
+        appendU16(body, quint16(text.size()));
+        appendU16(body, languageOrUndetermined(item.language));
+        body += text;
+        m_userData += makeBox(key, body);
+        return;
+    }
+    // Anything else is kept as the box's raw payload.
+    const QByteArray payload = item.value.typeId() == QMetaType::QByteArray
+                                   ? item.value.toByteArray()
+                                   : textOf(item.value).toUtf8();
+    m_userData += makeBox(key, payload);
+}
+
+MovieMetadataBoxes Encoder::finish() const {
+    MovieMetadataBoxes out;
+    QByteArray userData = m_userData;
+    if (!m_itunes.isEmpty()) {
+        QByteArray handler;
+        appendU32(handler, 0);  // pre-defined
+        handler += "mdir";
+        handler += "appl";
+        handler += QByteArray(9, '\0');  // reserved and an empty name
+        userData += makeFullBox("meta", 0, 0,
+                                makeFullBox("hdlr", 0, 0, handler) + makeBox("ilst", m_itunes));
+    }
+    if (!userData.isEmpty()) out.userData = makeBox("udta", userData);
+    if (!m_keys.isEmpty()) {
+        QByteArray handler;
+        appendU32(handler, 0);
+        handler += "mdta";
+        handler += QByteArray(13, '\0');
+        QByteArray keys;
+        appendU32(keys, quint32(m_keys.size()));
+        for (const QByteArray& key : m_keys) keys += makeBox("mdta", key);
+        out.metadata =
+            makeBox("meta", makeFullBox("hdlr", 0, 0, handler) + makeFullBox("keys", 0, 0, keys) +
+                                makeBox("ilst", m_quickTime));
+    }
+    return out;
+}
+
+}  // namespace
+
+QString textOf(const QVariant& value) {
+    switch (value.typeId()) {
+        case QMetaType::QByteArray:
+            return QString::fromUtf8(value.toByteArray());
+        case QMetaType::QDateTime:
+            return value.toDateTime().toString(Qt::ISODate);
+        case QMetaType::QDate:
+            return value.toDate().toString(Qt::ISODate);
+        default:
+            return value.toString();
+    }
+}
+
+QByteArray identifierKey(const QString& escaped) {
+    const QByteArray bytes = escaped.toUtf8();
+    QByteArray key;
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] == '%' && i + 2 < bytes.size()) {
+            bool ok = false;
+            const int byte = bytes.mid(i + 1, 2).toInt(&ok, 16);
+            if (ok) {
+                key.append(char(byte));
+                i += 2;
+                continue;
+            }
+        }
+        key.append(bytes[i]);
+    }
+    return key;
+}
+
+QByteArray fileTypeBox(VideoFileType fileType) {
+    QList<QByteArray> brands;
+    switch (fileType) {
+        case VideoFileType::QuickTimeMovie:
+            brands = {"qt  ", "qt  "};
+            break;
+        case VideoFileType::AppleM4V:
+            brands = {"M4V ", "M4V ", "M4A ", "mp42", "isom"};
+            break;
+        case VideoFileType::AppleM4A:
+            brands = {"M4A ", "M4A ", "mp42", "isom"};
+            break;
+        case VideoFileType::MPEG4:
+            brands = {"mp42", "mp42", "isom"};
+            break;
+    }
+    QByteArray body = brands.takeFirst();
+    appendU32(body, fileType == VideoFileType::QuickTimeMovie ? 0x20050300 : 0);
+    for (const QByteArray& brand : brands) body += brand;
+    return makeBox("ftyp", body);
+}
+
+MovieMetadataBoxes encodeMovieMetadata(const QList<MetadataItem>& items, VideoFileType fileType,
+                                       const QList<MetadataItem>& storedInTracks) {
+    QList<MetadataItem> inTracks = storedInTracks;
+    Encoder encoder(fileType);
+    for (const MetadataItem& item : items) {
+        const auto stored = std::find_if(inTracks.begin(), inTracks.end(), [&](const auto& t) {
+            return t.identifier == item.identifier && t.value == item.value;
+        });
+        if (stored != inTracks.end()) {
+            inTracks.erase(stored);
+            continue;
+        }
+        encoder.add(item);
+    }
+    return encoder.finish();
+}
+
+}  // namespace MetadataEncoder

@@ -1,0 +1,249 @@
+#include "core/video/movie_rewriter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "core/common/logging.h"
+#include "core/video/bmff_box.h"
+#include "core/video/bmff_tree.h"
+#include "core/video/metadata_encoder.h"
+#include "core/video/movie_layout.h"
+#include "core/video/movie_metadata_reader.h"
+
+namespace {
+
+using Bmff::FileBox;
+using Bmff::TreeBox;
+
+// Large enough that the copy runs at the speed of the disks.
+constexpr qint64 kCopyBuffer = qint64(8) * 1024 * 1024;
+
+// Data references: every entry must say that the media is in this file.
+bool checkDataReferences(const TreeBox& trak, QString* reason) {
+    for (TreeBox* mdia : trak.childrenOf("mdia")) {
+        for (TreeBox* minf : mdia->childrenOf("minf")) {
+            for (TreeBox* dinf : minf->childrenOf("dinf")) {
+                for (TreeBox* dref : dinf->childrenOf("dref")) {
+                    const QByteArray& p = dref->payload();
+                    if (p.size() < 8) {
+                        *reason = QStringLiteral("data reference box cut short");
+                        return false;
+                    }
+                    const quint32 count = Bmff::readU32(p, 4);
+                    qint64 pos = 8;
+                    for (quint32 i = 0; i < count; ++i) {
+                        if (p.size() - pos < 12) {
+                            *reason = QStringLiteral(
+                                          "data reference box lists %1 entries it "
+                                          "does not hold")
+                                          .arg(count);
+                            return false;
+                        }
+                        const quint32 size = Bmff::readU32(p, pos);
+                        if (size < 12 || size > p.size() - pos) {
+                            *reason = QStringLiteral("malformed data reference entry");
+                            return false;
+                        }
+                        if ((Bmff::readU32(p, pos + 8) & 1) == 0) {
+                            *reason = QStringLiteral(
+                                          "media data in another file ('%1' data "
+                                          "reference)")
+                                          .arg(QString::fromLatin1(p.mid(pos + 4, 4)));
+                            return false;
+                        }
+                        pos += size;
+                    }
+                }
+            }
+            for (TreeBox* stbl : minf->childrenOf("stbl")) {
+                // Sample auxiliary data is addressed by file offsets this
+                // writer does not move.
+                if (stbl->child("saio")) {
+                    *reason = QStringLiteral("sample auxiliary information offsets (saio)");
+                    return false;
+                }
+            }
+        }
+    }
+    return true;
+}
+
+bool checkMovie(const TreeBox& moov, QString* reason) {
+    if (moov.child("mvex")) {
+        *reason = QStringLiteral("fragmented movie (mvex)");
+        return false;
+    }
+    if (moov.child("cmov")) {
+        *reason = QStringLiteral("compressed movie box (cmov)");
+        return false;
+    }
+    for (TreeBox* trak : moov.childrenOf("trak")) {
+        if (!checkDataReferences(*trak, reason)) return false;
+    }
+    return true;
+}
+
+// The metadata items that the tracks' own boxes hold (kept with the tracks).
+QList<MetadataItem> trackItems(const TreeBox& moov) {
+    QByteArray tracks;
+    for (TreeBox* trak : moov.childrenOf("trak")) trak->appendTo(tracks);
+    return readMovieBoxMetadata(tracks);
+}
+
+bool writeAll(int fd, const char* data, qint64 size) {
+    while (size > 0) {
+        const ssize_t n = ::write(fd, data, size_t(qMin<qint64>(size, kCopyBuffer)));
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) return false;
+        data += n;
+        size -= n;
+    }
+    return true;
+}
+
+// Copies a range of the source to the end of the output: in the kernel
+// where it can, else through a buffer.
+bool copyRange(int in, qint64 offset, qint64 size, int out, QByteArray& buffer) {
+    static std::atomic<bool> kernelCopy = true;
+    while (size > 0 && kernelCopy) {
+        loff_t from = offset;
+        const ssize_t n = ::copy_file_range(in, &from, out, nullptr,
+                                            size_t(qMin<qint64>(size, qint64(1) << 30)), 0);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0 &&
+            (errno == EXDEV || errno == ENOSYS || errno == EINVAL || errno == EOPNOTSUPP)) {
+            kernelCopy = false;
+            break;
+        }
+        if (n <= 0) return false;
+        offset += n;
+        size -= n;
+    }
+    if (buffer.isEmpty()) buffer.resize(kCopyBuffer);
+    while (size > 0) {
+        const ssize_t n =
+            ::pread(in, buffer.data(), size_t(qMin<qint64>(size, buffer.size())), off_t(offset));
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) return false;  // the source got shorter
+        if (!writeAll(out, buffer.constData(), n)) return false;
+        offset += n;
+        size -= n;
+    }
+    return true;
+}
+
+void syncFolder(const QString& path) {
+    const int fd = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(),
+                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::fsync(fd);
+    ::close(fd);
+}
+
+RewriteResult fail(const QString& reason) {
+    return {false, reason};
+}
+
+}  // namespace
+
+RewriteResult rewriteMovieFile(const PassthroughExport& request) {
+    const QFileInfo sourceInfo(request.sourcePath);
+    const QFileInfo outputInfo(request.outputPath);
+    if (request.outputPath.isEmpty()) return fail(QStringLiteral("no output path"));
+    if (sourceInfo.exists() && outputInfo.exists() &&
+        sourceInfo.canonicalFilePath() == outputInfo.canonicalFilePath()) {
+        return fail(QStringLiteral("the output is the source itself"));
+    }
+    QFile source(request.sourcePath);
+    if (!source.open(QIODevice::ReadOnly)) return fail(QStringLiteral("cannot open the source"));
+    const qint64 fileSize = source.size();
+
+    // The file's top level: one movie box, no fragments.
+    QList<FileBox> boxes;
+    QString reason;
+    if (!Bmff::scanFileBoxes(source, fileSize, boxes, &reason)) return fail(reason);
+    const FileBox* moovBox = nullptr;
+    for (const FileBox& box : boxes) {
+        if (box.type == "moof") return fail(QStringLiteral("fragmented movie (moof)"));
+        if (box.type != "moov") continue;
+        if (moovBox) return fail(QStringLiteral("several movie boxes"));
+        moovBox = &box;
+    }
+    if (!moovBox) return fail(QStringLiteral("no movie box"));
+    if (moovBox->size > Bmff::kMaxMovieBoxSize)
+        return fail(QStringLiteral("movie box of %1 bytes").arg(moovBox->size));
+
+    const qint64 payloadSize = moovBox->size - moovBox->headerSize;
+    QByteArray payload(payloadSize, Qt::Uninitialized);
+    if (!source.seek(moovBox->offset + moovBox->headerSize) ||
+        source.read(payload.data(), payloadSize) != payloadSize) {
+        return fail(QStringLiteral("cannot read the movie box"));
+    }
+    std::unique_ptr<TreeBox> moov = Bmff::parseMovieBox(payload, &reason);
+    if (!moov) return fail(reason);
+    payload.clear();
+    if (!checkMovie(*moov, &reason)) return fail(reason);
+
+    // New metadata boxes in place of the old ones, at the end of the movie box.
+    const MetadataEncoder::MovieMetadataBoxes metadata =
+        MetadataEncoder::encodeMovieMetadata(request.metadata, request.fileType, trackItems(*moov));
+    moov->removeChildren("udta");
+    moov->removeChildren("meta");
+    for (const QByteArray& box : {metadata.userData, metadata.metadata}) {
+        if (box.isEmpty()) continue;
+        auto child = std::make_unique<TreeBox>(box.mid(4, 4), box.mid(8));
+        moov->appendChild(std::move(child));
+    }
+
+    MovieLayout::Plan plan;
+    if (!MovieLayout::planRewrite(boxes, *moov, MetadataEncoder::fileTypeBox(request.fileType),
+                                  plan, &reason)) {
+        return fail(reason);
+    }
+    moov.reset();
+
+    // The new file, under a temporary name until it is complete and synced.
+    QSaveFile output(request.outputPath);
+    if (!output.open(QIODevice::WriteOnly))
+        return fail(QStringLiteral("cannot create the output: %1").arg(output.errorString()));
+    const int in = source.handle();
+    const int out = output.handle();
+    QByteArray buffer;
+    for (const MovieLayout::Piece& piece : plan.pieces) {
+        const bool written = piece.sourceOffset >= 0
+                                 ? copyRange(in, piece.sourceOffset, piece.size, out, buffer)
+                                 : writeAll(out, piece.bytes.constData(), piece.bytes.size());
+        if (!written) {
+            output.cancelWriting();
+            return fail(QStringLiteral("cannot write the output: %1")
+                            .arg(QString::fromLocal8Bit(strerror(errno))));
+        }
+    }
+    if (::lseek(out, 0, SEEK_CUR) != plan.outputSize) {
+        output.cancelWriting();
+        return fail(QStringLiteral("the output did not come out at its planned size"));
+    }
+    if (::fsync(out) != 0 || !output.commit()) {
+        output.cancelWriting();
+        return fail(QStringLiteral("cannot complete the output"));
+    }
+    syncFolder(request.outputPath);
+    return {true, {}};
+}
+
+ExportStatus rewriteMovie(const PassthroughExport& request) {
+    const RewriteResult result = rewriteMovieFile(request);
+    if (result.ok) return ExportStatus::Completed;
+    qCWarning(lcTagsmith).noquote()
+        << "Movie rewriter: cannot rewrite" << request.sourcePath << "-" << result.reason;
+    return ExportStatus::Failed;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include "core/video/video_export.h"
+
+// The pass-through writer of QuickTime and MPEG-4 files: writes a new file
+// from a source movie and a new metadata list. Every media sample byte is
+// copied unchanged; only the movie's metadata boxes (moov/udta, moov/meta)
+// are rebuilt, the file type box follows the output type and the chunk
+// offsets of the tracks follow the boxes they point into. The new file is
+// written under a temporary name in the destination folder, synced and then
+// renamed into place; on failure nothing appears under the output name and
+// the source, only ever opened for reading, is left as it was.
+//
+// Refused, with the reason: fragmented movies, compressed movie boxes,
+// media data in other files, no or several movie boxes, and anything
+// malformed.
+
+struct RewriteResult {
+    bool ok = false;
+    QString reason;  // why it failed; empty on success
+};
+
+// Writes the export and answers how it went.
+RewriteResult rewriteMovieFile(const PassthroughExport& request);
+
+// The program's exporter: Completed, or Failed with a warning that says why.
+ExportStatus rewriteMovie(const PassthroughExport& request);

@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include "core/video/bmff_box.h"
+#include "core/video/bmff_tree.h"
+#include "core/video/metadata_encoder.h"
+#include "core/video/movie_layout.h"
+
+using Bmff::FileBox;
+using Bmff::makeBox;
+
+namespace {
+
+constexpr qint64 kGiB = qint64(1) << 30;
+
+QByteArray offsetTable(const char* type, const QList<quint64>& offsets) {
+    QByteArray p;
+    Bmff::appendU32(p, 0);
+    Bmff::appendU32(p, quint32(offsets.size()));
+    for (quint64 o : offsets) {
+        if (QByteArrayView(type) == "co64")
+            Bmff::appendU64(p, o);
+        else
+            Bmff::appendU32(p, quint32(o));
+    }
+    return makeBox(type, p);
+}
+
+std::unique_ptr<Bmff::TreeBox> movieWith(const QList<QByteArray>& tables) {
+    QByteArray traks;
+    for (const QByteArray& table : tables) {
+        traks += makeBox("trak", makeBox("mdia", makeBox("minf", makeBox("stbl", table))));
+    }
+    return Bmff::parseMovieBox(makeBox("mvhd", QByteArray(100, '\0')) + traks, nullptr);
+}
+
+QByteArray typeOfTable(const Bmff::TreeBox& moov, int track) {
+    const Bmff::TreeBox* stbl =
+        moov.childrenOf("trak")[track]->child("mdia")->child("minf")->child("stbl");
+    return stbl->children().front()->type();
+}
+
+}  // namespace
+
+// Moving the media data past 4 GiB turns 32-bit tables into 64-bit ones;
+// a table whose offsets stay small keeps its form only if all its offsets
+// fit, and every offset moves with its box.
+TEST(MovieRewriterLayout, OffsetsPast4GiBWidenTheTables) {
+    // ftyp, moov, a large free box, mdat (offsets in mdat), then a second
+    // media box placed early (offsets stay small).
+    const qint64 mdatAt = 4 * kGiB - 50;
+    QList<FileBox> source{{"ftyp", 0, 24, 8, false},
+                          {"wide", 24, 8, 8, false},
+                          {"moov", 32, 0, 8, false},
+                          {"free", 0, 0, 8, false},
+                          {"mdat", mdatAt, 10000, 8, false}};
+    auto moov = movieWith({offsetTable("stco", {quint64(mdatAt) + 8, quint64(mdatAt) + 20}),
+                           offsetTable("stco", {30}), offsetTable("co64", {quint64(mdatAt) + 16})});
+    ASSERT_TRUE(moov);
+    source[2].size = moov->size();
+    source[3].offset = 32 + source[2].size;
+    source[3].size = mdatAt - source[3].offset;
+
+    // A file type box 100 bytes longer pushes the media past 4 GiB.
+    const QByteArray ftyp = makeBox("ftyp", QByteArray(116, 'x'));
+    MovieLayout::Plan plan;
+    QString reason;
+    ASSERT_TRUE(MovieLayout::planRewrite(source, *moov, ftyp, plan, &reason))
+        << reason.toStdString();
+    EXPECT_EQ(plan.widenedTables, 1);
+    EXPECT_EQ(typeOfTable(*moov, 0), "co64");
+    EXPECT_EQ(typeOfTable(*moov, 1), "stco");
+    EXPECT_EQ(typeOfTable(*moov, 2), "co64");
+
+    // Media data sits after the grown movie box: shift = ftyp growth + 4 bytes
+    // per widened entry (two entries).
+    const qint64 shift = 100 + 8;
+    QList<quint64> offsets;
+    ASSERT_TRUE(MovieLayout::chunkOffsets(*moov, offsets));
+    EXPECT_EQ(offsets, (QList<quint64>{quint64(mdatAt + 8 + shift), quint64(mdatAt + 20 + shift),
+                                       30 + 100, quint64(mdatAt + 16 + shift)}));
+
+    // The pieces: new ftyp, wide copied, the movie box, free and mdat copied.
+    ASSERT_EQ(plan.pieces.size(), 5);
+    EXPECT_EQ(plan.pieces[0].bytes, ftyp);
+    EXPECT_EQ(plan.pieces[1].sourceOffset, 24);
+    EXPECT_EQ(plan.pieces[2].bytes, moov->serialize());
+    EXPECT_EQ(plan.pieces[4].sourceOffset, mdatAt);
+    EXPECT_EQ(plan.outputSize, mdatAt + 10000 + shift);
+    qint64 total = 0;
+    for (const auto& p : plan.pieces) total += p.size;
+    EXPECT_EQ(total, plan.outputSize);
+}
+
+// A file without a file type box gets one in front; a movie box behind the
+// media data does not move the media beyond that.
+TEST(MovieRewriterLayout, MissingFileTypeIsInsertedFirst) {
+    QList<FileBox> source{{"mdat", 0, 1000, 8, false}, {"moov", 1000, 0, 8, false}};
+    auto moov = movieWith({offsetTable("stco", {8, 500})});
+    source[1].size = moov->size();
+    const QByteArray ftyp = MetadataEncoder::fileTypeBox(VideoFileType::QuickTimeMovie);
+    MovieLayout::Plan plan;
+    ASSERT_TRUE(MovieLayout::planRewrite(source, *moov, ftyp, plan, nullptr));
+    QList<quint64> offsets;
+    MovieLayout::chunkOffsets(*moov, offsets);
+    EXPECT_EQ(offsets, (QList<quint64>{quint64(8 + ftyp.size()), quint64(500 + ftyp.size())}));
+    EXPECT_EQ(plan.widenedTables, 0);
+}
+
+TEST(BmffTree, SerializesWhatItParsed) {
+    const QByteArray payload =
+        makeBox("mvhd", "abcd") +
+        makeBox("trak",
+                makeBox("tkhd", "1234") +
+                    makeBox("mdia", makeBox("minf", makeBox("stbl", makeBox("stsd", "x"))))) +
+        makeBox("udta", makeBox("\xa9nam", "zz")) + QByteArray(4, '\0');
+    auto moov = Bmff::parseMovieBox(payload, nullptr);
+    ASSERT_TRUE(moov);
+    EXPECT_EQ(moov->serialize(), makeBox("moov", payload));
+    EXPECT_EQ(moov->size(), payload.size() + 8);
+    EXPECT_TRUE(moov->child("trak")->isContainer());
+    EXPECT_FALSE(moov->child("udta")->isContainer());  // not walked into
+    EXPECT_EQ(moov->removeChildren("udta"), 1);
+    EXPECT_FALSE(moov->child("udta"));
+
+    // A 64-bit header is kept as found.
+    QByteArray large;
+    Bmff::appendU32(large, 1);
+    large += "free";
+    Bmff::appendU64(large, 20);
+    large += "abcd";
+    auto withLarge = Bmff::parseMovieBox(large, nullptr);
+    ASSERT_TRUE(withLarge);
+    EXPECT_EQ(withLarge->serialize(), makeBox("moov", large));
+}
+
+TEST(MetadataEncoder, IdentifierKeysAndLanguages) {
+    EXPECT_EQ(MetadataEncoder::identifierKey("%A9nam"), QByteArray("\xa9nam"));
+    EXPECT_EQ(MetadataEncoder::identifierKey("track%20number"), QByteArray("track number"));
+    EXPECT_EQ(MetadataEncoder::identifierKey("100%"), QByteArray("100%"));
+    EXPECT_EQ(MetadataEncoder::packedLanguage("und"), quint16(0x55c4));
+    EXPECT_EQ(MetadataEncoder::packedLanguage("eng"), quint16(0x15c7));
+    EXPECT_FALSE(MetadataEncoder::packedLanguage("en"));
+}
+
+TEST(MetadataEncoder, LocationFromIso6709Text) {
+    const auto fixed = [](const QByteArray& p, int at) {
+        return double(qint32(Bmff::readU32(p, at))) / 65536.0;
+    };
+    // language, empty name, role, then longitude, latitude, altitude.
+    const auto paris = MetadataEncoder::locationPayload("+48.8566+002.3522+035.000/", {});
+    ASSERT_TRUE(paris);
+    EXPECT_NEAR(fixed(*paris, 4), 2.3522, 1e-4);
+    EXPECT_NEAR(fixed(*paris, 8), 48.8566, 1e-4);
+    EXPECT_NEAR(fixed(*paris, 12), 35.0, 1e-4);
+    EXPECT_EQ(paris->mid(16), QByteArray("earth\0\0", 7));
+
+    const auto bare = MetadataEncoder::locationPayload("+12.5-3.25+", {});
+    ASSERT_TRUE(bare);
+    EXPECT_NEAR(fixed(*bare, 4), -3.25, 1e-4);
+    EXPECT_NEAR(fixed(*bare, 12), 0.0, 1e-9);
+    // Degrees and minutes.
+    const auto minutes = MetadataEncoder::locationPayload("+4830-00230/", {});
+    ASSERT_TRUE(minutes);
+    EXPECT_NEAR(fixed(*minutes, 8), 48.5, 1e-4);
+    EXPECT_NEAR(fixed(*minutes, 4), -2.5, 1e-4);
+
+    for (const char* bad : {"", "+", "abc", "+91+000", "+10+181+", "+10+10+40000", "48.1 2.3"})
+        EXPECT_FALSE(MetadataEncoder::locationPayload(bad, {})) << bad;
+}

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include "core/video/bmff_box.h"
+#include "core/video/bmff_tree.h"
+#include "core/video/movie_rewriter.h"
+#include "movie_rewriter_support.h"
+#include "support/media_fixtures.h"
+
+using namespace RewriterTest;
+using Bmff::makeBox;
+
+namespace {
+
+// Writes `data` as a source, rewrites it and checks the failure path: the
+// reason contains `why`, no file appears in the output folder and the
+// source is unchanged.
+void expectRefused(const QByteArray& data, const QString& why) {
+    QTemporaryDir dir;
+    QDir().mkpath(dir.filePath("out"));
+    const QString source = dir.filePath("source.mov");
+    writeFile(source, data);
+    const QString output = dir.filePath("out/new.m4v");
+    const RewriteResult result = rewriteMovieFile(
+        request(source, output, {item("itsk/%A9nam", "title"), item("uiso/date", "2020:01:01")}));
+    EXPECT_FALSE(result.ok) << why.toStdString();
+    EXPECT_TRUE(result.reason.contains(why, Qt::CaseInsensitive))
+        << "expected '" << why.toStdString() << "', got '" << result.reason.toStdString() << "'";
+    EXPECT_TRUE(QDir(dir.filePath("out"))
+                    .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden)
+                    .isEmpty());
+    EXPECT_EQ(readFile(source), data);
+    EXPECT_EQ(rewriteMovie(request(source, output, {})), ExportStatus::Failed);
+}
+
+QByteArray fileTypeBox() {
+    return makeBox("ftyp", QByteArray("isom\0\0\0\0isom", 12));
+}
+
+// The movie box of a real clip, with `edit` applied to its bytes.
+QByteArray patchedClip(const std::function<void(QByteArray&)>& edit) {
+    QByteArray data = readFile(faststartClip());
+    edit(data);
+    return data;
+}
+
+}  // namespace
+
+TEST(MovieRewriterRefusal, FragmentedMovie) {
+    if (!haveTool("ffmpeg")) GTEST_SKIP();
+    const QString fragmented = ffmpegFixture(
+        "rewriter-fragmented.mp4",
+        {"-f", "lavfi", "-i", "testsrc=size=160x120:rate=25:duration=2", "-c:v", "libx264",
+         "-preset", "ultrafast", "-g", "10", "-movflags", "frag_keyframe+empty_moov"});
+    ASSERT_FALSE(fragmented.isEmpty());
+    expectRefused(readFile(fragmented), "fragmented");
+}
+
+TEST(MovieRewriterRefusal, CompressedMovieBox) {
+    const QByteArray cmov = makeBox("cmov", makeBox("dcom", "zlib") + makeBox("cmvd", "xxxxxxxx"));
+    expectRefused(fileTypeBox() + makeBox("moov", cmov) + makeBox("mdat", "data"), "compressed");
+}
+
+TEST(MovieRewriterRefusal, MediaInAnotherFile) {
+    if (!haveTool("ffmpeg")) GTEST_SKIP();
+    // Clear the self-contained flag of the clip's data references.
+    expectRefused(patchedClip([](QByteArray& d) {
+                      const QByteArray selfContained("\x00\x00\x00\x0curl \x00\x00\x00\x01", 12);
+                      ASSERT_GE(d.indexOf(selfContained), 0);
+                      d.replace(selfContained, QByteArray("\x00\x00\x00\x0curl \0\0\0\0", 12));
+                  }),
+                  "another file");
+}
+
+TEST(MovieRewriterRefusal, SeveralMovieBoxes) {
+    if (!haveTool("ffmpeg")) GTEST_SKIP();
+    expectRefused(patchedClip([](QByteArray& d) {
+                      const qsizetype at = d.indexOf("moov") - 4;
+                      d += d.mid(at, Bmff::readU32(d, at));
+                  }),
+                  "several movie boxes");
+}
+
+TEST(MovieRewriterRefusal, MalformedStructures) {
+    expectRefused(fileTypeBox() + makeBox("mdat", "data"), "no movie box");
+    expectRefused(QByteArray("not a movie at all"), "declares");
+    expectRefused(fileTypeBox() + makeBox("moov", makeBox("mvhd", "x")) + "abc", "stray bytes");
+
+    // A child box larger than its parent.
+    QByteArray trak = makeBox("trak", makeBox("tkhd", "12345678"));
+    trak[3] = char(0x7f);
+    expectRefused(fileTypeBox() + makeBox("moov", trak), "declares");
+
+    // Nesting far deeper than any real movie.
+    QByteArray nested = makeBox("stbl", {});
+    for (int i = 0; i < 40; ++i) nested = makeBox(i % 2 ? "trak" : "mdia", nested);
+    expectRefused(fileTypeBox() + makeBox("moov", nested), "nested");
+
+    // A chunk offset that points into the movie box itself.
+    QByteArray stco;
+    Bmff::appendU32(stco, 0);
+    Bmff::appendU32(stco, 1);
+    Bmff::appendU32(stco, 40);
+    const QByteArray stbl = makeBox("stbl", makeBox("stco", stco));
+    const QByteArray moov =
+        makeBox("moov", makeBox("trak", makeBox("mdia", makeBox("minf", stbl))));
+    expectRefused(fileTypeBox() + moov + makeBox("mdat", "data"), "outside the media data");
+
+    // A table that claims more entries than it holds.
+    Bmff::appendU32(stco, 0);
+    stco[7] = char(9);
+    const QByteArray badTable = makeBox(
+        "moov",
+        makeBox("trak", makeBox("mdia", makeBox("minf", makeBox("stbl", makeBox("stco", stco))))));
+    expectRefused(fileTypeBox() + badTable + makeBox("mdat", "data"), "entries");
+}
+
+TEST(MovieRewriterRefusal, TruncatedFile) {
+    if (!haveTool("ffmpeg")) GTEST_SKIP();
+    expectRefused(patchedClip([](QByteArray& d) { d.chop(d.size() / 3); }), "declares");
+}
+
+// Random damage to the movie box never crashes or hangs the rewriter; it
+// either writes a file or refuses without leaving anything behind.
+TEST(MovieRewriterRefusal, SurvivesRandomDamage) {
+    if (!haveTool("ffmpeg")) GTEST_SKIP();
+    const QByteArray clean = readFile(faststartClip());
+    const qsizetype moovAt = clean.indexOf("moov") - 4;
+    const qsizetype moovSize = Bmff::readU32(clean, moovAt);
+    QRandomGenerator random(20240611);
+    QTemporaryDir dir;
+    const QString source = dir.filePath("damaged.mp4");
+    const QString output = dir.filePath("out.m4v");
+    for (int round = 0; round < 300; ++round) {
+        QByteArray data = clean;
+        const int flips = 1 + random.bounded(8);
+        for (int i = 0; i < flips; ++i) {
+            const qsizetype at = moovAt + random.bounded(int(moovSize));
+            data[at] = char(random.bounded(256));
+        }
+        writeFile(source, data);
+        QFile::remove(output);
+        const RewriteResult result = rewriteMovieFile(request(source, output, {}));
+        EXPECT_EQ(QFile::exists(output), result.ok) << round;
+    }
+}

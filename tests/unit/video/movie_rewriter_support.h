@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QList>
+#include <QString>
+
+#include "core/video/metadata_item.h"
+#include "core/video/movie_rewriter.h"
+
+// Helpers of the movie rewriter tests: the checks that the media survived a
+// rewrite, read with our own box parser and with ffmpeg and exiftool.
+namespace RewriterTest {
+
+QByteArray readFile(const QString& path);
+void writeFile(const QString& path, const QByteArray& data);
+QByteArray sha256Of(const QString& path);
+
+// ffmpeg's per-packet checksums of every stream, without the header lines
+// that name the file.
+QString streamChecksums(const QString& path);
+
+// The chunk offsets of every track, read with the rewriter's own parser.
+QList<quint64> chunkOffsetsOf(const QString& path);
+
+// The top-level box types in file order.
+QList<QByteArray> topLevelTypes(const QString& path);
+
+// Compares a window of bytes at every chunk offset of the two files; answers
+// "" when they all agree, else a description of the first difference.
+QString compareChunks(const QString& source, const QString& output);
+
+// exiftool's "-j -G1 -a" view of a file, as one object (keys "Group:Tag").
+QJsonObject exiftoolTags(const QString& path);
+
+MetadataItem item(const QString& identifier, const QVariant& value, const QString& dataType = {},
+                  const QString& language = {});
+
+PassthroughExport request(const QString& source, const QString& output,
+                          const QList<MetadataItem>& metadata,
+                          VideoFileType type = VideoFileType::AppleM4V);
+
+// Clips made once per build: 2 s H.264/AAC with some metadata, with the
+// movie box before or after the media data.
+QString faststartClip();
+QString trailingMoovClip();
+
+}  // namespace RewriterTest

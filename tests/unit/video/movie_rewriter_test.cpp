@@ -1,0 +1,234 @@
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include "core/video/movie_metadata_reader.h"
+#include "core/video/movie_rewriter.h"
+#include "movie_rewriter_support.h"
+#include "support/media_fixtures.h"
+
+using namespace RewriterTest;
+
+namespace {
+
+bool haveTools() {
+    return haveTool("ffmpeg") && haveTool("exiftool");
+}
+
+// A picture that does not compress: the movie box grows by about its size.
+QByteArray noisePicture(const char* format, int side) {
+    QImage image(side, side, QImage::Format_RGB32);
+    QRandomGenerator random(7);
+    for (int y = 0; y < side; ++y) {
+        auto* line = reinterpret_cast<quint32*>(image.scanLine(y));
+        for (int x = 0; x < side; ++x) line[x] = random.generate();
+    }
+    QByteArray data;
+    QBuffer buffer(&data);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return data;
+}
+
+const MetadataItem* find(const QList<MetadataItem>& items, const QString& identifier) {
+    for (const MetadataItem& i : items) {
+        if (i.identifier == identifier) return &i;
+    }
+    return nullptr;
+}
+
+struct PayloadCase {
+    const char* name;
+    bool faststart;
+    bool grow;
+};
+
+class MovieRewriterPayload : public ::testing::TestWithParam<PayloadCase> {};
+
+}  // namespace
+
+// The media survives whether the movie box sits before or after the media
+// data, and whether the metadata grows a lot or goes away.
+TEST_P(MovieRewriterPayload, StreamsAndChunksAreUnchanged) {
+    if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    const PayloadCase c = GetParam();
+    const QString source = c.faststart ? faststartClip() : trailingMoovClip();
+    ASSERT_FALSE(source.isEmpty()) << lastToolOutput().toStdString();
+    QTemporaryDir dir;
+    const QString output = dir.filePath("out.m4v");
+    QList<MetadataItem> items;
+    if (c.grow) {
+        items = {item("itsk/%A9nam", "New title"),
+                 item("common/artwork", noisePicture("PNG", 700), "public.png"),
+                 item("mdta/com.apple.quicktime.director", "Someone")};
+    } else {
+        items = {item("itsk/%A9nam", ""), item("itsk/%A9cmt", QByteArray())};
+    }
+    const QByteArray sourceSum = sha256Of(source);
+    const RewriteResult result = rewriteMovieFile(request(source, output, items));
+    ASSERT_TRUE(result.ok) << result.reason.toStdString();
+
+    EXPECT_EQ(sha256Of(source), sourceSum);
+    EXPECT_EQ(streamChecksums(output).toStdString(), streamChecksums(source).toStdString());
+    EXPECT_EQ(compareChunks(source, output).toStdString(), "");
+    EXPECT_TRUE(runTool("ffprobe", {"-v", "error", output})) << lastToolOutput().toStdString();
+    // The source's top-level order is kept, behind the new file type box.
+    QList<QByteArray> types = topLevelTypes(source);
+    if (types.first() != "ftyp") types.prepend("ftyp");
+    EXPECT_EQ(topLevelTypes(output), types);
+
+    const QList<MetadataItem> written = readMovieMetadata(output);
+    if (c.grow) {
+        ASSERT_TRUE(find(written, "itsk/%A9nam"));
+        EXPECT_EQ(find(written, "itsk/%A9nam")->value.toString(), "New title");
+        ASSERT_TRUE(find(written, "itsk/covr"));
+        EXPECT_GT(QFileInfo(output).size(), QFileInfo(source).size() + 700 * 700);
+    } else {
+        EXPECT_TRUE(written.isEmpty());
+        EXPECT_LT(QFileInfo(output).size(), QFileInfo(source).size());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, MovieRewriterPayload,
+                         ::testing::Values(PayloadCase{"FaststartGrows", true, true},
+                                           PayloadCase{"FaststartShrinks", true, false},
+                                           PayloadCase{"TrailingMoovGrows", false, true},
+                                           PayloadCase{"TrailingMoovShrinks", false, false}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// Every key space lands where other tools look for it.
+TEST(MovieRewriter, ExiftoolReadsTheWrittenValues) {
+    if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    const QString source = faststartClip();
+    ASSERT_FALSE(source.isEmpty());
+    QTemporaryDir dir;
+    const QString output = dir.filePath("out.mov");
+    const QList<MetadataItem> items{
+        item("itsk/%A9nam", "Itunes title"),
+        item("mdta/com.apple.quicktime.title", "Keyed title"),
+        item("common/publisher", "The publisher"),
+        item("mdta/com.apple.quicktime.keywords", QByteArray("sea,sun"),
+             "com.apple.metadata.datatype.raw-data", "und"),
+        item("uiso/date", "2021:03:04 05:06:07"),
+        item("uiso/loci", "+48.8566+002.3522+035.000/"),
+        item("udta/%A9cmt", "User comment"),
+        item("uiso/kywd", "alpha,beta"),
+        item("id3/TIT2", "never written"),
+    };
+    const RewriteResult result =
+        rewriteMovieFile(request(source, output, items, VideoFileType::QuickTimeMovie));
+    ASSERT_TRUE(result.ok) << result.reason.toStdString();
+
+    const QJsonObject tags = exiftoolTags(output);
+    EXPECT_EQ(tags["ItemList:Title"].toString(), "Itunes title");
+    EXPECT_EQ(tags["Keys:Title"].toString(), "Keyed title");
+    EXPECT_EQ(tags["Keys:Publisher"].toString(), "The publisher");
+    EXPECT_EQ(tags["UserData:Comment"].toString(), "User comment");
+    EXPECT_TRUE(tags["UserData:DateTimeOriginal"].toString().startsWith("2021:03:04 05:06:07"))
+        << QJsonDocument(tags).toJson().toStdString();
+    EXPECT_TRUE(tags["QuickTime:MajorBrand"].toString().contains("QuickTime"));
+    const QString location = tags["UserData:LocationInformation"].toString();
+    EXPECT_TRUE(location.contains("48.8566") && location.contains("2.3522"))
+        << location.toStdString();
+    EXPECT_TRUE(tags["UserData:Keywords"].toString().contains("alpha"));
+
+    // And our own reader gives the same items back.
+    const QList<MetadataItem> back = readMovieMetadata(output);
+    ASSERT_TRUE(find(back, "uiso/loci"));
+    EXPECT_EQ(find(back, "uiso/loci")->value.toString(), "+48.8566+002.3522+035.000/");
+    ASSERT_TRUE(find(back, "uiso/kywd"));
+    EXPECT_EQ(find(back, "uiso/kywd")->value.toString(), "alpha,beta");
+    ASSERT_TRUE(find(back, "mdta/com.apple.quicktime.keywords"));
+    EXPECT_EQ(find(back, "mdta/com.apple.quicktime.keywords")->value.toByteArray(), "sea,sun");
+    EXPECT_EQ(find(back, "mdta/com.apple.quicktime.keywords")->language, "und");
+    ASSERT_TRUE(find(back, "mdta/com.apple.quicktime.publisher"));
+    EXPECT_FALSE(find(back, "id3/TIT2"));
+}
+
+// What the writers hand over for M4V outputs: common items as iTunes items,
+// TIFF artwork as PNG, the 3GPP boxes named by their keys.
+TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
+    if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    const QString source = trailingMoovClip();
+    ASSERT_FALSE(source.isEmpty());
+    QTemporaryDir dir;
+    const QString output = dir.filePath("out.m4v");
+    MetadataItem keywords = item("uiso/kywd", "a,b");
+    keywords.key = "keywords";
+    MetadataItem date = item("uiso/date", "2020:01:02 03:04:05");
+    date.identifier.clear();
+    const QList<MetadataItem> items{
+        item("common/copyrights", "(c) Someone"),
+        item("common/description", "About it"),
+        item("common/artwork", noisePicture("TIFF", 16), "public.tiff"),
+        keywords,
+        date,
+        item("uiso/loci", "+12.5-3.25+"),
+        item("itsk/%A9ART", "First"),
+        item("itsk/%A9ART", "Second"),
+        item("udta/XTRA", QByteArray("\x00\x01raw", 5)),
+    };
+    ASSERT_TRUE(rewriteMovieFile(request(source, output, items)).ok);
+
+    const QList<MetadataItem> back = readMovieMetadata(output);
+    ASSERT_TRUE(find(back, "itsk/cprt"));
+    EXPECT_EQ(find(back, "itsk/cprt")->value.toString(), "(c) Someone");
+    ASSERT_TRUE(find(back, "itsk/%A9des"));
+    ASSERT_TRUE(find(back, "itsk/covr"));
+    EXPECT_EQ(find(back, "itsk/covr")->dataType, "public.png");
+    EXPECT_FALSE(QImage::fromData(find(back, "itsk/covr")->value.toByteArray()).isNull());
+    ASSERT_TRUE(find(back, "uiso/kywd"));
+    ASSERT_TRUE(find(back, "uiso/date"));
+    EXPECT_EQ(find(back, "uiso/date")->value.toString(), "2020:01:02 03:04:05");
+    ASSERT_TRUE(find(back, "uiso/loci"));
+    EXPECT_EQ(find(back, "uiso/loci")->value.toString(), "+12.5000-003.2500+000.000/");
+    ASSERT_TRUE(find(back, "udta/XTRA"));
+    EXPECT_EQ(find(back, "udta/XTRA")->value.toByteArray(), QByteArray("\x00\x01raw", 5));
+    int artists = 0;
+    for (const MetadataItem& i : back) artists += i.identifier == "itsk/%A9ART";
+    EXPECT_EQ(artists, 2);
+    EXPECT_EQ(exiftoolTags(output)["QuickTime:MajorBrand"].toString().left(3), "App");
+}
+
+TEST(MovieRewriter, FileTypeBoxFollowsTheOutputType) {
+    if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    const QString source = trailingMoovClip();
+    ASSERT_FALSE(source.isEmpty());
+    QTemporaryDir dir;
+    const struct {
+        VideoFileType type;
+        QByteArray brands;
+    } cases[] = {
+        {VideoFileType::QuickTimeMovie, QByteArray("qt  \x20\x05\x03\x00qt  ", 12)},
+        {VideoFileType::AppleM4V, QByteArray("M4V \0\0\0\0M4V M4A mp42isom", 24)},
+        {VideoFileType::AppleM4A, QByteArray("M4A \0\0\0\0M4A mp42isom", 20)},
+        {VideoFileType::MPEG4, QByteArray("mp42\0\0\0\0mp42isom", 16)},
+    };
+    for (const auto& c : cases) {
+        const QString output = dir.filePath(QString("out-%1").arg(int(c.type)));
+        ASSERT_TRUE(rewriteMovieFile(request(source, output, {}, c.type)).ok);
+        EXPECT_EQ(readFile(output).mid(8, c.brands.size()), c.brands);
+        EXPECT_EQ(readFile(output).mid(4, 4), "ftyp");
+    }
+}
+
+TEST(MovieRewriter, AnUnreadableLocationIsLeftOutNotFatal) {
+    if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    QTemporaryDir dir;
+    const QString output = dir.filePath("out.m4v");
+    ASSERT_TRUE(
+        rewriteMovieFile(request(faststartClip(), output,
+                                 {item("uiso/loci", "north of here"), item("uiso/loci", "+91+000+"),
+                                  item("itsk/%A9nam", "kept")}))
+            .ok);
+    const QList<MetadataItem> back = readMovieMetadata(output);
+    EXPECT_FALSE(find(back, "uiso/loci"));
+    EXPECT_TRUE(find(back, "itsk/%A9nam"));
+}
