@@ -95,6 +95,11 @@ void ShellTest::firstLaunchWritesFourKeysAndStartsClean() {
     QVERIFY(app.localPhotoItemArray.isEmpty());
     QVERIFY(!app.mainWindow()->listShown());
     QVERIFY(app.videoMetaView->isHidden() && app.audioContentView->isHidden());
+    // The minor component of the system's version is kept; any place may be left out.
+    int major = 0, minor = -1;
+    app.getSystemVersionMajor(&major, &minor, nullptr);
+    QVERIFY(major > 0 && minor >= 0);
+    QCOMPARE(app.macOsVer, minor);
     // Camera buttons wait for a camera.
     QVERIFY(!app.deletePhotoBtn->isEnabled() && !app.viewExifBtn->isEnabled());
 
