@@ -205,9 +205,11 @@ private:
 
     VideoFileType m_fileType;
     QByteArray m_userData;  // children of udta, in order
-    QByteArray m_itunes;    // children of ilst (udta/meta)
-    QList<QByteArray> m_keys;
-    QByteArray m_quickTime;  // children of ilst (moov/meta)
+    // One list item per key, holding a data atom per value in order (several
+    // boxes of one key would be duplicates to other readers).
+    QList<QPair<QByteArray, QByteArray>> m_itunes;  // key, item body (udta/meta/ilst)
+    QList<QByteArray> m_keys;                       // moov/meta/keys
+    QList<QByteArray> m_quickTime;                  // item body per key (moov/meta/ilst)
 };
 
 void Encoder::add(const MetadataItem& item) {
@@ -246,18 +248,22 @@ void Encoder::addItunes(const MetadataItem& item, const QByteArray& key) {
         qCWarning(lcTagsmith) << "Movie rewriter: unreadable picture left out:" << item.identifier;
         return;
     }
+    for (auto& [existingKey, body] : m_itunes) {
+        if (existingKey == key) {
+            body += dataAtom(*value, item.language);
+            return;
+        }
+    }
     QByteArray body;
-    QByteArray type = key;
     if (freeform) {
         // "----:mean:name": the reverse-domain owner, then the item's name.
         const QByteArray rest = key.mid(5);
         const qsizetype colon = rest.indexOf(':');
         body += makeFullBox("mean", 0, 0, colon < 0 ? QByteArray() : rest.left(colon));
         body += makeFullBox("name", 0, 0, colon < 0 ? rest : rest.mid(colon + 1));
-        type = "----";
     }
     body += dataAtom(*value, item.language);
-    m_itunes += makeBox(type, body);
+    m_itunes.append({key, body});
 }
 
 void Encoder::addQuickTime(const MetadataItem& item, const QByteArray& key) {
@@ -270,11 +276,10 @@ void Encoder::addQuickTime(const MetadataItem& item, const QByteArray& key) {
     qsizetype index = m_keys.indexOf(key);
     if (index < 0) {
         m_keys.append(key);
+        m_quickTime.append(QByteArray());
         index = m_keys.size() - 1;
     }
-    QByteArray indexType;
-    appendU32(indexType, quint32(index + 1));
-    m_quickTime += makeBox(indexType, dataAtom(*value, item.language));
+    m_quickTime[index] += dataAtom(*value, item.language);
 }
 
 void Encoder::addUserData(const MetadataItem& item, const QByteArray& key) {
@@ -314,8 +319,11 @@ MovieMetadataBoxes Encoder::finish() const {
         handler += "mdir";
         handler += "appl";
         handler += QByteArray(9, '\0');  // reserved and an empty name
-        userData += makeFullBox("meta", 0, 0,
-                                makeFullBox("hdlr", 0, 0, handler) + makeBox("ilst", m_itunes));
+        QByteArray list;
+        for (const auto& [key, body] : m_itunes)
+            list += makeBox(key.startsWith("----:") ? QByteArray("----") : key, body);
+        userData +=
+            makeFullBox("meta", 0, 0, makeFullBox("hdlr", 0, 0, handler) + makeBox("ilst", list));
     }
     if (!userData.isEmpty()) out.userData = makeBox("udta", userData);
     if (!m_keys.isEmpty()) {
@@ -325,10 +333,15 @@ MovieMetadataBoxes Encoder::finish() const {
         handler += QByteArray(13, '\0');
         QByteArray keys;
         appendU32(keys, quint32(m_keys.size()));
-        for (const QByteArray& key : m_keys) keys += makeBox("mdta", key);
-        out.metadata =
-            makeBox("meta", makeFullBox("hdlr", 0, 0, handler) + makeFullBox("keys", 0, 0, keys) +
-                                makeBox("ilst", m_quickTime));
+        QByteArray list;
+        for (qsizetype i = 0; i < m_keys.size(); ++i) {
+            keys += makeBox("mdta", m_keys[i]);
+            QByteArray index;
+            appendU32(index, quint32(i + 1));  // items name their key by number
+            list += makeBox(index, m_quickTime[i]);
+        }
+        out.metadata = makeBox("meta", makeFullBox("hdlr", 0, 0, handler) +
+                                           makeFullBox("keys", 0, 0, keys) + makeBox("ilst", list));
     }
     return out;
 }

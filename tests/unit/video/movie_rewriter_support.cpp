@@ -112,6 +112,13 @@ QJsonObject exiftoolTags(const QString& path) {
     return array.isEmpty() ? QJsonObject() : array.first().toObject();
 }
 
+QString exiftoolValidation(const QString& path) {
+    QProcess p;
+    p.start("exiftool", {"-validate", "-warning", "-error", "-a", "-s3", path});
+    if (!p.waitForFinished(60000)) return "<exiftool failed>";
+    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+}
+
 MetadataItem item(const QString& identifier, const QVariant& value, const QString& dataType,
                   const QString& language) {
     MetadataItem i;

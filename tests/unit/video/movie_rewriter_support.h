@@ -33,6 +33,9 @@ QString compareChunks(const QString& source, const QString& output);
 // exiftool's "-j -G1 -a" view of a file, as one object (keys "Group:Tag").
 QJsonObject exiftoolTags(const QString& path);
 
+// exiftool's structure check: "OK", else the count and the warnings.
+QString exiftoolValidation(const QString& path);
+
 MetadataItem item(const QString& identifier, const QVariant& value, const QString& dataType = {},
                   const QString& language = {});
 

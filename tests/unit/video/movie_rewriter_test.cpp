@@ -127,6 +127,7 @@ TEST(MovieRewriter, ExiftoolReadsTheWrittenValues) {
     ASSERT_TRUE(result.ok) << result.reason.toStdString();
 
     const QJsonObject tags = exiftoolTags(output);
+    EXPECT_EQ(exiftoolValidation(output).toStdString(), "OK");
     EXPECT_EQ(tags["ItemList:Title"].toString(), "Itunes title");
     EXPECT_EQ(tags["Keys:Title"].toString(), "Keyed title");
     EXPECT_EQ(tags["Keys:Publisher"].toString(), "The publisher");
@@ -194,7 +195,10 @@ TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
     int artists = 0;
     for (const MetadataItem& i : back) artists += i.identifier == "itsk/%A9ART";
     EXPECT_EQ(artists, 2);
-    EXPECT_EQ(exiftoolTags(output)["QuickTime:MajorBrand"].toString().left(3), "App");
+    const QJsonObject tags = exiftoolTags(output);
+    EXPECT_EQ(tags["QuickTime:MajorBrand"].toString().left(3), "App");
+    EXPECT_EQ(exiftoolValidation(output).toStdString(), "OK");
+    EXPECT_EQ(tags["ItemList:Copyright"].toString(), "(c) Someone");
 }
 
 TEST(MovieRewriter, FileTypeBoxFollowsTheOutputType) {
