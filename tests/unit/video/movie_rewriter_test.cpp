@@ -9,6 +9,8 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
+#include "core/video/bmff_tree.h"
+#include "core/video/metadata_encoder.h"
 #include "core/video/movie_metadata_reader.h"
 #include "core/video/movie_rewriter.h"
 #include "movie_rewriter_support.h"
@@ -235,4 +237,42 @@ TEST(MovieRewriter, AnUnreadableLocationIsLeftOutNotFatal) {
     const QList<MetadataItem> back = readMovieMetadata(output);
     EXPECT_FALSE(find(back, "uiso/loci"));
     EXPECT_TRUE(find(back, "itsk/%A9nam"));
+}
+
+// Items a track's own metadata box holds stay with the track: rewriting the
+// file with the list read from it (as the writers do) does not copy them
+// into the movie's metadata, so they do not multiply from one save to the
+// next.
+TEST(MovieRewriter, TrackMetadataStaysWithTheTrack) {
+    if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    // A source whose first track has a QuickTime metadata box; the movie box
+    // is last, so growing it moves no media.
+    QByteArray data = readFile(trailingMoovClip());
+    const qsizetype moovAt = data.lastIndexOf("moov") - 4;
+    ASSERT_GT(moovAt, 0);
+    auto moov = Bmff::parseMovieBox(data.mid(moovAt + 8), nullptr);
+    ASSERT_TRUE(moov);
+    const QByteArray trackMeta =
+        MetadataEncoder::encodeMovieMetadata(
+            {item("mdta/com.apple.quicktime.camera.lens_model", "Lens")}, VideoFileType::MPEG4)
+            .metadata;
+    moov->childrenOf("trak").first()->appendChild(
+        std::make_unique<Bmff::TreeBox>("meta", trackMeta.mid(8)));
+    QTemporaryDir dir;
+    const QString source = dir.filePath("source.mov");
+    writeFile(source, data.left(moovAt) + moov->serialize());
+
+    QString path = source;
+    for (int save = 0; save < 3; ++save) {
+        const QString output = dir.filePath(QString("save%1.mov").arg(save));
+        QList<MetadataItem> items = readMovieMetadata(path);
+        items.prepend(item("itsk/%A9nam", QString("Save %1").arg(save)));
+        ASSERT_TRUE(rewriteMovieFile(request(path, output, items)).ok);
+        path = output;
+    }
+    int lenses = 0;
+    for (const MetadataItem& i : readMovieMetadata(path))
+        lenses += i.identifier == "mdta/com.apple.quicktime.camera.lens_model";
+    EXPECT_EQ(lenses, 1);
+    EXPECT_EQ(streamChecksums(path).toStdString(), streamChecksums(source).toStdString());
 }
