@@ -156,15 +156,22 @@ qint64 TreeBox::headerSize() const {
     return m_largeHeader ? kLargeHeader : kHeader;
 }
 
-qint64 TreeBox::size() const {
-    qint64 body = 0;
-    if (m_container) {
-        for (const auto& c : m_children) body += c->size();
-        body += m_padding.size();
-    } else {
-        body = m_payload.size();
-    }
+qint64 TreeBox::bodySize() const {
+    if (!m_container) return m_payload.size();
+    qint64 body = m_padding.size();
+    for (const auto& c : m_children) body += c->size();
+    return body;
+}
+
+qint64 TreeBox::writtenHeaderSize() const {
     // A box that has outgrown 32 bits needs the 64-bit form whatever it had.
+    if (m_largeHeader || bodySize() + kHeader > std::numeric_limits<quint32>::max())
+        return kLargeHeader;
+    return kHeader;
+}
+
+qint64 TreeBox::size() const {
+    const qint64 body = bodySize();
     if (!m_largeHeader && body + kHeader > std::numeric_limits<quint32>::max())
         return body + kLargeHeader;
     return body + headerSize();
@@ -196,7 +203,7 @@ void TreeBox::appendTo(QByteArray& out) const {
 }
 
 bool TreeBox::parseChildren(QByteArrayView payload, const QList<QByteArray>& containers, int depth,
-                            QString* reason) {
+                            QString* reason, qint64 payloadOffset) {
     if (depth > kMaxTreeDepth) {
         setReason(reason, QStringLiteral("boxes nested deeper than %1").arg(kMaxTreeDepth));
         return false;
@@ -240,9 +247,13 @@ bool TreeBox::parseChildren(QByteArrayView payload, const QList<QByteArray>& con
         }
         auto child = std::make_unique<TreeBox>(type.toByteArray());
         child->setLargeHeader(header == kLargeHeader);
+        child->setSource(payloadOffset + pos, qint64(size));
         const QByteArrayView body = payload.sliced(pos + header, qint64(size) - header);
         if (containers.contains(child->type())) {
-            if (!child->parseChildren(body, containers, depth + 1, reason)) return false;
+            if (!child->parseChildren(body, containers, depth + 1, reason,
+                                      payloadOffset + pos + header)) {
+                return false;
+            }
         } else {
             child->setPayload(body.toByteArray());
         }
@@ -257,9 +268,11 @@ const QList<QByteArray>& movieContainers() {
     return types;
 }
 
-std::unique_ptr<TreeBox> parseMovieBox(QByteArrayView payload, QString* reason) {
+std::unique_ptr<TreeBox> parseMovieBox(QByteArrayView payload, QString* reason, qint64 headerSize) {
     auto moov = std::make_unique<TreeBox>(QByteArrayLiteral("moov"));
-    if (!moov->parseChildren(payload, movieContainers(), 1, reason)) return nullptr;
+    moov->setSource(0, payload.size() + headerSize);
+    moov->setLargeHeader(headerSize == kLargeHeader);
+    if (!moov->parseChildren(payload, movieContainers(), 1, reason, headerSize)) return nullptr;
     return moov;
 }
 

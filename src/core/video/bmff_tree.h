@@ -69,19 +69,37 @@ public:
     QByteArray serialize() const;
     void appendTo(QByteArray& out) const;
 
+    // Where the box was in the parsed data (header included), counted from
+    // the start of the root box; -1 for a box made in memory.
+    qint64 sourceOffset() const { return m_sourceOffset; }
+    qint64 sourceSize() const { return m_sourceSize; }
+    void setSource(qint64 offset, qint64 size) {
+        m_sourceOffset = offset;
+        m_sourceSize = size;
+    }
+
+    // The header as the source had it (8, or 16 with a 64-bit size) and as
+    // serialize() writes it (16 also when the box has outgrown 32 bits).
+    qint64 headerSize() const;
+    qint64 writtenHeaderSize() const;
+
     // Parses a box's payload into children, walking into the given container
-    // types (at any depth below this box). Fails on anything malformed.
+    // types (at any depth below this box). `payloadOffset` is where the
+    // payload starts, counted as sourceOffset() is. Fails on anything
+    // malformed.
     bool parseChildren(QByteArrayView payload, const QList<QByteArray>& containers, int depth,
-                       QString* reason);
+                       QString* reason, qint64 payloadOffset = 0);
 
 private:
-    qint64 headerSize() const;
+    qint64 bodySize() const;
 
     QByteArray m_type;
     QByteArray m_payload;
     QByteArray m_padding;  // zero bytes after the last child, kept as found
     bool m_container = false;
     bool m_largeHeader = false;
+    qint64 m_sourceOffset = -1;
+    qint64 m_sourceSize = 0;
     std::vector<std::unique_ptr<TreeBox>> m_children;
 };
 
@@ -89,8 +107,11 @@ private:
 // data references: trak, mdia, minf, stbl, dinf, edts.
 const QList<QByteArray>& movieContainers();
 
-// Parses the payload of a movie box into a tree whose root has type "moov".
-std::unique_ptr<TreeBox> parseMovieBox(QByteArrayView payload, QString* reason);
+// Parses the payload of a movie box into a tree whose root has type "moov";
+// `headerSize` is the size of the movie box's header in the file (source
+// offsets count from the start of the box).
+std::unique_ptr<TreeBox> parseMovieBox(QByteArrayView payload, QString* reason,
+                                       qint64 headerSize = 8);
 
 // A whole box: 32-bit size (64-bit when it does not fit), type, payload.
 QByteArray makeBox(QByteArrayView type, QByteArrayView payload);

@@ -1,5 +1,7 @@
 #include "core/video/movie_layout.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <limits>
 
@@ -19,31 +21,46 @@ void setReason(QString* reason, const QString& text) {
     if (reason) *reason = text;
 }
 
+// A table of file offsets: the chunk offsets (stco 32-bit, co64 64-bit)
+// or the offsets of sample auxiliary information (saio, version 0 32-bit,
+// version 1 64-bit), which in a sample table are file offsets as well.
 struct OffsetTable {
     TreeBox* box = nullptr;
+    QByteArray head;  // the bytes before the entry count
     QList<quint64> offsets;
     bool wide = false;
+    bool auxiliary = false;  // saio
 };
 
 bool readTable(TreeBox* box, OffsetTable& table, QString* reason) {
     const QByteArray& p = box->payload();
     table.box = box;
-    table.wide = box->type() == "co64";
-    const qint64 width = table.wide ? 8 : 4;
-    if (p.size() < 8) {
-        setReason(reason, QStringLiteral("chunk offset table cut short"));
-        return false;
+    table.auxiliary = box->type() == "saio";
+    qint64 headSize = 4;  // version and flags
+    if (table.auxiliary) {
+        if (p.size() >= 4 && (Bmff::readU32(p, 0) & 1)) headSize += 8;  // type and parameter
+        table.wide = !p.isEmpty() && p[0] != 0;
+    } else {
+        table.wide = box->type() == "co64";
     }
-    const quint32 count = Bmff::readU32(p, 4);
-    if (quint64(count) * quint64(width) > quint64(p.size() - 8)) {
+    const qint64 width = table.wide ? 8 : 4;
+    if (p.size() < headSize + 4) {
         setReason(
             reason,
-            QStringLiteral("chunk offset table lists %1 entries it does not hold").arg(count));
+            QStringLiteral("offset table '%1' cut short").arg(QString::fromLatin1(box->type())));
+        return false;
+    }
+    table.head = p.left(headSize);
+    const quint32 count = Bmff::readU32(p, headSize);
+    if (quint64(count) * quint64(width) > quint64(p.size() - headSize - 4)) {
+        setReason(reason, QStringLiteral("offset table '%1' lists %2 entries it does not hold")
+                              .arg(QString::fromLatin1(box->type()))
+                              .arg(count));
         return false;
     }
     table.offsets.reserve(count);
     for (quint32 i = 0; i < count; ++i) {
-        const qint64 at = 8 + qint64(i) * width;
+        const qint64 at = headSize + 4 + qint64(i) * width;
         table.offsets.append(table.wide ? Bmff::readU64(p, at) : Bmff::readU32(p, at));
     }
     return true;
@@ -55,7 +72,10 @@ bool collectTables(const TreeBox& moov, QList<OffsetTable>& tables, QString* rea
             for (TreeBox* minf : mdia->childrenOf("minf")) {
                 for (TreeBox* stbl : minf->childrenOf("stbl")) {
                     for (const auto& child : stbl->children()) {
-                        if (child->type() != "stco" && child->type() != "co64") continue;
+                        if (child->type() != "stco" && child->type() != "co64" &&
+                            child->type() != "saio") {
+                            continue;
+                        }
                         OffsetTable table;
                         if (!readTable(child.get(), table, reason)) return false;
                         tables.append(table);
@@ -68,8 +88,9 @@ bool collectTables(const TreeBox& moov, QList<OffsetTable>& tables, QString* rea
 }
 
 void writeTable(OffsetTable& table, const QList<quint64>& offsets) {
-    QByteArray p = table.box->payload().left(4);  // version and flags
-    p.reserve(8 + offsets.size() * (table.wide ? 8 : 4));
+    QByteArray p = table.head;
+    if (table.auxiliary) p[0] = table.wide ? 1 : 0;  // the version gives the width
+    p.reserve(p.size() + 4 + offsets.size() * (table.wide ? 8 : 4));
     Bmff::appendU32(p, quint32(offsets.size()));
     for (quint64 offset : offsets) {
         if (table.wide)
@@ -77,7 +98,7 @@ void writeTable(OffsetTable& table, const QList<quint64>& offsets) {
         else
             Bmff::appendU32(p, quint32(offset));
     }
-    table.box->setType(table.wide ? "co64" : "stco");
+    if (!table.auxiliary) table.box->setType(table.wide ? "co64" : "stco");
     table.box->setPayload(p);
 }
 
@@ -87,12 +108,31 @@ struct Moved {
     qint64 newOffset;
 };
 
+// The boxes of the movie box that keep their bytes, by old and new position
+// in the file: some files point into them (auxiliary information kept in
+// the sample table). Offset tables are left out: their bytes change.
+void addMovieLeaves(const TreeBox& box, qint64 oldMoov, qint64 newPos,
+                    const QSet<const TreeBox*>& tables, QList<Moved>& out) {
+    if (!box.isContainer()) {
+        if (box.sourceOffset() >= 0 && !tables.contains(&box))
+            out.append({oldMoov + box.sourceOffset(), box.sourceSize(), newPos});
+        return;
+    }
+    qint64 childPos = newPos + box.writtenHeaderSize();
+    for (const auto& child : box.children()) {
+        addMovieLeaves(*child, oldMoov, childPos, tables, out);
+        childPos += child->size();
+    }
+}
+
 }  // namespace
 
 bool chunkOffsets(const Bmff::TreeBox& moov, QList<quint64>& offsets, QString* reason) {
     QList<OffsetTable> tables;
     if (!collectTables(moov, tables, reason)) return false;
-    for (const OffsetTable& t : tables) offsets += t.offsets;
+    for (const OffsetTable& t : tables) {
+        if (!t.auxiliary) offsets += t.offsets;
+    }
     return true;
 }
 
@@ -100,6 +140,8 @@ bool planRewrite(const QList<Bmff::FileBox>& source, Bmff::TreeBox& moov,
                  const QByteArray& fileTypeBox, Plan& plan, QString* reason) {
     QList<OffsetTable> tables;
     if (!collectTables(moov, tables, reason)) return false;
+    QSet<const TreeBox*> tableBoxes;
+    for (const OffsetTable& t : tables) tableBoxes.insert(t.box);
     plan = Plan();
 
     for (int round = 0; round < kMaxRounds; ++round) {
@@ -110,12 +152,15 @@ bool planRewrite(const QList<Bmff::FileBox>& source, Bmff::TreeBox& moov,
         for (const Bmff::FileBox& box : source) {
             if (box.type == "ftyp") continue;
             if (box.type == "moov") {
+                addMovieLeaves(moov, box.offset, pos, tableBoxes, moved);
                 pos += moovSize;
                 continue;
             }
             moved.append({box.offset, box.size, pos});
             pos += box.size;
         }
+        std::sort(moved.begin(), moved.end(),
+                  [](const Moved& a, const Moved& b) { return a.oldOffset < b.oldOffset; });
         const qint64 outputSize = pos;
 
         // Each offset moves with the copied box it points into.
@@ -130,9 +175,10 @@ bool planRewrite(const QList<Bmff::FileBox>& source, Bmff::TreeBox& moov,
                     [](quint64 o, const Moved& m) { return o < quint64(m.oldOffset); });
                 if (it == moved.begin() ||
                     offset >= quint64((it - 1)->oldOffset) + quint64((it - 1)->size)) {
-                    setReason(reason, QStringLiteral("chunk offset %1 points outside the media "
-                                                     "data")
-                                          .arg(offset));
+                    setReason(reason, QStringLiteral("offset %1 of '%2' points outside the "
+                                                     "media data")
+                                          .arg(offset)
+                                          .arg(QString::fromLatin1(table.box->type())));
                     return false;
                 }
                 --it;

@@ -27,18 +27,20 @@ struct Plan {
     int widenedTables = 0;  // 32-bit chunk offset tables that became 64-bit
 };
 
-// Fixes the chunk offset tables (stco, co64) of every track of `moov` for
-// the new positions and answers the pieces of the new file. `source` lists
+// Fixes the chunk offset tables (stco, co64) and the auxiliary information
+// offsets (saio) of every track of `moov` for the new positions and answers
+// the pieces of the new file. `source` lists
 // the source's top-level boxes; its ftyp boxes are left out and its single
 // moov box is replaced by `moov`. A 32-bit table becomes a 64-bit one where
 // a new offset needs it; the layout is worked out again until it settles.
-// Fails with a reason for a malformed table or an offset that points
-// outside every copied box.
+// Offsets into a box of the movie box that keeps its bytes (auxiliary
+// information stored in a sample table) move with that box. Fails with a
+// reason for a malformed table or an offset that points anywhere else.
 bool planRewrite(const QList<Bmff::FileBox>& source, Bmff::TreeBox& moov,
                  const QByteArray& fileTypeBox, Plan& plan, QString* reason);
 
-// The chunk offsets of every table of the tree, in track order, for tests
-// and checks; false for a malformed table.
+// The chunk offsets (not the auxiliary ones) of every table of the tree, in
+// track order, for tests and checks; false for a malformed table.
 bool chunkOffsets(const Bmff::TreeBox& moov, QList<quint64>& offsets, QString* reason = nullptr);
 
 }  // namespace MovieLayout

@@ -64,14 +64,6 @@ bool checkDataReferences(const TreeBox& trak, QString* reason) {
                     }
                 }
             }
-            for (TreeBox* stbl : minf->childrenOf("stbl")) {
-                // Sample auxiliary data is addressed by file offsets this
-                // writer does not move.
-                if (stbl->child("saio")) {
-                    *reason = QStringLiteral("sample auxiliary information offsets (saio)");
-                    return false;
-                }
-            }
         }
     }
     return true;
@@ -188,7 +180,7 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request) {
         source.read(payload.data(), payloadSize) != payloadSize) {
         return fail(QStringLiteral("cannot read the movie box"));
     }
-    std::unique_ptr<TreeBox> moov = Bmff::parseMovieBox(payload, &reason);
+    std::unique_ptr<TreeBox> moov = Bmff::parseMovieBox(payload, &reason, moovBox->headerSize);
     if (!moov) return fail(reason);
     payload.clear();
     if (!checkMovie(*moov, &reason)) return fail(reason);

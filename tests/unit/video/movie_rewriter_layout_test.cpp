@@ -167,3 +167,42 @@ TEST(MetadataEncoder, LocationFromIso6709Text) {
     for (const char* bad : {"", "+", "abc", "+91+000", "+10+181+", "+10+10+40000", "48.1 2.3"})
         EXPECT_FALSE(MetadataEncoder::locationPayload(bad, {})) << bad;
 }
+
+// Auxiliary information offsets (encrypted tracks) are file offsets too:
+// they move with the media and widen by their version, keeping the
+// auxiliary type that precedes them.
+TEST(MovieRewriterLayout, AuxiliaryOffsetsMoveAndWiden) {
+    const qint64 mdatAt = 4 * kGiB - 40;
+    QByteArray saio;
+    Bmff::appendU32(saio, 1);  // version 0, flags: type and parameter present
+    saio += "cenc";
+    Bmff::appendU32(saio, 0);
+    Bmff::appendU32(saio, 1);
+    Bmff::appendU32(saio, quint32(mdatAt + 8));
+    auto moov = movieWith({offsetTable("stco", {16}) + makeBox("saio", saio)});
+    ASSERT_TRUE(moov);
+    QList<FileBox> source{{"ftyp", 0, 16, 8, false},
+                          {"moov", 16, moov->size(), 8, false},
+                          {"free", 16 + moov->size(), 0, 8, false},
+                          {"mdat", mdatAt, 100, 8, false}};
+    source[2].size = mdatAt - source[2].offset;
+    // The chunk offset 16 points into the movie box itself: refused.
+    MovieLayout::Plan plan;
+    QString reason;
+    EXPECT_FALSE(
+        MovieLayout::planRewrite(source, *moov, makeBox("ftyp", "abcdefgh"), plan, &reason));
+    EXPECT_TRUE(reason.contains("outside")) << reason.toStdString();
+
+    moov = movieWith({offsetTable("stco", {quint64(mdatAt) + 8}) + makeBox("saio", saio)});
+    ASSERT_TRUE(MovieLayout::planRewrite(source, *moov, makeBox("ftyp", QByteArray(100, 'x')), plan,
+                                         &reason))
+        << reason.toStdString();
+    const Bmff::TreeBox* stbl = moov->child("trak")->child("mdia")->child("minf")->child("stbl");
+    const QByteArray written = stbl->child("saio")->payload();
+    EXPECT_EQ(written[0], char(1));  // version 1: 64-bit offsets
+    EXPECT_EQ(written.mid(4, 4), "cenc");
+    EXPECT_EQ(Bmff::readU32(written, 12), 1u);
+    // Both tables widened by 4 bytes each; the file type box grew by 100.
+    EXPECT_EQ(Bmff::readU64(written, 16), quint64(mdatAt + 8 + 92 + 8));
+    EXPECT_EQ(plan.widenedTables, 2);
+}
