@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc)
 # CI builds treat warnings as errors.
 WERROR := $(if $(CI),ON,OFF)
 
-.PHONY: all deps configure build run test bench clean
+.PHONY: all deps configure build run test test-long fuzz-smoke bench clean
 
 all: build
 
@@ -21,8 +21,15 @@ build: configure
 run: build
 	$(BUILD_DIR)/src/tagsmith
 
-test: build
+test: build fuzz-smoke
 	cd $(BUILD_DIR) && ctest -j $(JOBS) --output-on-failure --timeout 600 -LE long
+
+# A short bounded run of each fuzz target over a seed corpus made at test time
+# (clang with libFuzzer, AddressSanitizer and UBSan; only the fuzz targets are built).
+fuzz-smoke: deps
+	cmake --preset fuzz -DTAGSMITH_WERROR=$(WERROR) >/dev/null
+	cmake --build build/fuzz -j $(JOBS) --target fuzz_bmff_reader
+	cd build/fuzz && ctest --output-on-failure -R '^fuzz_'
 
 test-long: build
 	cd $(BUILD_DIR) && ctest -j $(JOBS) --output-on-failure -L long

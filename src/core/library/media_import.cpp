@@ -13,6 +13,7 @@
 #include "core/library/media_kinds.h"
 #include "core/library/media_probe.h"
 #include "core/library/track_info.h"
+#include "core/video/video_metadata_rules.h"
 
 namespace {
 // Deeper trees than this are not scanned further (and logged).
@@ -65,8 +66,10 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
     fillFileFacts(*item);
-    // The folder scan leaves out the technical texts; the full import has them.
+    // The folder scan leaves out the technical texts and reads a smaller set
+    // of metadata items; the full import has everything.
     if (technical) fillTechnicalInfo(*item);
+    readVideoFileMetadata(*item, !technical);
     return item;
 }
 

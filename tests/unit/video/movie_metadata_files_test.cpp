@@ -238,7 +238,9 @@ TEST(VideoMetadataFiles, TruncatedAndCorruptedCopiesAreReadSafely) {
             const auto items = readMovieMetadataFromData(data.left(cut));
             EXPECT_LE(items.size(), full.size() + 64);
             // A cut after the movie box loses nothing.
-            if (cut >= moovStart + moovSize) EXPECT_EQ(items.size(), full.size()) << cut;
+            if (cut >= moovStart + moovSize) {
+                EXPECT_EQ(items.size(), full.size()) << cut;
+            }
         }
         // Flip bits, mostly inside the movie box.
         for (int round = 0; round < 400; ++round) {
