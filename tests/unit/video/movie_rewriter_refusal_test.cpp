@@ -148,3 +148,21 @@ TEST(MovieRewriterRefusal, SurvivesRandomDamage) {
         EXPECT_EQ(QFile::exists(output), result.ok) << round;
     }
 }
+
+// A movie box larger than any real one is damage, not something to load:
+// refused before it is read (the file is sparse, so this costs no disk).
+TEST(MovieRewriterRefusal, OversizedMovieBox) {
+    QTemporaryDir dir;
+    const QString source = dir.filePath("huge.mov");
+    const qint64 moovSize = qint64(300) * 1024 * 1024;
+    QByteArray head = fileTypeBox();
+    Bmff::appendU32(head, quint32(moovSize));
+    head += "moov";
+    writeFile(source, head);
+    ASSERT_TRUE(QFile::resize(source, fileTypeBox().size() + moovSize));
+    const QString output = dir.filePath("out.m4v");
+    const RewriteResult result = rewriteMovieFile(request(source, output, {}));
+    EXPECT_FALSE(result.ok);
+    EXPECT_TRUE(result.reason.contains("movie box of")) << result.reason.toStdString();
+    EXPECT_FALSE(QFile::exists(output));
+}
