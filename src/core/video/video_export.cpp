@@ -58,7 +58,9 @@ ExportStatus runVideoWriteJob(const VideoWriteJob& job, const QString& storageFo
             break;
         case ExportStatus::Failed:
             qCWarning(lcTagsmith) << "export failed ==" << job.request.sourcePath;
-            if (job.fallbackCopyPath.isEmpty()) break;
+            if (job.fallbackCopyPath.isEmpty() ||
+                isSameFile(job.fallbackCopyPath, job.request.sourcePath))
+                break;
             // The metadata change is lost, but the user still finds a copy.
             QFile::remove(job.fallbackCopyPath);
             if (QFile::copy(job.request.sourcePath, job.fallbackCopyPath)) {

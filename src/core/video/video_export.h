@@ -56,7 +56,9 @@ struct VideoWriteJob {
 };
 
 // Runs a job on the calling thread: removes an existing output, exports,
-// then sets dates, falls back, replaces and reveals as the job says.
+// then sets dates, falls back, replaces and reveals as the job says. An
+// output that is the source file itself (the storage folder is the source's
+// folder) is refused: the source is never deleted to make room for its copy.
 // `storageFolder` is the root of the file-manager view.
 ExportStatus runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
                               const PassthroughExporter& exporter = videoExporter());
@@ -66,3 +68,6 @@ ExportStatus runVideoWriteJob(const VideoWriteJob& job, const QString& storageFo
 // parent (the sub-folders mirrored and created).
 QString mirroredOutputPath(const QString& storage, const QString& sourcePath, bool importedFolder,
                            const QString& importedParent);
+
+// Whether two paths name the same existing file.
+bool isSameFile(const QString& a, const QString& b);

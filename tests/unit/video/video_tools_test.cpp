@@ -54,6 +54,14 @@ TEST_F(VideoToolsTest, TitleBecomesTheCopysNameWithTheSourceDates) {
 
     video.fileTitle.clear();
     EXPECT_FALSE(CopyvideoTitletoFileNameAction(video, storage));
+
+    // A copy that would land on the source itself is refused.
+    IKImageItem stored;
+    stored.filePath = copy;
+    stored.fileTitle = "Sunset-Beach";
+    EXPECT_FALSE(
+        CopyvideoTitletoFileNameAction(stored, StorageContext{storage.storagelocation, false, ""}));
+    EXPECT_TRUE(QFile::exists(copy));
 }
 
 TEST_F(VideoToolsTest, FileNameBecomesTitleReplacingEveryTitleItem) {

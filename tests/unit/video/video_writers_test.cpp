@@ -294,3 +294,18 @@ TEST_F(VideoWriteJobTest, ReplacingWriterMovesTheOutputOverTheSourceOnlyOnSucces
     EXPECT_FALSE(QFile::exists(out));
     EXPECT_TRUE(desktop->revealed.isEmpty());
 }
+
+TEST_F(VideoWriteJobTest, OutputOverTheSourceIsRefusedAndTheSourceKept) {
+    VideoWriteJob j = job(source);
+    j.fallbackCopyPath = source;
+    bool exported = false;
+    const auto status = runVideoWriteJob(j, tmp.path(), [&](const PassthroughExport&) {
+        exported = true;
+        return ExportStatus::Completed;
+    });
+    EXPECT_EQ(status, ExportStatus::Failed);
+    EXPECT_FALSE(exported);
+    QFile kept(source);
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), "source bytes");
+}
