@@ -27,10 +27,20 @@ void applyDates(const QString& path, const VideoWriteJob& job) {
 
 }  // namespace
 
+bool isSameFile(const QString& a, const QString& b) {
+    const QString ca = QFileInfo(a).canonicalFilePath();
+    return !ca.isEmpty() && ca == QFileInfo(b).canonicalFilePath();
+}
+
 ExportStatus runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
                               const PassthroughExporter& exporter) {
     const QString& output = job.request.outputPath;
-    if (QFileInfo::exists(output) && output != job.request.sourcePath) QFile::remove(output);
+    if (isSameFile(output, job.request.sourcePath)) {
+        qCWarning(lcTagsmith)
+            << "the new file would replace its source; choose another storage folder ==" << output;
+        return ExportStatus::Failed;
+    }
+    if (QFileInfo::exists(output)) QFile::remove(output);
     const ExportStatus status = exporter(job.request);
     switch (status) {
         case ExportStatus::Unknown:
