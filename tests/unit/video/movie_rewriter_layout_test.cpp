@@ -133,15 +133,6 @@ TEST(BmffTree, SerializesWhatItParsed) {
     EXPECT_EQ(withLarge->serialize(), makeBox("moov", large));
 }
 
-TEST(MetadataEncoder, IdentifierKeysAndLanguages) {
-    EXPECT_EQ(MetadataEncoder::identifierKey("%A9nam"), QByteArray("\xa9nam"));
-    EXPECT_EQ(MetadataEncoder::identifierKey("track%20number"), QByteArray("track number"));
-    EXPECT_EQ(MetadataEncoder::identifierKey("100%"), QByteArray("100%"));
-    EXPECT_EQ(MetadataEncoder::packedLanguage("und"), quint16(0x55c4));
-    EXPECT_EQ(MetadataEncoder::packedLanguage("eng"), quint16(0x15c7));
-    EXPECT_FALSE(MetadataEncoder::packedLanguage("en"));
-}
-
 TEST(MetadataEncoder, LocationFromIso6709Text) {
     const auto fixed = [](const QByteArray& p, int at) {
         return double(qint32(Bmff::readU32(p, at))) / 65536.0;
