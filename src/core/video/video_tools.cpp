@@ -47,6 +47,11 @@ QList<MetadataItem> withRecordedDate(const QList<MetadataItem>& existing, const 
 
 bool copyWithDates(const QString& source, const QString& target, const QDateTime& creation,
                    const QDateTime& modification, const QString& storageRoot) {
+    if (isSameFile(source, target)) {
+        qCWarning(lcTagsmith)
+            << "the copy would replace its source; choose another storage folder ==" << target;
+        return false;
+    }
     QFile::remove(target);
     if (!QFile::copy(source, target)) {
         qCWarning(lcTagsmith) << "cannot copy" << source << "to" << target;
