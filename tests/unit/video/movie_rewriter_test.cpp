@@ -53,6 +53,10 @@ struct PayloadCase {
     bool grow;
 };
 
+void PrintTo(const PayloadCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
 class MovieRewriterPayload : public ::testing::TestWithParam<PayloadCase> {};
 
 }  // namespace
