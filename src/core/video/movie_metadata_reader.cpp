@@ -161,7 +161,12 @@ void MovieBoxReader::readQuickTimeList(QByteArrayView ilst,
     Box item;
     while (items.next(item)) {
         const quint32 index = Bmff::readU32(item.type, 0);  // 1-based key number
-        if (index == 0 || index > quint32(keys.size())) continue;
+        if (index == 0 || index > quint32(keys.size())) {
+            // Some writers add iTunes items to the same list; a four-character
+            // item type is read as one of those rather than dropped.
+            if (index > 0xffff && Bmff::isPlausibleType(item.type)) readItunesItem(item);
+            continue;
+        }
         const auto& [keySpace, key] = keys.at(index - 1);
         readDataAtoms(item.payload, keySpace, key);
     }

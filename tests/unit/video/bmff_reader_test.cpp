@@ -121,6 +121,19 @@ TEST(BmffReader, ItunesItemsDecodeByTypeIndicator) {
     EXPECT_EQ(items[10].language, "eng");
 }
 
+TEST(BmffReader, ItunesItemsInAQuickTimeListAreKept) {
+    // As found in files whose QuickTime keys list was later given an iTunes title.
+    const QByteArray keys = fullBox("keys", u32(1) + u32(8 + 5) + "mdta" + "title");
+    const QByteArray ilst = box("ilst", box(u32(1), dataAtom(1, "key title")) +
+                                            box(kCopyright + "nam", dataAtom(1, "item title")));
+    const auto items = readMovieMetadataFromData(
+        movieFile(box("udta", box("meta", handler("mdta") + keys + ilst))));
+    ASSERT_EQ(items.size(), 2);
+    EXPECT_EQ(items[0].identifier, "mdta/title");
+    EXPECT_EQ(items[1].identifier, "itsk/%A9nam");
+    EXPECT_EQ(items[1].value.toString(), "item title");
+}
+
 TEST(BmffReader, QuickTimeKeysNameTheirItems) {
     QByteArray ilst;
     ilst += box(u32(2), dataAtom(1, "Canon"));
