@@ -27,6 +27,9 @@ using Bmff::TreeBox;
 // Large enough that the copy runs at the speed of the disks.
 constexpr qint64 kCopyBuffer = qint64(8) * 1024 * 1024;
 
+// Progress is told (and a cancel heard) after at most this many bytes.
+constexpr qint64 kProgressSlice = qint64(64) * 1024 * 1024;
+
 // Data references: every entry must say that the media is in this file.
 bool checkDataReferences(const TreeBox& trak, QString* reason) {
     for (TreeBox* mdia : trak.childrenOf("mdia")) {
@@ -142,12 +145,12 @@ void syncFolder(const QString& path) {
 }
 
 RewriteResult fail(const QString& reason) {
-    return {false, reason};
+    return {false, false, reason};
 }
 
 }  // namespace
 
-RewriteResult rewriteMovieFile(const PassthroughExport& request) {
+RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewriteProgress& progress) {
     const QFileInfo sourceInfo(request.sourcePath);
     const QFileInfo outputInfo(request.outputPath);
     if (request.outputPath.isEmpty()) return fail(QStringLiteral("no output path"));
@@ -210,15 +213,27 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request) {
     const int in = source.handle();
     const int out = output.handle();
     QByteArray buffer;
+    qint64 done = 0;
     for (const MovieLayout::Piece& piece : plan.pieces) {
-        const bool written = piece.sourceOffset >= 0
-                                 ? copyRange(in, piece.sourceOffset, piece.size, out, buffer)
-                                 : writeAll(out, piece.bytes.constData(), piece.bytes.size());
-        if (!written) {
-            output.cancelWriting();
-            return fail(QStringLiteral("cannot write the output: %1")
-                            .arg(QString::fromLocal8Bit(strerror(errno))));
-        }
+        // Copies go in slices so that progress is told and a cancel is heard.
+        qint64 at = 0;
+        do {
+            const qint64 slice = qMin(piece.size - at, kProgressSlice);
+            const bool written = piece.sourceOffset >= 0
+                                     ? copyRange(in, piece.sourceOffset + at, slice, out, buffer)
+                                     : writeAll(out, piece.bytes.constData() + at, slice);
+            if (!written) {
+                output.cancelWriting();
+                return fail(QStringLiteral("cannot write the output: %1")
+                                .arg(QString::fromLocal8Bit(strerror(errno))));
+            }
+            at += slice;
+            done += slice;
+            if (progress && !progress(done, plan.outputSize)) {
+                output.cancelWriting();
+                return {false, true, QStringLiteral("cancelled")};
+            }
+        } while (at < piece.size);
     }
     if (::lseek(out, 0, SEEK_CUR) != plan.outputSize) {
         output.cancelWriting();
@@ -229,12 +244,21 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request) {
         return fail(QStringLiteral("cannot complete the output"));
     }
     syncFolder(request.outputPath);
-    return {true, {}};
+    return {true, false, {}};
 }
 
 ExportStatus rewriteMovie(const PassthroughExport& request) {
-    const RewriteResult result = rewriteMovieFile(request);
+    return rewriteMovieWithProgress(request, {});
+}
+
+ExportStatus rewriteMovieWithProgress(const PassthroughExport& request,
+                                      const RewriteProgress& progress) {
+    const RewriteResult result = rewriteMovieFile(request, progress);
     if (result.ok) return ExportStatus::Completed;
+    if (result.cancelled) {
+        qCInfo(lcTagsmith).noquote() << "Movie rewriter: cancelled" << request.outputPath;
+        return ExportStatus::Cancelled;
+    }
     qCWarning(lcTagsmith).noquote()
         << "Movie rewriter: cannot rewrite" << request.sourcePath << "-" << result.reason;
     return ExportStatus::Failed;

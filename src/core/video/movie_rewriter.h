@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 #include "core/video/video_export.h"
 
 // The pass-through writer of QuickTime and MPEG-4 files: writes a new file
@@ -19,11 +21,22 @@
 
 struct RewriteResult {
     bool ok = false;
+    bool cancelled = false;
     QString reason;  // why it failed; empty on success
 };
 
+// Told how many bytes of the new file are written, of how many, as the copy
+// goes on (from the writing thread); answering false cancels the rewrite,
+// which then leaves nothing under the output name.
+using RewriteProgress = std::function<bool(qint64 written, qint64 total)>;
+
 // Writes the export and answers how it went.
-RewriteResult rewriteMovieFile(const PassthroughExport& request);
+RewriteResult rewriteMovieFile(const PassthroughExport& request,
+                               const RewriteProgress& progress = {});
 
 // The program's exporter: Completed, or Failed with a warning that says why.
 ExportStatus rewriteMovie(const PassthroughExport& request);
+
+// The same with progress: Completed, Failed or Cancelled.
+ExportStatus rewriteMovieWithProgress(const PassthroughExport& request,
+                                      const RewriteProgress& progress);

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
@@ -165,4 +166,27 @@ TEST(MovieRewriterRefusal, OversizedMovieBox) {
     EXPECT_FALSE(result.ok);
     EXPECT_TRUE(result.reason.contains("movie box of")) << result.reason.toStdString();
     EXPECT_FALSE(QFile::exists(output));
+}
+
+// Progress reaches the whole size; a cancel leaves nothing behind.
+TEST(MovieRewriterRefusal, CancelLeavesNothing) {
+    if (!haveTool("ffmpeg")) GTEST_SKIP();
+    QTemporaryDir dir;
+    const QString output = dir.filePath("out.m4v");
+    const PassthroughExport job = request(faststartClip(), output, {item("itsk/%A9nam", "x")});
+    qint64 last = 0;
+    qint64 total = -1;
+    ASSERT_TRUE(rewriteMovieFile(job, [&](qint64 written, qint64 size) {
+                    EXPECT_GE(written, last);
+                    last = written;
+                    total = size;
+                    return true;
+                }).ok);
+    EXPECT_EQ(last, total);
+    EXPECT_EQ(QFileInfo(output).size(), total);
+
+    QFile::remove(output);
+    EXPECT_EQ(rewriteMovieWithProgress(job, [](qint64, qint64) { return false; }),
+              ExportStatus::Cancelled);
+    EXPECT_TRUE(QDir(dir.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 }
