@@ -108,6 +108,26 @@ TypedValue integerValue(const QVariant& value, const QByteArray& key, const QStr
     return out;
 }
 
+// Track and disc numbers given as text ("3/9" or "3") in their binary form:
+// a reserved word, the number, the count and, for tracks, a reserved word.
+std::optional<TypedValue> numberPairValue(const QVariant& value, const QByteArray& key) {
+    const QStringList parts = textOf(value).split(QLatin1Char('/'));
+    bool ok = false;
+    const int number = parts.value(0).trimmed().toInt(&ok);
+    bool countOk = true;
+    const int count = parts.size() == 2 ? parts.at(1).trimmed().toInt(&countOk) : 0;
+    if (!ok || !countOk || parts.size() > 2 || number < 0 || number > 0xffff || count < 0 ||
+        count > 0xffff) {
+        return std::nullopt;
+    }
+    TypedValue out;
+    appendU16(out.bytes, 0);
+    appendU16(out.bytes, quint16(number));
+    appendU16(out.bytes, quint16(count));
+    if (key == "trkn") appendU16(out.bytes, 0);
+    return out;
+}
+
 std::optional<TypedValue> dataAtomValue(const MetadataItem& item, const QByteArray& key,
                                         bool isPicture) {
     const QVariant& v = item.value;
@@ -243,9 +263,13 @@ void Encoder::addItunes(const MetadataItem& item, const QByteArray& key) {
         qCWarning(lcTagsmith) << "Movie rewriter: not an iTunes item key, left out:" << key;
         return;
     }
-    const std::optional<TypedValue> value = dataAtomValue(item, key, key == "covr");
+    const bool numberPair =
+        (key == "trkn" || key == "disk") && item.value.typeId() != QMetaType::QByteArray;
+    const std::optional<TypedValue> value =
+        numberPair ? numberPairValue(item.value, key) : dataAtomValue(item, key, key == "covr");
     if (!value) {
-        qCWarning(lcTagsmith) << "Movie rewriter: unreadable picture left out:" << item.identifier;
+        qCWarning(lcTagsmith) << "Movie rewriter: value not usable for" << item.identifier
+                              << "; left out";
         return;
     }
     for (auto& [existingKey, body] : m_itunes) {

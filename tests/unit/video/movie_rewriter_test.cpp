@@ -184,6 +184,7 @@ TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
         item("itsk/%A9ART", "First"),
         item("itsk/%A9ART", "Second"),
         item("udta/XTRA", QByteArray("\x00\x01raw", 5)),
+        item("itsk/trkn", "3/9"),
     };
     ASSERT_TRUE(rewriteMovieFile(request(source, output, items)).ok);
 
@@ -215,6 +216,7 @@ TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
               (QStringList{"M4V ", "M4A ", "mp42", "isom"}));
     EXPECT_EQ(exiftoolValidation(output).toStdString(), "OK");
     EXPECT_EQ(tags["ItemList:Copyright"].toString(), "(c) Someone");
+    EXPECT_EQ(tags["ItemList:TrackNumber"].toString(), "3 of 9");
 }
 
 // Items a track's own metadata box holds stay with the track: rewriting the
