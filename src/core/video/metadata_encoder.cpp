@@ -96,14 +96,17 @@ TypedValue integerValue(const QVariant& value, const QByteArray& key, const QStr
     static const QList<QByteArray> byteKeys{"cpil", "pgap", "stik", "rtng", "hdvd",
                                             "shwm", "pcst", "akID", "itnu"};
     const qint64 number = value.toLongLong();
+    const bool isSigned = !dataType.contains(QLatin1String(".uint"));
     int width = integerWidth(dataType);
     if (width == 0) width = byteKeys.contains(key) ? 1 : 4;
-    if (width < 8 && (number > (qint64(1) << (width * 8 - 1)) * 2 - 1 ||
-                      number < -(qint64(1) << (width * 8 - 1)))) {
-        width = 8;
+    if (width < 8) {
+        const qint64 span = qint64(1) << (width * 8);
+        const qint64 low = isSigned ? -span / 2 : 0;
+        const qint64 high = isSigned ? span / 2 - 1 : span - 1;
+        if (number < low || number > high) width = 8;  // keep the number whole
     }
     TypedValue out;
-    out.type = dataType.contains(QLatin1String(".uint")) ? kUnsignedInt : kSignedInt;
+    out.type = isSigned ? kSignedInt : kUnsignedInt;
     for (int i = width - 1; i >= 0; --i) out.bytes.append(char(quint64(number) >> (i * 8)));
     return out;
 }
