@@ -24,7 +24,7 @@
 #include "ui/shell/main_window.h"
 #include "ui/shell/preferences_window.h"
 #include "ui/shell/toolbar_button.h"
-#include "ui/video/video_panel.h"
+#include "ui/video/video_meta_view.h"
 
 namespace {
 AppDelegate* g_appDelegate = nullptr;
@@ -61,6 +61,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
 
 AppDelegate::~AppDelegate() {
     stopImports();
+    waitForVideoJobs();
     delete m_window;
     if (g_appDelegate == this) g_appDelegate = nullptr;
 }
@@ -142,6 +143,7 @@ void AppDelegate::awakeFromNib() {
     setupMenus();
     setupPreferences();
     setupAboutWindow();
+    setupVideoActions();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

@@ -9,7 +9,10 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <QThreadPool>
+
 #include <array>
+#include <functional>
 
 #include "core/library/ik_image_item.h"
 #include "core/library/media_sort.h"
@@ -32,7 +35,10 @@ class MediaTableModel;
 class PRDragTableView;
 class PreferencesWindow;
 class ToolbarButton;
-class VideoPanel;
+class VideoMetaView;
+struct StorageContext;
+struct VideoEditorState;
+struct VideoWriteJob;
 
 // The one controller of the program: it owns the main window, every view and
 // panel, the media list and the settings, and carries out every action.
@@ -41,6 +47,7 @@ class VideoPanel;
 //   app_delegate_library.cpp  import, the media table, selection, removal
 //   app_delegate_prefs.cpp    preferences and the storage folder
 //   app_delegate_toolbar.cpp  toolbar dispatcher, quitting, help, busy indicator
+//   app_delegate_video.cpp    the video panel, saving, metadata removal, video tools
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -80,6 +87,23 @@ public:
     bool importRunning() const { return !m_importThreads.isEmpty(); }
     // Stops every running import and waits for its thread.
     void stopImports();
+
+    // --- video ---
+    // Shows a record in the video panel and remembers what it shows.
+    void ShowVideoViewWithItem(const IKImageItemPtr& item);
+    // The panel's texts with the remembered values and the group flags.
+    VideoEditorState videoEditorState() const;
+    StorageContext storageContext() const;
+    void SaveMeidaFileChangesAction(QObject* sender);
+    void CopyvideoTitletoFileNameAction(QObject* sender);
+    void CopyvideofilenametoTitleAction(QObject* sender);
+    void ClickCopyVideoCreatedDateToCameraDateAction(QObject* sender);
+    void ClickCopyVideoExifDateToCreateDateAction(QObject* sender);
+    void ClickSetVideoDateFromFileNameAction(QObject* sender);
+    // Waits until every started export has finished (tests, quitting).
+    void waitForVideoJobs();
+    // Alerts are logged instead of shown (tests).
+    void setQuietAlerts(bool quiet) { m_quietAlerts = quiet; }
 
     // --- preferences ---
     void ShowPreferenceSetting(QObject* sender);
@@ -135,7 +159,8 @@ public:
         oldMovieAlbumArtist, oldMovieArtist, oldMovieModel, oldMovieCreatedDate, oldMovieShootDate,
         oldMoviePublisher, oldMovieCopyright, oldMovieDescription, oldMovieKeywords, oldAlbumStr,
         oldAlbumArtistStr, oldPublisherStr, oldBandStr, oldLyricStr, oldSubtitleStr,
-        oldRecordDateStr, oldCreateDateStr, oldReleaseYearStr, oldComposerStr, oldMovieProducer;
+        oldRecordDateStr, oldCreateDateStr, oldReleaseYearStr, oldComposerStr, oldMovieProducer,
+        oldMovieDeviceMake, oldMovieDeviceModel, oldMovieDeviceSoftware;
 
     // Views and controls (owned by the windows).
     PRDragTableView* dragtableView = nullptr;
@@ -143,7 +168,7 @@ public:
     QWidget* leftphotoScrView = nullptr;
     QWidget* leftTipView = nullptr;
     QWidget* leftTipCameraImageView = nullptr;
-    VideoPanel* videoMetaView = nullptr;
+    VideoMetaView* videoMetaView = nullptr;
     AudioPanel* audioContentView = nullptr;
     BusyIndicator* progressIndicator = nullptr;
     PreferencesWindow* preferencesWindow = nullptr;
@@ -184,10 +209,18 @@ private:
     void popUpMenu(QMenu* menu, QWidget* button);
     void dispatched(const char* action);
     QList<int> selectedContentRows() const;
+    IKImageItemList selectedItemsInImportOrder() const;
+    void setupVideoActions();
+    void runVideoJobLater(std::function<VideoWriteJob()> build);
+    void runVideoTool(const char* name, const std::function<void(const IKImageItemPtr&)>& tool);
+    void removeMetadataOf(const IKImageItemList& items);
+    void showNothingSelected();
 
     QSettings& m_settings;
     MainWindow* m_window = nullptr;
     QList<ImportThread*> m_importThreads;
     QString m_lastDispatchedAction;
     bool m_launched = false;
+    bool m_quietAlerts = false;
+    QThreadPool m_exportPool;
 };

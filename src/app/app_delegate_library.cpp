@@ -15,7 +15,7 @@
 #include "ui/library/media_table_model.h"
 #include "ui/library/pr_drag_table_view.h"
 #include "ui/shell/main_window.h"
-#include "ui/video/video_panel.h"
+#include "ui/video/video_meta_view.h"
 
 namespace {
 const char* const kImportMessage = "Please select videos or auidos to import.";
@@ -196,7 +196,7 @@ void AppDelegate::tableViewSelectionDidChange() {
     } else if (isVideoPath(item->filePath)) {
         videoMetaView->show();
         audioContentView->hide();
-        videoMetaView->ShowVideoViewWithItem(*item);
+        ShowVideoViewWithItem(item);
     }
     m_window->updateContentPlaceholder();
 }
@@ -215,13 +215,5 @@ void AppDelegate::RemoveMediaFileAction(QObject*) {
     mediaController->setContent(localPhotoItemArray);
     showListOrHint();
     dragtableView->viewport()->update();
-    videoMetaView->ShowVideoViewWithItem(IKImageItem{});
-}
-
-void AppDelegate::RemoveSelectedMediaFileAction(QObject*) {
-    qCInfo(lcTagsmith) << "removing the metadata of the selected files is not available yet";
-}
-
-void AppDelegate::RemoveAllMediaFileAction(QObject*) {
-    qCInfo(lcTagsmith) << "removing the metadata of all files is not available yet";
+    ShowVideoViewWithItem(std::make_shared<IKImageItem>());
 }

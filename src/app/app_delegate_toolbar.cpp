@@ -191,7 +191,8 @@ void AppDelegate::MybuttonMouseDownHandle(QObject* sender) {
         return popUpMenu(removeExifMenu, remoMetaDataLocalBtn), dispatched("removeExifMenu");
     if (sender == extractMetaBtn)
         return popUpMenu(extractMetaMenu, extractMetaBtn), dispatched("extractMetaMenu");
-    if (sender == SaveMediaChangesBtn) return dispatched("SaveMeidaFileChangesAction");
+    if (sender == SaveMediaChangesBtn)
+        return SaveMeidaFileChangesAction(sender), dispatched("SaveMeidaFileChangesAction");
     if (sender == editMetaDataLocalBtn)
         return popUpMenu(editExifMenu, editMetaDataLocalBtn), dispatched("editExifMenu");
     if (sender == videoBatchEditBtn)

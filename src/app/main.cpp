@@ -3,15 +3,17 @@
 
 #include "app/app_delegate.h"
 #include "core/common/logging.h"
+#include "core/video/video_file_ops.h"
 #include "ui/shell/main_window.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Brimlark"));
     QCoreApplication::setApplicationName(QStringLiteral("tagsmith"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("0.1"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TAGSMITH_VERSION));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tagsmith"));
     ActivityLog::install();
+    installMovieExporter();
     app.setStyle(QStringLiteral("Fusion"));
 
     QSettings settings(QStringLiteral("Brimlark"), QStringLiteral("tagsmith"));

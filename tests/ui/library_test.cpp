@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLabel>
 #include <QListView>
 #include <QMimeData>
 #include <QSettings>
@@ -18,7 +19,7 @@
 #include "ui/library/media_table_model.h"
 #include "ui/library/pr_drag_table_view.h"
 #include "ui/shell/main_window.h"
-#include "ui/video/video_panel.h"
+#include "ui/video/video_meta_view.h"
 
 namespace {
 QStringList namesOf(const IKImageItemList& items) {
@@ -167,7 +168,8 @@ void LibraryTest::selectionShowsTheVideoPanel() {
     QVERIFY(m_app->videoMetaView->isVisible());
     QVERIFY(m_app->audioContentView->isHidden());
     QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
-    QCOMPARE(m_app->videoMetaView->fileSizeText(), shown->fileSize);
+    QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(),
+             QString("Created Date:        ") + shown->fileCreateDateStr);
     QTest::qWait(50);  // let the layouts settle before the picture is taken
     m_app->mainWindow()->grab().save(QStringLiteral("/tmp/tagsmith-selected.png"));
 }
@@ -203,7 +205,7 @@ void LibraryTest::removalMapsRowsOntoImportOrder() {
     QCOMPARE(namesOf(m_app->mediaController->content()), namesOf(m_app->localPhotoItemArray));
     QVERIFY(QFileInfo::exists(imported->filePath));
     QCOMPARE(m_app->videoMetaView->fileNameText(), QString());
-    QCOMPARE(m_app->videoMetaView->fileKindText(), QString());
+    QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(), QString("Created Date:"));
 
     // Nothing selected: nothing removed.
     m_app->dragtableView->clearSelection();

@@ -20,7 +20,7 @@
 #include "ui/shell/main_window.h"
 #include "ui/shell/preferences_window.h"
 #include "ui/shell/toolbar_button.h"
-#include "ui/video/video_panel.h"
+#include "ui/video/video_meta_view.h"
 
 class ShellTest : public QObject {
     Q_OBJECT
@@ -205,8 +205,8 @@ void ShellTest::helpAboutAndBusyIndicator() {
     AppDelegate& app = launch();
     app.CLICkProductGuide(nullptr);
     app.CLICkSupport(nullptr);
-    QCOMPARE(m_desktop->opened, QList<QUrl>({QUrl(QLatin1String(kProductGuideUrl)),
-                                             QUrl(QLatin1String(kSupportUrl))}));
+    QCOMPARE(m_desktop->opened(), QList<QUrl>({QUrl(QLatin1String(kProductGuideUrl)),
+                                               QUrl(QLatin1String(kSupportUrl))}));
 
     app.ClickAbout(nullptr);
     QVERIFY(app.aboutWindow->isVisible());

@@ -42,10 +42,22 @@ bool SystemDesktopIntegration::openUrl(const QUrl& url) {
 }
 
 void RecordingDesktopIntegration::revealFile(const QString& path, const QString&) {
-    revealed.append(path);
+    std::lock_guard lock(m_mutex);
+    m_revealed.append(path);
 }
 
 bool RecordingDesktopIntegration::openUrl(const QUrl& url) {
-    opened.append(url);
+    std::lock_guard lock(m_mutex);
+    m_opened.append(url);
     return true;
+}
+
+QStringList RecordingDesktopIntegration::revealed() const {
+    std::lock_guard lock(m_mutex);
+    return m_revealed;
+}
+
+QList<QUrl> RecordingDesktopIntegration::opened() const {
+    std::lock_guard lock(m_mutex);
+    return m_opened;
 }

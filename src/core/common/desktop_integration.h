@@ -5,6 +5,7 @@
 #include <QUrl>
 
 #include <memory>
+#include <mutex>
 
 // Services of the desktop that tests must not trigger: revealing a file in
 // the file manager and opening an address in the browser. The program asks
@@ -30,12 +31,18 @@ public:
     bool openUrl(const QUrl& url) override;
 };
 
-// Records every request instead of carrying it out.
+// Records every request instead of carrying it out. Safe to use from the
+// worker threads that finish exports.
 class RecordingDesktopIntegration : public DesktopIntegration {
 public:
     void revealFile(const QString& path, const QString& root) override;
     bool openUrl(const QUrl& url) override;
 
-    QStringList revealed;
-    QList<QUrl> opened;
+    QStringList revealed() const;
+    QList<QUrl> opened() const;
+
+private:
+    mutable std::mutex m_mutex;
+    QStringList m_revealed;
+    QList<QUrl> m_opened;
 };

@@ -172,3 +172,16 @@ bool ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& item,
                            QFileInfo(item.filePath).fileName();
     return copyWithDates(item.filePath, target, when, when, storage.storagelocation);
 }
+
+bool saveUnchangedVideoCopy(const IKImageItem& item, const VideoEditorState& editor,
+                            const StorageContext& storage) {
+    const QString target = storage.storagelocation + QLatin1Char('/') + item.fileName;
+    const FileDates source = readFileDates(item.filePath);
+    const QDateTime typed = editor.mediaCreatedDate == editor.oldMovieCreatedDate
+                                ? QDateTime()
+                                : dateFromText(editor.mediaCreatedDate);
+    if (typed.isValid())
+        return copyWithDates(item.filePath, target, typed, typed, storage.storagelocation);
+    return copyWithDates(item.filePath, target, source.creation, source.modification,
+                         storage.storagelocation);
+}

@@ -53,3 +53,9 @@ QString dateTextFromFileName(const QString& fileName);
 // The recorded date of a file's items: the last date item in container
 // order that reads as a date ("T" and offsets handled as at import).
 QDateTime recordedDate(const QList<MetadataItem>& existing);
+
+// The save of an MXF video: no metadata is written, only a copy in the
+// storage folder, dated with the editor's created date when it was changed
+// and reads as a date, else with the source's dates; then revealed.
+bool saveUnchangedVideoCopy(const IKImageItem& item, const VideoEditorState& editor,
+                            const StorageContext& storage);

@@ -4,7 +4,19 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "ui/video/video_panel.h"
+namespace {
+// A two-column fact row: a dim name and a selectable value.
+QLabel* addFactRow(QFormLayout* form, const QString& title) {
+    auto* name = new QLabel(title);
+    name->setObjectName(QStringLiteral("factName"));
+    auto* value = new QLabel;
+    value->setObjectName(QStringLiteral("factValue"));
+    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    value->setWordWrap(true);
+    form->addRow(name, value);
+    return value;
+}
+}  // namespace
 
 AudioPanel::AudioPanel(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("audioContentView"));

@@ -15,7 +15,7 @@
 #include "ui/shell/activity_view.h"
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/toolbar_button.h"
-#include "ui/video/video_panel.h"
+#include "ui/video/video_meta_view.h"
 
 // The resources live in a static library: nothing would pull them into the
 // program unless they are asked for by name.
@@ -74,7 +74,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     m_placeholder = new QLabel(tr("Select a file to see its details"), content);
     m_placeholder->setObjectName(QStringLiteral("contentPlaceholder"));
     static_cast<QLabel*>(m_placeholder)->setAlignment(Qt::AlignCenter);
-    m_video = new VideoPanel(content);
+    m_video = new VideoMetaView(content);
     m_audio = new AudioPanel(content);
     contentLayout->addWidget(m_placeholder, 1);
     contentLayout->addWidget(m_video, 1);
@@ -84,9 +84,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
 
     splitter->addWidget(m_left);
     splitter->addWidget(content);
-    splitter->setStretchFactor(0, 3);
-    splitter->setStretchFactor(1, 2);
-    splitter->setSizes({700, 440});
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({620, 560});
     setCentralWidget(splitter);
 
     auto* dock = new QDockWidget(tr("Activity"), this);

@@ -14,7 +14,7 @@ class BusyIndicator;
 class DropHintView;
 class PRDragTableView;
 class ToolbarButton;
-class VideoPanel;
+class VideoMetaView;
 
 // The main window: toolbar, the media list (or the hint while it is empty)
 // on the left, the panel of the selected file on the right, and the
@@ -45,7 +45,7 @@ public:
     DropHintView* hintView() const { return m_hint; }
     QWidget* cameraHintView() const { return m_cameraHint; }
     QWidget* listArea() const;
-    VideoPanel* videoPanel() const { return m_video; }
+    VideoMetaView* videoPanel() const { return m_video; }
     AudioPanel* audioPanel() const { return m_audio; }
     BusyIndicator* busyIndicator() const { return m_busy; }
     ActivityView* activityView() const { return m_activity; }
@@ -61,7 +61,7 @@ private:
     DropHintView* m_hint = nullptr;
     QWidget* m_cameraHint = nullptr;
     QWidget* m_placeholder = nullptr;
-    VideoPanel* m_video = nullptr;
+    VideoMetaView* m_video = nullptr;
     AudioPanel* m_audio = nullptr;
     BusyIndicator* m_busy = nullptr;
     ActivityView* m_activity = nullptr;

@@ -10,6 +10,7 @@
 #include <QMediaPlayer>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSvgRenderer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -74,96 +75,124 @@ void VideoMetaView::setPlayerEnabled(bool enabled) {
     g_playerEnabled = enabled;
 }
 
+// The panel's pictures live in the static UI library: ask for them by name.
+static void initVideoResources() {
+    static const bool done = [] {
+        Q_INIT_RESOURCE(video);
+        return true;
+    }();
+    Q_UNUSED(done);
+}
+
 VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
+    initVideoResources();
     setObjectName(QStringLiteral("videoMetaView"));
-    auto* layout = new QVBoxLayout(this);
+    // Everything scrolls, so the panel stays usable in a small window.
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    outer->addWidget(scroll);
+    auto* page = new QWidget(scroll);
+    page->setObjectName(QStringLiteral("videoMetaPage"));
+    scroll->setWidget(page);
+    auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(16, 12, 16, 12);
     layout->setSpacing(10);
 
+    m_heading = new QLabel(page);
+    m_heading->setObjectName(QStringLiteral("panelTitle"));
+    m_heading->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(m_heading);
+
     // Player.
-    m_playerArea = new QWidget(this);
+    m_playerArea = new QWidget(page);
     auto* playerLayout = new QVBoxLayout(m_playerArea);
     playerLayout->setContentsMargins(0, 0, 0, 0);
     m_videoWidget = new QVideoWidget(m_playerArea);
-    m_videoWidget->setMinimumHeight(160);
-    m_videoWidget->setStyleSheet(QStringLiteral("background: black;"));
+    m_videoWidget->setMinimumHeight(200);
     m_playButton = new QPushButton(tr("Play"), m_playerArea);
     m_playButton->setObjectName(QStringLiteral("playButton"));
     m_playButton->setEnabled(false);
     playerLayout->addWidget(m_videoWidget, 1);
     playerLayout->addWidget(m_playButton, 0, Qt::AlignLeft);
-    layout->addWidget(m_playerArea, 3);
+    layout->addWidget(m_playerArea);
 
-    // Information lines, aligned by their own blanks in a fixed-pitch font.
-    auto* infoBox = new QWidget(this);
+    // Artwork beside the information lines, which align by their own blanks
+    // in a fixed-pitch font.
+    auto* topRow = new QHBoxLayout;
+    topRow->setSpacing(14);
+    auto* artColumn = new QVBoxLayout;
+    mediaImageView = new QLabel(page);
+    mediaImageView->setObjectName(QStringLiteral("mediaImageView"));
+    mediaImageView->setFixedSize(kArtworkSize, kArtworkSize);
+    mediaImageView->setAlignment(Qt::AlignCenter);
+    auto* chooseArt = new QPushButton(tr("Artwork\u2026"), page);
+    chooseArt->setObjectName(QStringLiteral("chooseArtworkButton"));
+    connect(chooseArt, &QPushButton::clicked, this, &VideoMetaView::chooseArtwork);
+    artColumn->addWidget(mediaImageView);
+    artColumn->addWidget(chooseArt);
+    topRow->addLayout(artColumn);
+    auto* infoBox = new QWidget(page);
     infoBox->setObjectName(QStringLiteral("infoBlock"));
-    auto* infoLayout = new QGridLayout(infoBox);
+    auto* infoLayout = new QVBoxLayout(infoBox);
     infoLayout->setContentsMargins(0, 0, 0, 0);
+    infoLayout->setSpacing(4);
     QFont mono(QStringLiteral("DejaVu Sans Mono"));
     mono.setStyleHint(QFont::Monospace);
-    int i = 0;
     for (const char* name : kInfoNames) {
         auto* label = new QLabel(infoBox);
         label->setObjectName(QLatin1String(name));
         label->setFont(mono);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        infoLayout->addWidget(label, i / 2, i % 2);
+        infoLayout->addWidget(label);
         m_info.insert(QLatin1String(name), label);
-        ++i;
     }
-    layout->addWidget(infoBox);
+    infoLayout->addStretch(1);
+    topRow->addWidget(infoBox, 1);
+    layout->addLayout(topRow);
 
-    // Artwork and the editable fields.
-    auto* editRow = new QHBoxLayout;
-    auto* artColumn = new QVBoxLayout;
-    mediaImageView = new QLabel(this);
-    mediaImageView->setObjectName(QStringLiteral("mediaImageView"));
-    mediaImageView->setFixedSize(kArtworkSize, kArtworkSize);
-    mediaImageView->setAlignment(Qt::AlignCenter);
-    auto* chooseArt = new QPushButton(tr("Artwork\u2026"), this);
-    chooseArt->setObjectName(QStringLiteral("chooseArtworkButton"));
-    connect(chooseArt, &QPushButton::clicked, this, &VideoMetaView::chooseArtwork);
-    artColumn->addWidget(mediaImageView);
-    artColumn->addWidget(chooseArt);
-    artColumn->addStretch(1);
-    editRow->addLayout(artColumn);
-
+    // The editable fields, one per row.
+    layout->addWidget(sectionTitle(tr("Details")));
     auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(8);
+    grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(6);
+    grid->setColumnStretch(1, 1);
     int row = 0;
     for (const FieldSpec& f : kFields) {
-        QLineEdit* edit =
-            addField(grid, row / 2, (row % 2) * 2, QLatin1String(f.outlet), tr(f.title));
+        QLineEdit* edit = addField(grid, row++, 0, QLatin1String(f.outlet), tr(f.title));
         const bool camera = f.camera;
         if (QLatin1String(f.outlet) != QLatin1String("mediaCreatedDate")) {
             connect(edit, &QLineEdit::textEdited, this, [this, camera] {
                 camera ? Q_EMIT cameraFieldEdited() : Q_EMIT basicFieldEdited();
             });
         }
-        ++row;
     }
-    editRow->addLayout(grid, 1);
-    layout->addLayout(editRow);
+    layout->addLayout(grid);
 
     // Location and the map.
     layout->addWidget(sectionTitle(tr("Location")));
     auto* locationGrid = new QGridLayout;
+    locationGrid->setHorizontalSpacing(10);
     int column = 0;
     for (const FieldSpec& f : kLocationFields) {
         addField(locationGrid, 0, column, QLatin1String(f.outlet), tr(f.title));
+        locationGrid->setColumnStretch(column + 1, 1);
         column += 2;
     }
     layout->addLayout(locationGrid);
-    m_map = new MapView(this);
+    m_map = new MapView(page);
     m_map->setObjectName(QStringLiteral("videoMapView"));
-    m_map->setMinimumHeight(150);
-    layout->addWidget(m_map, 2);
+    m_map->setMinimumHeight(200);
+    layout->addWidget(m_map);
 
-    auto* save = new QPushButton(tr("Save Changes"), this);
+    auto* save = new QPushButton(tr("Save Changes"), page);
     save->setObjectName(QStringLiteral("saveVideoButton"));
     connect(save, &QPushButton::clicked, this, &VideoMetaView::saveRequested);
     layout->addWidget(save, 0, Qt::AlignRight);
+    layout->addStretch(1);
 
     ShowVideoViewWithItem(std::make_shared<IKImageItem>(), VideoEditorState{});
 }
@@ -172,9 +201,9 @@ VideoMetaView::~VideoMetaView() = default;
 
 QLineEdit* VideoMetaView::addField(QGridLayout* grid, int row, int column, const QString& outlet,
                                    const QString& title) {
-    auto* label = new QLabel(title, this);
+    auto* label = new QLabel(title);
     label->setObjectName(QStringLiteral("fieldName"));
-    auto* edit = new QLineEdit(this);
+    auto* edit = new QLineEdit;
     edit->setObjectName(outlet);
     label->setBuddy(edit);
     grid->addWidget(label, row, column, Qt::AlignRight);
@@ -185,6 +214,7 @@ QLineEdit* VideoMetaView::addField(QGridLayout* grid, int row, int column, const
 
 void VideoMetaView::ShowVideoViewWithItem(const IKImageItemPtr& item, const VideoEditorState& s) {
     m_item = item ? item : std::make_shared<IKImageItem>();
+    m_heading->setText(m_item->fileName);
     const std::pair<const char*, const QString*> texts[] = {
         {"mediaTitle", &s.mediaTitle},
         {"mediaAlumArtis", &s.mediaAlumArtis},
@@ -314,4 +344,8 @@ void VideoMetaView::updateInfo(std::optional<double> playerSeconds) {
     m_info.value(QStringLiteral("videoFormat"))->setText(b.videoFormat);
     m_info.value(QStringLiteral("createdDate"))->setText(b.createdDate);
     m_info.value(QStringLiteral("duration"))->setText(b.duration);
+}
+
+QString VideoMetaView::fileNameText() const {
+    return m_heading->text();
 }

@@ -38,6 +38,7 @@ public:
     static void setPlayerEnabled(bool enabled);
 
     QLineEdit* field(const QString& outletName) const { return m_fields.value(outletName); }
+    QString fileNameText() const;
     QLabel* infoLabel(const QString& name) const { return m_info.value(name); }
     MapView* mapView() const { return m_map; }
     bool showsPlaceholderArtwork() const { return m_artwork.isNull(); }
@@ -56,6 +57,7 @@ private:
     void playerDurationChanged(qint64 ms);
     void updateInfo(std::optional<double> playerSeconds);
 
+    QLabel* m_heading = nullptr;
     QHash<QString, QLineEdit*> m_fields;
     QHash<QString, QLabel*> m_info;
     QLabel* mediaImageView = nullptr;

@@ -256,7 +256,7 @@ TEST_F(VideoWriteJobTest, CompletedExportGetsDatesAndIsRevealed) {
     EXPECT_EQ(status, ExportStatus::Completed);
     EXPECT_FALSE(existedDuringExport);
     EXPECT_EQ(readFileDates(out).modification, j.newDate);
-    EXPECT_EQ(desktop->revealed, QStringList{out});
+    EXPECT_EQ(desktop->revealed(), QStringList{out});
 }
 
 TEST_F(VideoWriteJobTest, FailedExportFallsBackToACopyWithTheSourceDates) {
@@ -271,7 +271,7 @@ TEST_F(VideoWriteJobTest, FailedExportFallsBackToACopyWithTheSourceDates) {
     ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
     EXPECT_EQ(copy.readAll(), "source bytes");
     EXPECT_EQ(readFileDates(out).modification, dateFromText("2012:12:12 12:12:12"));
-    EXPECT_EQ(desktop->revealed, QStringList{out});
+    EXPECT_EQ(desktop->revealed(), QStringList{out});
 }
 
 TEST_F(VideoWriteJobTest, ReplacingWriterMovesTheOutputOverTheSourceOnlyOnSuccess) {
@@ -292,7 +292,7 @@ TEST_F(VideoWriteJobTest, ReplacingWriterMovesTheOutputOverTheSourceOnlyOnSucces
     ASSERT_TRUE(replaced.open(QIODevice::ReadOnly));
     EXPECT_EQ(replaced.readAll(), "new bytes");
     EXPECT_FALSE(QFile::exists(out));
-    EXPECT_TRUE(desktop->revealed.isEmpty());
+    EXPECT_TRUE(desktop->revealed().isEmpty());
 }
 
 TEST_F(VideoWriteJobTest, OutputOverTheSourceIsRefusedAndTheSourceKept) {

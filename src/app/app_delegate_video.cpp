@@ -1,0 +1,239 @@
+// The controller's video subject: the video panel with its remembered
+// values, the save command, metadata removal and the title and date tools.
+#include <QAction>
+#include <QMenu>
+#include <QMessageBox>
+
+#include "app/app_delegate.h"
+#include "core/app/user_defaults.h"
+#include "core/common/logging.h"
+#include "core/library/media_kinds.h"
+#include "core/video/video_file_ops.h"
+#include "core/video/video_tools.h"
+#include "core/video/video_writers.h"
+#include "ui/library/pr_drag_table_view.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/toolbar_button.h"
+#include "ui/video/video_meta_view.h"
+
+namespace {
+bool isMxf(const QString& path) {
+    return fileExtension(path).compare(QLatin1String("mxf"), Qt::CaseInsensitive) == 0;
+}
+}  // namespace
+
+void AppDelegate::ShowVideoViewWithItem(const IKImageItemPtr& item) {
+    const IKImageItemPtr shown = item ? item : std::make_shared<IKImageItem>();
+    const VideoEditorState state = videoEditorStateFor(*shown);
+    // What the panel shows now is what the writers compare against.
+    oldMovieTitle = state.oldMovieTitle;
+    oldMovieAlbumArtist = state.oldMovieAlbumArtist;
+    oldMovieArtist = state.oldMovieArtist;
+    oldMovieMake = state.oldMovieMake;    // the director
+    oldMovieModel = state.oldMovieModel;  // the performer
+    oldMovieProducer = state.oldMovieProducer;
+    oldMovieCreatedDate = state.oldMovieCreatedDate;
+    oldMovieShootDate = state.oldMovieShootDate;
+    oldMoviePublisher = state.oldMoviePublisher;
+    oldMovieCopyright = state.oldMovieCopyright;
+    oldMovieDescription = state.oldMovieDescription;
+    oldMovieKeywords = state.oldMovieKeywords;
+    oldMovieDeviceMake = shown->fileMake;
+    oldMovieDeviceModel = shown->fileModel;
+    oldMovieDeviceSoftware = shown->fileSoftware;
+    basicInfoChange = false;
+    cameraInfoChange = false;
+    videoMetaView->ShowVideoViewWithItem(shown, state);
+}
+
+VideoEditorState AppDelegate::videoEditorState() const {
+    VideoEditorState s = videoMetaView->editorState();
+    s.oldMovieTitle = oldMovieTitle;
+    s.oldMovieAlbumArtist = oldMovieAlbumArtist;
+    s.oldMovieArtist = oldMovieArtist;
+    s.oldMovieMake = oldMovieMake;
+    s.oldMovieModel = oldMovieModel;
+    s.oldMovieProducer = oldMovieProducer;
+    s.oldMovieCreatedDate = oldMovieCreatedDate;
+    s.oldMovieShootDate = oldMovieShootDate;
+    s.oldMoviePublisher = oldMoviePublisher;
+    s.oldMovieCopyright = oldMovieCopyright;
+    s.oldMovieDescription = oldMovieDescription;
+    s.oldMovieKeywords = oldMovieKeywords;
+    s.basicInfoChange = basicInfoChange;
+    s.cameraInfoChange = cameraInfoChange;
+    return s;
+}
+
+StorageContext AppDelegate::storageContext() const {
+    return {storagelocation, bImportLocalFolder, bImportLocalPath};
+}
+
+IKImageItemList AppDelegate::selectedItemsInImportOrder() const {
+    // Row numbers of the table are taken against the list in import order.
+    IKImageItemList items;
+    for (int row : selectedContentRows()) {
+        if (row >= 0 && row < localPhotoItemArray.size()) items << localPhotoItemArray.at(row);
+    }
+    return items;
+}
+
+void AppDelegate::runVideoJobLater(std::function<VideoWriteJob()> build) {
+    // Writers return at once; the export and its completion run on a worker.
+    const QString storage = storagelocation;
+    m_exportPool.start([build = std::move(build), storage] {
+        const VideoWriteJob job = build();
+        if (!job.request.sourcePath.isEmpty()) runVideoWriteJob(job, storage);
+    });
+}
+
+void AppDelegate::waitForVideoJobs() {
+    m_exportPool.waitForDone();
+}
+
+void AppDelegate::SaveMeidaFileChangesAction(QObject*) {
+    if (localPhotoItemArray.isEmpty()) return;
+    const QList<int> rows = selectedContentRows();
+    ensureFolder(storagelocation);
+    const VideoEditorState editor = videoEditorState();
+    const StorageContext storage = storageContext();
+    for (int i = 0; i < localPhotoItemArray.size(); ++i) {
+        if (!rows.contains(i)) continue;
+        const IKImageItemPtr item = localPhotoItemArray.at(i);
+        if (isAudioPath(item->filePath)) {
+            qCInfo(lcTagsmith) << "audio files are not written yet ==" << item->filePath;
+        } else if (isVideoPath(item->filePath) && isMxf(item->filePath)) {
+            saveUnchangedVideoCopy(*item, editor, storage);
+        } else if (isVideoPath(item->filePath)) {
+            runVideoJobLater([item, editor, storage] {
+                return SaveChangedVideoExifDateAction(
+                    *item, editor, readExistingMetadata(item->filePath), storage);
+            });
+        }
+    }
+}
+
+void AppDelegate::removeMetadataOf(const IKImageItemList& items) {
+    const VideoEditorState editor = videoEditorState();
+    const StorageContext storage = storageContext();
+    ensureFolder(storagelocation);
+    for (const IKImageItemPtr& item : items) {
+        if (isAudioPath(item->filePath)) {
+            qCInfo(lcTagsmith) << "audio metadata removal is not available yet =="
+                               << item->filePath;
+        } else if (isVideoPath(item->filePath)) {
+            runVideoJobLater([item, editor, storage] {
+                return RemoveVideoExifDateAction(*item, editor,
+                                                 readExistingMetadata(item->filePath), storage);
+            });
+        }
+    }
+}
+
+void AppDelegate::RemoveSelectedMediaFileAction(QObject*) {
+    const IKImageItemList items = selectedItemsInImportOrder();
+    if (items.isEmpty()) return showNothingSelected();
+    removeMetadataOf(items);
+}
+
+void AppDelegate::RemoveAllMediaFileAction(QObject*) {
+    removeMetadataOf(localPhotoItemArray);
+}
+
+void AppDelegate::showNothingSelected() {
+    if (m_quietAlerts) {
+        qCInfo(lcTagsmith) << "No Item has been selected";
+        return;
+    }
+    QMessageBox box(QMessageBox::Warning, tr("No Item has been selected"),
+                    tr("Please select at least one item to process."), QMessageBox::NoButton,
+                    static_cast<QWidget*>(m_window));
+    box.addButton(tr(" Ok "), QMessageBox::AcceptRole);
+    box.setWindowModality(Qt::WindowModal);
+    box.exec();
+}
+
+void AppDelegate::runVideoTool(const char* name,
+                               const std::function<void(const IKImageItemPtr&)>& tool) {
+    const IKImageItemList items = selectedItemsInImportOrder();
+    if (items.isEmpty()) return showNothingSelected();
+    ensureFolder(storagelocation);
+    qCInfo(lcTagsmith) << name << "==" << items.size() << "videos";
+    for (const IKImageItemPtr& item : items) {
+        if (isVideoPath(item->filePath)) tool(item);
+    }
+}
+
+void AppDelegate::CopyvideoTitletoFileNameAction(QObject*) {
+    const StorageContext storage = storageContext();
+    runVideoTool("CopyvideoTitletoFileNameAction", [storage](const IKImageItemPtr& item) {
+        ::CopyvideoTitletoFileNameAction(*item, storage);
+    });
+}
+
+void AppDelegate::CopyvideofilenametoTitleAction(QObject*) {
+    const StorageContext storage = storageContext();
+    runVideoTool("CopyvideofilenametoTitleAction", [this, storage](const IKImageItemPtr& item) {
+        runVideoJobLater([item, storage] {
+            return ::CopyvideofilenametoTitleAction(*item, readExistingMetadata(item->filePath),
+                                                    storage);
+        });
+    });
+}
+
+void AppDelegate::ClickCopyVideoCreatedDateToCameraDateAction(QObject*) {
+    const StorageContext storage = storageContext();
+    runVideoTool("ClickCopyVideoCreatedDateToCameraDateAction",
+                 [this, storage](const IKImageItemPtr& item) {
+                     runVideoJobLater([item, storage] {
+                         return ::ClickCopyVideoCreatedDateToCameraDateAction(
+                             *item, readExistingMetadata(item->filePath), storage);
+                     });
+                 });
+}
+
+void AppDelegate::ClickCopyVideoExifDateToCreateDateAction(QObject*) {
+    const StorageContext storage = storageContext();
+    runVideoTool("ClickCopyVideoExifDateToCreateDateAction", [storage](const IKImageItemPtr& item) {
+        ::ClickCopyVideoExifDateToCreateDateAction(*item, readExistingMetadata(item->filePath),
+                                                   storage);
+    });
+}
+
+void AppDelegate::ClickSetVideoDateFromFileNameAction(QObject*) {
+    const StorageContext storage = storageContext();
+    runVideoTool("ClickSetVideoDateFromFileNameAction",
+                 [this, storage](const IKImageItemPtr& item) {
+                     runVideoJobLater([item, storage] {
+                         return ::ClickSetVideoDateFromFileNameAction(
+                             *item, readExistingMetadata(item->filePath), storage);
+                     });
+                 });
+}
+
+void AppDelegate::setupVideoActions() {
+    videoBatchEditMenu->addSeparator();
+    const std::pair<const char*, void (AppDelegate::*)(QObject*)> tools[] = {
+        {QT_TR_NOOP("Copy Title to File Name"), &AppDelegate::CopyvideoTitletoFileNameAction},
+        {QT_TR_NOOP("Copy File Name to Title"), &AppDelegate::CopyvideofilenametoTitleAction},
+        {QT_TR_NOOP("Copy Created Date to Recorded Date"),
+         &AppDelegate::ClickCopyVideoCreatedDateToCameraDateAction},
+        {QT_TR_NOOP("Copy Recorded Date to File Date"),
+         &AppDelegate::ClickCopyVideoExifDateToCreateDateAction},
+        {QT_TR_NOOP("Set Recorded Date from File Name"),
+         &AppDelegate::ClickSetVideoDateFromFileNameAction},
+    };
+    for (const auto& [title, action] : tools) {
+        QAction* a = videoBatchEditMenu->addAction(tr(title));
+        connect(a, &QAction::triggered, this,
+                [this, action = action] { (this->*action)(videoBatchEditMenu); });
+    }
+    for (QAction* a : removeExifMenu->actions()) a->setEnabled(true);
+    SaveMediaChangesBtn->setEnabled(true);
+    connect(videoMetaView, &VideoMetaView::basicFieldEdited, this,
+            [this] { basicInfoChange = true; });
+    connect(videoMetaView, &VideoMetaView::cameraFieldEdited, this,
+            [this] { cameraInfoChange = true; });
+    connect(videoMetaView, &VideoMetaView::saveRequested, this,
+            [this] { MybuttonMouseDownHandle(SaveMediaChangesBtn); });
+}

@@ -1,0 +1,148 @@
+// The video panel inside the real window: what selecting a video shows and
+// remembers, and the save, removal and tool commands writing into the
+// storage folder.
+#include <QCryptographicHash>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "app/app_delegate.h"
+#include "core/common/desktop_integration.h"
+#include "core/common/logging.h"
+#include "core/library/media_import.h"
+#include "core/video/video_file_ops.h"
+#include "ui/library/media_table_model.h"
+#include "ui/library/pr_drag_table_view.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/toolbar_button.h"
+#include "ui/video/video_meta_view.h"
+
+namespace {
+QByteArray checksum(const QString& path) {
+    QFile f(path);
+    f.open(QIODevice::ReadOnly);
+    return QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
+}
+}  // namespace
+
+class VideoSaveTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase() { m_app.reset(); }
+    void selectingAVideoFillsThePanelAndRemembersIt();
+    void saveWritesTheEditedFieldsIntoTheStorageFolder();
+    void removalAndToolsWriteCopies();
+    void emptyRecordClearsThePanel();
+
+private:
+    void selectRow(int row) {
+        m_app->dragtableView->clearSelection();
+        m_app->dragtableView->selectionModel()->select(
+            m_app->mediaController->index(row, 0),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    QString output() const { return m_dir.filePath(QStringLiteral("out/clip.mp4")); }
+
+    QTemporaryDir m_dir;
+    QString m_clip;
+    QByteArray m_clipSum;
+    RecordingDesktopIntegration* m_desktop = nullptr;
+    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<AppDelegate> m_app;
+};
+
+void VideoSaveTest::initTestCase() {
+    if (QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty())
+        QSKIP("ffmpeg is not installed");
+    m_clip = m_dir.filePath(QStringLiteral("clip.mp4"));
+    QProcess ffmpeg;
+    ffmpeg.start(QStringLiteral("ffmpeg"),
+                 {"-v", "error", "-y", "-f", "lavfi", "-i",
+                  "testsrc=duration=1:size=160x120:rate=10", "-c:v", "libx264", "-pix_fmt",
+                  "yuv420p", "-metadata", "title=Before", "-metadata", "artist=Someone", m_clip});
+    QVERIFY(ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0);
+    m_clipSum = checksum(m_clip);
+
+    ActivityLog::install();
+    installMovieExporter();
+    auto desktop = std::make_unique<RecordingDesktopIntegration>();
+    m_desktop = desktop.get();
+    DesktopIntegration::setInstance(std::move(desktop));
+    m_settings = std::make_unique<QSettings>(m_dir.filePath(QStringLiteral("tagsmith.ini")),
+                                             QSettings::IniFormat);
+    m_settings->setValue(QStringLiteral("storagePath"), m_dir.filePath(QStringLiteral("out")));
+    m_app = std::make_unique<AppDelegate>(*m_settings);
+    m_app->setQuietAlerts(true);
+    m_app->awakeFromNib();
+    m_app->applicationDidFinishLaunching();
+    m_app->mainWindow()->show();
+    QVERIFY(m_app->tableViewAcceptDrop({m_clip}));
+    QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+    QCOMPARE(m_app->localPhotoItemArray.size(), 1);
+}
+
+void VideoSaveTest::selectingAVideoFillsThePanelAndRemembersIt() {
+    selectRow(0);
+    QVERIFY(m_app->videoMetaView->isVisible());
+    QCOMPARE(m_app->videoMetaView->field("mediaTitle")->text(), QString("Before"));
+    QCOMPARE(m_app->videoMetaView->field("mediaArtist")->text(), QString("Someone"));
+    QCOMPARE(m_app->oldMovieTitle, QString("Before"));
+    QCOMPARE(m_app->oldMovieArtist, QString("Someone"));
+    QCOMPARE(m_app->oldMovieCreatedDate, m_app->localPhotoItemArray.first()->fileCreateDateStr);
+    QVERIFY(!m_app->basicInfoChange && !m_app->cameraInfoChange);
+    QTest::qWait(50);  // let the layouts settle before the picture is taken
+    m_app->mainWindow()->grab().save(QStringLiteral("/tmp/tagsmith-video-panel.png"));
+}
+
+void VideoSaveTest::saveWritesTheEditedFieldsIntoTheStorageFolder() {
+    selectRow(0);
+    QLineEdit* title = m_app->videoMetaView->field("mediaTitle");
+    title->selectAll();
+    QTest::keyClicks(title, "After");
+    QVERIFY(m_app->basicInfoChange);
+    m_app->MybuttonMouseDownHandle(m_app->SaveMediaChangesBtn);
+    m_app->waitForVideoJobs();
+    QVERIFY(QFile::exists(output()));
+    const IKImageItemPtr written = MediaImporter::importFile(output(), true);
+    QCOMPARE(written->fileTitle, QString("After"));
+    QCOMPARE(written->fileArist, QString("Someone"));  // not edited, kept
+    QCOMPARE(checksum(m_clip), m_clipSum);             // the source is only read
+    QVERIFY(m_desktop->revealed().contains(output()));
+}
+
+void VideoSaveTest::removalAndToolsWriteCopies() {
+    // Nothing selected: the tools answer with the alert and write nothing.
+    m_app->dragtableView->clearSelection();
+    QFile::remove(output());
+    m_app->CopyvideofilenametoTitleAction(nullptr);
+    m_app->waitForVideoJobs();
+    QVERIFY(!QFile::exists(output()));
+
+    selectRow(0);
+    m_app->CopyvideofilenametoTitleAction(nullptr);
+    m_app->waitForVideoJobs();
+    QCOMPARE(MediaImporter::importFile(output(), true)->fileTitle, QString("clip"));
+
+    m_app->RemoveSelectedMediaFileAction(nullptr);
+    m_app->waitForVideoJobs();
+    const IKImageItemPtr stripped = MediaImporter::importFile(output(), true);
+    QVERIFY(stripped->fileTitle.isEmpty());
+    QVERIFY(stripped->fileArist.isEmpty());
+    QCOMPARE(checksum(m_clip), m_clipSum);
+}
+
+void VideoSaveTest::emptyRecordClearsThePanel() {
+    m_app->ShowVideoViewWithItem(std::make_shared<IKImageItem>());
+    QCOMPARE(m_app->videoMetaView->field("mediaTitle")->text(), QString());
+    QCOMPARE(m_app->oldMovieTitle, QString(""));
+    QCOMPARE(m_app->videoMetaView->infoLabel("recordDate")->text(), QString("Record Date:   "));
+}
+
+QTEST_MAIN(VideoSaveTest)
+#include "video_save_test.moc"
