@@ -227,6 +227,9 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
                 return fail(QStringLiteral("cannot write the output: %1")
                                 .arg(QString::fromLocal8Bit(strerror(errno))));
             }
+            // Start writing the slice back now, so the final sync has little
+            // left to wait for.
+            ::sync_file_range(out, done, slice, SYNC_FILE_RANGE_WRITE);
             at += slice;
             done += slice;
             if (progress && !progress(done, plan.outputSize)) {
