@@ -85,6 +85,11 @@ void VideoSaveTest::initTestCase() {
     QVERIFY(m_app->tableViewAcceptDrop({m_clip}));
     QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
     QCOMPARE(m_app->localPhotoItemArray.size(), 1);
+    // The Name cell's picture becomes a frame of the video once it is decoded.
+    const IKImageItemPtr item = m_app->localPhotoItemArray.first();
+    m_app->mediaController->iconFor(*item);
+    QTRY_VERIFY_WITH_TIMEOUT(
+        m_app->mediaController->iconFor(*item).availableSizes().contains(QSize(32, 24)), 10000);
 }
 
 void VideoSaveTest::selectingAVideoFillsThePanelAndRemembersIt() {

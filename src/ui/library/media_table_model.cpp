@@ -1,5 +1,8 @@
 #include "ui/library/media_table_model.h"
 
+#include "core/library/frame_image.h"
+#include "core/library/media_kinds.h"
+
 #include <QColor>
 #include <QFileIconProvider>
 #include <QFileInfo>
@@ -8,14 +11,6 @@
 
 namespace {
 constexpr int kThumbnailSize = 16;
-
-// A 16 x 16 preview of the file itself. Decoded video frames come with the
-// frame grabber of the video tools; until then this answers no picture and
-// the file's type icon stands in.
-QIcon mediaThumbnail(const QString& path) {
-    Q_UNUSED(path);
-    return {};
-}
 
 // The desktop's icon for the file's type; our own for videos and audio when
 // the desktop theme has none; the file manager's icon as the last resort.
@@ -36,6 +31,38 @@ QIcon fileTypeIcon(const QString& path) {
 
 MediaTableModel::MediaTableModel(QObject* parent) : QAbstractTableModel(parent) {
     setObjectName(QStringLiteral("mediaController"));
+    m_thumbnails.setMaxThreadCount(1);
+}
+
+MediaTableModel::~MediaTableModel() {
+    // Pending thumbnails are dropped; one being decoded is waited for.
+    m_thumbnails.clear();
+    m_thumbnails.waitForDone();
+}
+
+void MediaTableModel::startThumbnail(const IKImageItem& item) const {
+    // A frame near the start (not the very first, often black), decoded off
+    // the main thread; the row is redrawn when it arrives.
+    const QString path = item.filePath;
+    const double at = std::min(1.0, item.fileduration / 2);
+    auto* self = const_cast<MediaTableModel*>(this);
+    m_thumbnails.start([self, path, at] {
+        const QImage frame =
+            videoFrameImage(path, at, QSize(2 * kThumbnailSize, 2 * kThumbnailSize));
+        if (frame.isNull()) return;
+        QMetaObject::invokeMethod(
+            self, [self, path, frame] { self->thumbnailReady(path, frame); }, Qt::QueuedConnection);
+    });
+}
+
+void MediaTableModel::thumbnailReady(const QString& path, const QImage& frame) {
+    m_iconCache.insert(path, QIcon(QPixmap::fromImage(frame)));
+    for (int row = 0; row < m_content.size(); ++row) {
+        if (m_content.at(row)->filePath == path) {
+            const QModelIndex cell = index(row, int(MediaColumn::Name));
+            Q_EMIT dataChanged(cell, cell, {Qt::DecorationRole});
+        }
+    }
 }
 
 void MediaTableModel::setContent(const IKImageItemList& items) {
@@ -90,8 +117,9 @@ QIcon MediaTableModel::iconFor(const IKImageItem& item) const {
     }
     auto it = m_iconCache.constFind(item.filePath);
     if (it != m_iconCache.constEnd()) return *it;
-    QIcon icon = mediaThumbnail(item.filePath);
-    if (icon.isNull()) icon = fileTypeIcon(item.filePath);
+    // The type icon stands in until a video's own frame is decoded.
+    const QIcon icon = fileTypeIcon(item.filePath);
     m_iconCache.insert(item.filePath, icon);
+    if (isVideoPath(item.filePath)) startThumbnail(item);
     return icon;
 }

@@ -3,6 +3,7 @@
 #include <QAbstractTableModel>
 #include <QHash>
 #include <QIcon>
+#include <QThreadPool>
 
 #include "core/library/ik_image_item.h"
 #include "core/library/media_sort.h"
@@ -14,6 +15,7 @@ class MediaTableModel : public QAbstractTableModel {
     Q_OBJECT
 public:
     explicit MediaTableModel(QObject* parent = nullptr);
+    ~MediaTableModel() override;
 
     // Replaces the content (the table is reset).
     void setContent(const IKImageItemList& items);
@@ -30,6 +32,10 @@ public:
     QIcon iconFor(const IKImageItem& item) const;
 
 private:
+    void startThumbnail(const IKImageItem& item) const;
+    void thumbnailReady(const QString& path, const QImage& frame);
+
     IKImageItemList m_content;
     mutable QHash<QString, QIcon> m_iconCache;
+    mutable QThreadPool m_thumbnails;
 };

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+// A still picture of a video: the first frame at or after `seconds` of the
+// first video stream, scaled to fit `maxSize` with its aspect kept and the
+// container's display rotation applied. A null image when the file has no
+// decodable video. Reads at most a bounded number of packets.
+QImage videoFrameImage(const QString& path, double seconds, QSize maxSize);
