@@ -18,31 +18,6 @@ QString DataType::integer(bool isSigned, int bytes) {
 
 namespace {
 
-// Well-known type indicators of the `data` atom.
-enum WellKnownType : quint32 {
-    kImplicit = 0,
-    kUtf8 = 1,
-    kUtf16 = 2,
-    kUtf8Sort = 4,
-    kUtf16Sort = 5,
-    kGif = 12,
-    kJpeg = 13,
-    kPng = 14,
-    kSignedBE = 21,
-    kUnsignedBE = 22,
-    kFloat32BE = 23,
-    kFloat64BE = 24,
-    kBmp = 27,
-    kInt8 = 65,
-    kInt16BE = 66,
-    kInt32BE = 67,
-    kInt64BE = 74,
-    kUInt8 = 75,
-    kUInt16BE = 76,
-    kUInt32BE = 77,
-    kUInt64BE = 78,
-};
-
 QString utf8Text(QByteArrayView bytes) {
     while (!bytes.isEmpty() && bytes.back() == '\0') bytes.chop(1);
     return QString::fromUtf8(bytes);

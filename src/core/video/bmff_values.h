@@ -12,6 +12,31 @@ namespace Bmff {
 
 // Data types given to decoded items (the names the media framework uses, so
 // that items made by the writers and items read from files compare equal).
+// Well-known type indicators of the `data` atom, for reading and writing.
+enum DataAtomType : quint32 {
+    kImplicit = 0,
+    kUtf8 = 1,
+    kUtf16 = 2,
+    kUtf8Sort = 4,
+    kUtf16Sort = 5,
+    kGif = 12,
+    kJpeg = 13,
+    kPng = 14,
+    kSignedBE = 21,
+    kUnsignedBE = 22,
+    kFloat32BE = 23,
+    kFloat64BE = 24,
+    kBmp = 27,
+    kInt8 = 65,
+    kInt16BE = 66,
+    kInt32BE = 67,
+    kInt64BE = 74,
+    kUInt8 = 75,
+    kUInt16BE = 76,
+    kUInt32BE = 77,
+    kUInt64BE = 78,
+};
+
 namespace DataType {
 inline const QString kRaw = QStringLiteral("com.apple.metadata.datatype.raw-data");
 inline const QString kUtf8 = QStringLiteral("com.apple.metadata.datatype.UTF-8");

@@ -9,6 +9,7 @@
 
 #include "core/common/logging.h"
 #include "core/video/bmff_tree.h"
+#include "core/video/bmff_values.h"
 #include "core/video/metadata_encoder_private.h"
 #include "core/video/video_items.h"
 
@@ -21,21 +22,10 @@ using Bmff::makeFullBox;
 
 namespace {
 
-// Type indicators of the `data` atom.
-enum DataAtomType : quint32 {
-    kRawData = 0,
-    kUtf8 = 1,
-    kJpeg = 13,
-    kPng = 14,
-    kSignedInt = 21,
-    kUnsignedInt = 22,
-    kFloat32 = 23,
-    kFloat64 = 24,
-    kBmp = 27,
-};
+using namespace Bmff;  // the data atom types
 
 struct TypedValue {
-    quint32 type = kRawData;
+    quint32 type = kImplicit;
     QByteArray bytes;
 };
 
@@ -106,7 +96,7 @@ TypedValue integerValue(const QVariant& value, const QByteArray& key, const QStr
         if (number < low || number > high) width = 8;  // keep the number whole
     }
     TypedValue out;
-    out.type = isSigned ? kSignedInt : kUnsignedInt;
+    out.type = isSigned ? kSignedBE : kUnsignedBE;
     for (int i = width - 1; i >= 0; --i) out.bytes.append(char(quint64(number) >> (i * 8)));
     return out;
 }
@@ -144,7 +134,7 @@ std::optional<TypedValue> dataAtomValue(const MetadataItem& item, const QByteArr
         case QMetaType::QByteArray:
             if (item.dataType.endsWith(QLatin1String("UTF-8")))
                 return TypedValue{kUtf8, v.toByteArray()};
-            return TypedValue{kRawData, v.toByteArray()};
+            return TypedValue{kImplicit, v.toByteArray()};
         case QMetaType::Bool:
         case QMetaType::Int:
         case QMetaType::UInt:
@@ -162,13 +152,13 @@ std::optional<TypedValue> dataAtomValue(const MetadataItem& item, const QByteArr
                 const float f = v.toFloat();
                 quint32 raw;
                 std::memcpy(&raw, &f, sizeof raw);
-                out.type = kFloat32;
+                out.type = kFloat32BE;
                 appendU32(out.bytes, raw);
             } else {
                 const double d = v.toDouble();
                 quint64 raw;
                 std::memcpy(&raw, &d, sizeof raw);
-                out.type = kFloat64;
+                out.type = kFloat64BE;
                 Bmff::appendU64(out.bytes, raw);
             }
             return out;
