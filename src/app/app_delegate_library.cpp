@@ -96,7 +96,9 @@ void AppDelegate::stopImports() {
 }
 
 void AppDelegate::appendImportedItem(const IKImageItemPtr& item) {
+    // The table grows row by row, inside a folder scan too.
     localPhotoItemArray.append(item);
+    LoadImportedMediasonMainThread();
 }
 
 void AppDelegate::noteFolderImported(const QString& parent) {

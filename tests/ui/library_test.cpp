@@ -110,8 +110,11 @@ void LibraryTest::dropValidation() {
 }
 
 void LibraryTest::importFolderThroughDropPath() {
+    QSignalSpy refreshes(m_app->mediaController, &QAbstractItemModel::modelReset);
     QVERIFY(m_app->tableViewAcceptDrop({m_media.folder()}));
     QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+    // The table was refreshed for every file of the folder, not once at its end.
+    QVERIFY(refreshes.count() >= m_media.mediaCount());
     QCOMPARE(m_app->localPhotoItemArray.size(), m_media.mediaCount());
     QCOMPARE(m_app->numberOfRowsInTableView(), m_media.mediaCount());
     QCOMPARE(namesOf(m_app->mediaController->content()), namesOf(m_app->localPhotoItemArray));
