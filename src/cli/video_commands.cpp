@@ -11,6 +11,7 @@
 
 #include "cli/commands.h"
 #include "core/app/user_defaults.h"
+#include "core/common/file_dates.h"
 #include "core/library/media_import.h"
 #include "core/video/video_file_ops.h"
 #include "core/video/video_tools.h"
@@ -84,8 +85,12 @@ int parse(QCommandLineParser& parser, const QString& command, const QStringList&
 // The record of a video file as the list would hold it; null (with a
 // message) for a missing file or one of another kind.
 IKImageItemPtr loadVideo(const QString& path) {
-    if (!QFileInfo(path).isFile()) {
+    if (!QFileInfo::exists(path)) {
         std::fprintf(stderr, "tagsmith-cli: %s: no such file\n", qPrintable(path));
+        return nullptr;
+    }
+    if (!isRegularFile(path)) {
+        std::fprintf(stderr, "tagsmith-cli: %s: not a regular file\n", qPrintable(path));
         return nullptr;
     }
     IKImageItemPtr item = MediaImporter::importFile(QFileInfo(path).absoluteFilePath(), true);

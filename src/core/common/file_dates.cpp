@@ -54,3 +54,9 @@ qint64 fileSizeOf(const QString& path) {
     if (stat(native.constData(), &st) != 0) return -1;
     return static_cast<qint64>(st.st_size);
 }
+
+bool isRegularFile(const QString& path) {
+    struct stat st {};
+    const QByteArray native = QFile::encodeName(path);
+    return stat(native.constData(), &st) == 0 && S_ISREG(st.st_mode);
+}

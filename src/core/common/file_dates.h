@@ -22,3 +22,7 @@ bool setFileDates(const QString& path, const QDateTime& creation, const QDateTim
 
 // The file's size in bytes, or -1 when it cannot be examined.
 qint64 fileSizeOf(const QString& path);
+
+// Whether the path (after following links) is a regular file. Pipes, devices
+// and sockets are not: reading them could block or never end.
+bool isRegularFile(const QString& path);

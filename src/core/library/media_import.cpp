@@ -54,6 +54,11 @@ void fillFileFacts(IKImageItem& item) {
 
 IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
     // Audio is asked first; a file of neither kind is skipped silently.
+    if (!isVideoPath(path) && !isAudioPath(path)) return nullptr;
+    if (!isRegularFile(path)) {
+        qCWarning(lcTagsmith) << "not a regular file, not read ==" << path;
+        return nullptr;
+    }
     if (isAudioPath(path)) {
         // Each audio format has its own reader; until they exist, audio files
         // are left out of the list.

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 #include "core/library/media_import.h"
 #include "support/media_fixtures.h"
 
@@ -138,4 +140,16 @@ TEST_F(MediaImportTest, DamagedAndEmptyVideosKeepTheirFileFacts) {
         EXPECT_FALSE(item->fileSize.isEmpty());
         EXPECT_FALSE(item->fileType.isEmpty());
     }
+}
+
+TEST_F(MediaImportTest, PipesDevicesAndDanglingLinksAreNotRead) {
+    // Opening any of these as a movie could block for ever.
+    ASSERT_EQ(::mkfifo(QFile::encodeName(tmp.path() + "/pipe.mp4").constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link("/dev/zero", tmp.path() + "/zero.mov"));
+    ASSERT_TRUE(QFile::link(tmp.path() + "/nowhere.mp4", tmp.path() + "/dangling.mp4"));
+    place("real.mp4");
+    RecordingSink sink;
+    MediaImporter importer(sink);
+    importer.importMediaItemsThreader({tmp.path(), tmp.path() + "/pipe.mp4"});
+    EXPECT_EQ(sink.names(), QStringList{"real.mp4"});
 }
