@@ -5,5 +5,5 @@ IKImageItem::RepresentationType IKImageItem::imageRepresentationType() const {
     // kind text is shown through the generic preview.
     if (fileType == QLatin1String("Image")) return RepresentationType::Path;
     if (fileType == QLatin1String("Movie")) return RepresentationType::MoviePath;
-    return RepresentationType::QuickLookPath;
+    return RepresentationType::GenericPreviewPath;
 }

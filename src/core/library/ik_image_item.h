@@ -75,7 +75,7 @@ struct IKImageItem {
         audioFrameRateStr, audioChanelsStr, audioTrackIDStr;
 
     // How an image browser should present the record.
-    enum class RepresentationType { Path, MoviePath, QuickLookPath };
+    enum class RepresentationType { Path, MoviePath, GenericPreviewPath };
     RepresentationType imageRepresentationType() const;
     QString imageRepresentation() const { return filePath; }
     QString imageUID() const { return filePath; }
