@@ -119,6 +119,22 @@ QList<MetadataItem> dateItems(const QList<MetadataItem>& existing, const QString
     return out;
 }
 
+QList<MetadataItem> replaceDateItems(const QList<MetadataItem>& existing, const QString& dateText) {
+    QList<MetadataItem> items;
+    bool replaced = false;
+    for (const MetadataItem& item : existing) {
+        if (!isDateIdentifier(item.identifier)) {
+            items.append(item);
+        } else if (!dateText.isEmpty()) {
+            items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), QString(), dateText));
+            replaced = true;
+        }
+    }
+    if (!replaced)
+        items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), kUisoDate, dateText));
+    return items;
+}
+
 QString nativeIdentifier(const MetadataItem& item, VideoFileType type) {
     const QString id =
         item.identifier.isEmpty() ? metadataIdentifier(item.keySpace, item.key) : item.identifier;

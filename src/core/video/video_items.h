@@ -50,6 +50,11 @@ QString locationText(const QString& latitude, const QString& longitude, const QS
 QList<MetadataItem> dateItems(const QList<MetadataItem>& existing, const QString& dateText,
                               bool* rewroteQuickTimeDate);
 
+// The items with every date item replaced by a 3GPP date (no identifier
+// set on it) carrying `dateText`, or dropped when the text is empty; one
+// "uiso/date" item is added when nothing was replaced.
+QList<MetadataItem> replaceDateItems(const QList<MetadataItem>& existing, const QString& dateText);
+
 // The identifier an item gets in a file of the given type: "common" items
 // take the type's native form (iTunes items, or QuickTime keys for movies).
 QString nativeIdentifier(const MetadataItem& item, VideoFileType type);

@@ -27,24 +27,6 @@ VideoWriteJob exportJob(const IKImageItem& item, QList<MetadataItem> items,
     return job;
 }
 
-// Every date item replaced by a 3GPP date without identifier; one 3GPP date
-// item (with its identifier) added when the file has none.
-QList<MetadataItem> withRecordedDate(const QList<MetadataItem>& existing, const QString& dateText) {
-    QList<MetadataItem> items;
-    bool replaced = false;
-    for (const MetadataItem& m : existing) {
-        if (isDateIdentifier(m.identifier)) {
-            items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), QString(), dateText));
-            replaced = true;
-        } else {
-            items.append(m);
-        }
-    }
-    if (!replaced)
-        items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), kUisoDate, dateText));
-    return items;
-}
-
 bool copyWithDates(const QString& source, const QString& target, const QDateTime& creation,
                    const QDateTime& modification, const QString& storageRoot) {
     if (isSameFile(source, target)) {
@@ -108,7 +90,7 @@ VideoWriteJob ClickCopyVideoCreatedDateToCameraDateAction(const IKImageItem& ite
                                                           const StorageContext& storage) {
     QString text = dateText(readFileDates(item.filePath).creation);
     text.replace(QLatin1Char('-'), QLatin1Char(':'));
-    return exportJob(item, withRecordedDate(existing, text), storage);
+    return exportJob(item, replaceDateItems(existing, text), storage);
 }
 
 QString dateTextFromFileName(const QString& fileName) {
@@ -144,7 +126,7 @@ VideoWriteJob ClickSetVideoDateFromFileNameAction(const IKImageItem& item,
         qCInfo(lcTagsmith) << "no date in the file name ==" << item.filePath;
         return {};
     }
-    return exportJob(item, withRecordedDate(existing, text), storage);
+    return exportJob(item, replaceDateItems(existing, text), storage);
 }
 
 QDateTime recordedDate(const QList<MetadataItem>& existing) {

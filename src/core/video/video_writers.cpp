@@ -148,20 +148,7 @@ VideoWriteJob SaveChangedVideoExifWith(const QString& path, const QString& title
 VideoWriteJob SetVideoFileWithFilePath(const QString& sourcePath, const QString& outputPath,
                                        const QString& dateStr,
                                        const QList<MetadataItem>& existing) {
-    QList<MetadataItem> items;
-    bool replacedAny = false;
-    for (const MetadataItem& item : existing) {
-        if (!isDateIdentifier(item.identifier)) {
-            items.append(item);
-        } else if (!dateStr.isEmpty()) {
-            // Replaced by a 3GPP date; no identifier is set on it.
-            items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), QString(), dateStr));
-            replacedAny = true;
-        }
-    }
-    if (!replacedAny)
-        items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), kUisoDate, dateStr));
-
+    const QList<MetadataItem> items = replaceDateItems(existing, dateStr);
     VideoWriteJob job = jobFor(sourcePath, outputPath, items, VideoFileType::QuickTimeMovie);
     job.newDate = dateFromText(dateStr);
     job.fallbackCopyPath = outputPath;
