@@ -206,9 +206,7 @@ void AppDelegate::tableViewSelectionDidChange() {
 void AppDelegate::RemoveMediaFileAction(QObject*) {
     // The selected row numbers are taken against the list in import order,
     // whatever order the table shows.
-    IKImageItemList doomed;
-    for (int row : selectedContentRows())
-        if (row >= 0 && row < localPhotoItemArray.size()) doomed << localPhotoItemArray.at(row);
+    const IKImageItemList doomed = selectedItemsInImportOrder();
     if (doomed.isEmpty()) return;
     for (const IKImageItemPtr& item : std::as_const(doomed)) {
         localPhotoItemArray.removeOne(item);

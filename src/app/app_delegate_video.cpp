@@ -20,24 +20,30 @@ namespace {
 bool isMxf(const QString& path) {
     return fileExtension(path).compare(QLatin1String("mxf"), Qt::CaseInsensitive) == 0;
 }
+
+// The controller's remembered values and their places in an editor state.
+// (`oldMovieMake` holds the shown director, `oldMovieModel` the performer.)
+const std::pair<QString AppDelegate::*, QString VideoEditorState::*> kRemembered[] = {
+    {&AppDelegate::oldMovieTitle, &VideoEditorState::oldMovieTitle},
+    {&AppDelegate::oldMovieAlbumArtist, &VideoEditorState::oldMovieAlbumArtist},
+    {&AppDelegate::oldMovieArtist, &VideoEditorState::oldMovieArtist},
+    {&AppDelegate::oldMovieMake, &VideoEditorState::oldMovieMake},
+    {&AppDelegate::oldMovieModel, &VideoEditorState::oldMovieModel},
+    {&AppDelegate::oldMovieProducer, &VideoEditorState::oldMovieProducer},
+    {&AppDelegate::oldMovieCreatedDate, &VideoEditorState::oldMovieCreatedDate},
+    {&AppDelegate::oldMovieShootDate, &VideoEditorState::oldMovieShootDate},
+    {&AppDelegate::oldMoviePublisher, &VideoEditorState::oldMoviePublisher},
+    {&AppDelegate::oldMovieCopyright, &VideoEditorState::oldMovieCopyright},
+    {&AppDelegate::oldMovieDescription, &VideoEditorState::oldMovieDescription},
+    {&AppDelegate::oldMovieKeywords, &VideoEditorState::oldMovieKeywords},
+};
 }  // namespace
 
 void AppDelegate::ShowVideoViewWithItem(const IKImageItemPtr& item) {
     const IKImageItemPtr shown = item ? item : std::make_shared<IKImageItem>();
     const VideoEditorState state = videoEditorStateFor(*shown);
     // What the panel shows now is what the writers compare against.
-    oldMovieTitle = state.oldMovieTitle;
-    oldMovieAlbumArtist = state.oldMovieAlbumArtist;
-    oldMovieArtist = state.oldMovieArtist;
-    oldMovieMake = state.oldMovieMake;    // the director
-    oldMovieModel = state.oldMovieModel;  // the performer
-    oldMovieProducer = state.oldMovieProducer;
-    oldMovieCreatedDate = state.oldMovieCreatedDate;
-    oldMovieShootDate = state.oldMovieShootDate;
-    oldMoviePublisher = state.oldMoviePublisher;
-    oldMovieCopyright = state.oldMovieCopyright;
-    oldMovieDescription = state.oldMovieDescription;
-    oldMovieKeywords = state.oldMovieKeywords;
+    for (const auto& [mine, theirs] : kRemembered) this->*mine = state.*theirs;
     oldMovieDeviceMake = shown->fileMake;
     oldMovieDeviceModel = shown->fileModel;
     oldMovieDeviceSoftware = shown->fileSoftware;
@@ -48,18 +54,7 @@ void AppDelegate::ShowVideoViewWithItem(const IKImageItemPtr& item) {
 
 VideoEditorState AppDelegate::videoEditorState() const {
     VideoEditorState s = videoMetaView->editorState();
-    s.oldMovieTitle = oldMovieTitle;
-    s.oldMovieAlbumArtist = oldMovieAlbumArtist;
-    s.oldMovieArtist = oldMovieArtist;
-    s.oldMovieMake = oldMovieMake;
-    s.oldMovieModel = oldMovieModel;
-    s.oldMovieProducer = oldMovieProducer;
-    s.oldMovieCreatedDate = oldMovieCreatedDate;
-    s.oldMovieShootDate = oldMovieShootDate;
-    s.oldMoviePublisher = oldMoviePublisher;
-    s.oldMovieCopyright = oldMovieCopyright;
-    s.oldMovieDescription = oldMovieDescription;
-    s.oldMovieKeywords = oldMovieKeywords;
+    for (const auto& [mine, theirs] : kRemembered) s.*theirs = this->*mine;
     s.basicInfoChange = basicInfoChange;
     s.cameraInfoChange = cameraInfoChange;
     return s;
