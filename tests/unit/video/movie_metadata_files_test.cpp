@@ -14,6 +14,7 @@
 #include "core/library/ik_image_item.h"
 #include "core/video/movie_metadata_reader.h"
 #include "core/video/video_metadata_rules.h"
+#include "metadata_test_items.h"
 #include "support/media_fixtures.h"
 
 // Round trips through files that ffmpeg and exiftool write at test time: what
@@ -62,13 +63,6 @@ QString exiftoolFixture(const QString& name, const QString& source, const QStrin
     }
     QFile::remove(path);
     return QFile::rename(partial, path) ? path : QString();
-}
-
-QString valueOf(const QList<MetadataItem>& items, const QString& identifier) {
-    for (const MetadataItem& item : items) {
-        if (item.identifier == identifier) return item.value.toString();
-    }
-    return "<none>";
 }
 
 // exiftool's reading of a file, keyed "Group1:Tag" (first value of each).

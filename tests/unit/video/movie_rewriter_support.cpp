@@ -119,19 +119,6 @@ QString exiftoolValidation(const QString& path) {
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 
-MetadataItem item(const QString& identifier, const QVariant& value, const QString& dataType,
-                  const QString& language) {
-    MetadataItem i;
-    const qsizetype slash = identifier.indexOf('/');
-    i.keySpace = identifier.left(slash);
-    i.key = identifier.mid(slash + 1).toUtf8();
-    i.identifier = identifier;
-    i.value = value;
-    i.dataType = dataType;
-    i.language = language;
-    return i;
-}
-
 PassthroughExport request(const QString& source, const QString& output,
                           const QList<MetadataItem>& metadata, VideoFileType type) {
     PassthroughExport r;

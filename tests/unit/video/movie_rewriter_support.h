@@ -7,6 +7,7 @@
 
 #include "core/video/metadata_item.h"
 #include "core/video/movie_rewriter.h"
+#include "metadata_test_items.h"
 
 // Helpers of the movie rewriter tests: the checks that the media survived a
 // rewrite, read with our own box parser and with ffmpeg and exiftool.
@@ -35,9 +36,6 @@ QJsonObject exiftoolTags(const QString& path);
 
 // exiftool's structure check: "OK", else the count and the warnings.
 QString exiftoolValidation(const QString& path);
-
-MetadataItem item(const QString& identifier, const QVariant& value, const QString& dataType = {},
-                  const QString& language = {});
 
 PassthroughExport request(const QString& source, const QString& output,
                           const QList<MetadataItem>& metadata,

@@ -6,16 +6,9 @@
 
 #include "core/library/ik_image_item.h"
 #include "core/video/video_metadata_rules.h"
+#include "metadata_test_items.h"
 
 namespace {
-
-MetadataItem item(const QString& identifier, const QVariant& value) {
-    MetadataItem m;
-    m.keySpace = identifier.section('/', 0, 0);
-    m.identifier = identifier;
-    m.value = value;
-    return m;
-}
 
 QByteArray pngOf(int width, int height) {
     QImage image(width, height, QImage::Format_RGB32);

@@ -8,13 +8,9 @@
 #include "core/common/desktop_integration.h"
 #include "core/video/video_items.h"
 #include "core/video/video_tools.h"
+#include "metadata_test_items.h"
 
 namespace {
-
-MetadataItem item(const QString& identifier, const QString& value) {
-    const qsizetype slash = identifier.indexOf('/');
-    return VideoItems::make(identifier.left(slash), identifier.mid(slash + 1), identifier, value);
-}
 
 class VideoToolsTest : public ::testing::Test {
 protected:

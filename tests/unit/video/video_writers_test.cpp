@@ -9,26 +9,9 @@
 #include "core/common/desktop_integration.h"
 #include "core/video/video_items.h"
 #include "core/video/video_writers.h"
+#include "metadata_test_items.h"
 
 namespace {
-
-MetadataItem existingItem(const QString& identifier, const QString& value) {
-    const qsizetype slash = identifier.indexOf('/');
-    return VideoItems::make(identifier.left(slash), identifier.mid(slash + 1), identifier, value);
-}
-
-QStringList identifiers(const QList<MetadataItem>& items) {
-    QStringList out;
-    for (const auto& i : items) out.append(i.identifier);
-    return out;
-}
-
-QString valueOf(const QList<MetadataItem>& items, const QString& identifier) {
-    for (const auto& i : items) {
-        if (i.identifier == identifier) return i.value.toString();
-    }
-    return "<none>";
-}
 
 IKImageItem videoAt(const QString& path) {
     IKImageItem item;
@@ -49,9 +32,8 @@ TEST(VideoItems, LocationTextSignsEachPartAndPadsNothing) {
 
 TEST(VideoItems, MergeKeepsUnreplacedItemsAfterTheNewOnes) {
     const QList<MetadataItem> existing{
-        existingItem("itsk/%A9nam", "old title"), existingItem("itsk/%A9pub", "old publisher"),
-        existingItem("mdta/com.apple.quicktime.publisher", "qt publisher"),
-        existingItem("udta/%A9cmt", "comment")};
+        item("itsk/%A9nam", "old title"), item("itsk/%A9pub", "old publisher"),
+        item("mdta/com.apple.quicktime.publisher", "qt publisher"), item("udta/%A9cmt", "comment")};
     const QList<MetadataItem> merged =
         VideoItems::merge({VideoItems::title("new"), VideoItems::publisher("pub")}, existing,
                           VideoFileType::AppleM4V);
@@ -74,9 +56,8 @@ TEST(VideoWriters, EditorSaveWritesOnlyChangedFieldsOfEditedGroups) {
     e.mediaArtist = e.oldMovieArtist = "Same artist";
     e.mediaMake = "A director";          // the director field
     e.mediaReleaseYear = "A publisher";  // changed, but its group was not edited
-    const QList<MetadataItem> existing{
-        existingItem("itsk/%A9nam", "Old title"),
-        existingItem("mdta/com.apple.quicktime.creationdate", "2001")};
+    const QList<MetadataItem> existing{item("itsk/%A9nam", "Old title"),
+                                       item("mdta/com.apple.quicktime.creationdate", "2001")};
     const VideoWriteJob job =
         SaveChangedVideoExifDateAction(videoAt("/in/clip.mp4"), e, existing, kStorage);
     EXPECT_EQ(identifiers(job.request.metadata),
@@ -107,9 +88,8 @@ TEST(VideoWriters, ShootDateRewritesEveryDateItemAndPicksTheOutputType) {
     VideoEditorState e;
     e.cameraInfoChange = true;
     e.mediaShootDate = "2022:02:02 10:00:00";
-    const QList<MetadataItem> withQuickTime{
-        existingItem("uiso/date", "a"), existingItem("udta/date", "b"),
-        existingItem("mdta/com.apple.quicktime.creationdate", "c")};
+    const QList<MetadataItem> withQuickTime{item("uiso/date", "a"), item("udta/date", "b"),
+                                            item("mdta/com.apple.quicktime.creationdate", "c")};
     VideoWriteJob job =
         SaveChangedVideoExifDateAction(videoAt("/in/x.mp4"), e, withQuickTime, kStorage);
     EXPECT_EQ(identifiers(job.request.metadata),
@@ -117,8 +97,8 @@ TEST(VideoWriters, ShootDateRewritesEveryDateItemAndPicksTheOutputType) {
     for (const auto& i : job.request.metadata) EXPECT_EQ(i.value.toString(), e.mediaShootDate);
     EXPECT_EQ(job.request.fileType, VideoFileType::QuickTimeMovie);  // whatever the extension
 
-    job = SaveChangedVideoExifDateAction(videoAt("/in/x.mov"), e,
-                                         {existingItem("itsk/%A9nam", "t")}, kStorage);
+    job = SaveChangedVideoExifDateAction(videoAt("/in/x.mov"), e, {item("itsk/%A9nam", "t")},
+                                         kStorage);
     EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/date", "itsk/%A9nam"}));
     EXPECT_EQ(job.request.fileType, VideoFileType::AppleM4V);
 
@@ -169,9 +149,8 @@ TEST(VideoWriters, XmpBatchWritesUniversalTimeAndReplacesTheSource) {
 }
 
 TEST(VideoWriters, BatchDateChangeReplacesDateItemsInPlace) {
-    const QList<MetadataItem> existing{
-        existingItem("itsk/%A9nam", "t"), existingItem("udta/date", "old"),
-        existingItem("mdta/com.apple.quicktime.creationdate", "old")};
+    const QList<MetadataItem> existing{item("itsk/%A9nam", "t"), item("udta/date", "old"),
+                                       item("mdta/com.apple.quicktime.creationdate", "old")};
     VideoWriteJob job =
         SetVideoFileWithFilePath("/in/a.mp4", "/out/a.mp4", "2000:01:01 00:00:00", existing);
     ASSERT_EQ(job.request.metadata.size(), 3);
