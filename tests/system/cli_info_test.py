@@ -4,31 +4,15 @@ records checked against ffprobe's view of the same files."""
 
 import json
 import os
-import subprocess
-import sys
+import struct
 import tempfile
 import unittest
 
-CLI = os.environ.get("TAGSMITH_CLI", "tagsmith-cli")
-
-
-def run(*args, check=True):
-    return subprocess.run(args, capture_output=True, text=True, check=check, timeout=300)
-
-
-def ffmpeg(*args):
-    run("ffmpeg", "-y", "-v", "error", *args)
-
-
-def ffprobe(path):
-    out = run("ffprobe", "-v", "error", "-show_format", "-show_streams", "-of", "json", path).stdout
-    return json.loads(out)
+from support import CLI, ffmpeg, ffprobe, run
 
 
 def size_text(n):
     # The list's size text, computed the way the program does (single precision).
-    import struct
-
     def f32(x):
         return struct.unpack("f", struct.pack("f", x))[0]
 

@@ -2,36 +2,11 @@
 """tagsmith-cli set, strip and the video tools end to end: outputs checked
 with exiftool and ffmpeg, the sources checked to be untouched."""
 
-import hashlib
-import json
 import os
-import subprocess
 import tempfile
 import unittest
 
-CLI = os.environ.get("TAGSMITH_CLI", "tagsmith-cli")
-
-
-def run(*args, check=True, env=None):
-    return subprocess.run(args, capture_output=True, text=True, check=check, timeout=300, env=env)
-
-
-def sha(path):
-    with open(path, "rb") as f:
-        return hashlib.sha256(f.read()).hexdigest()
-
-
-def framemd5(path):
-    out = run("ffmpeg", "-v", "error", "-i", path, "-map", "0", "-c", "copy", "-f", "framemd5", "-").stdout
-    return [line for line in out.splitlines() if not line.startswith("#")]
-
-
-def exif(path):
-    return json.loads(run("exiftool", "-j", "-G1", "-a", path).stdout)[0]
-
-
-def info(path, *extra):
-    return json.loads(run(CLI, "info", *extra, path).stdout)[0]
+from support import CLI, exif, ffmpeg, framemd5, info, run, sha
 
 
 class CliVideoWriteTest(unittest.TestCase):
@@ -41,12 +16,12 @@ class CliVideoWriteTest(unittest.TestCase):
         cls.src = os.path.join(cls.tmp.name, "src")
         os.makedirs(cls.src)
         cls.mp4 = os.path.join(cls.src, "VID_20190514_183005.mp4")
-        run("ffmpeg", "-y", "-v", "error", "-f", "lavfi", "-i", "testsrc=size=320x240:rate=25:duration=2",
+        ffmpeg("-f", "lavfi", "-i", "testsrc=size=320x240:rate=25:duration=2",
             "-f", "lavfi", "-i", "sine=sample_rate=44100:duration=2", "-c:v", "libx264", "-pix_fmt", "yuv420p",
             "-c:a", "aac", "-shortest", "-metadata", "title=Original", "-metadata", "comment=keep me",
             cls.mp4)
         cls.mov = os.path.join(cls.src, "clip.mov")
-        run("ffmpeg", "-y", "-v", "error", "-i", cls.mp4, "-c", "copy", "-movflags", "+faststart+use_metadata_tags",
+        ffmpeg("-i", cls.mp4, "-c", "copy", "-movflags", "+faststart+use_metadata_tags",
             "-metadata", "title=Movie title", "-metadata", "com.apple.quicktime.creationdate=2001-02-03T04:05:06Z",
             cls.mov)
         run("exiftool", "-q", "-overwrite_original", "-ItemList:Title=Movie title", cls.mov)
@@ -103,7 +78,6 @@ class CliVideoWriteTest(unittest.TestCase):
     def test_created_date_sets_the_file_dates(self):
         self.cli("set", "--created-date", "2015:06:07 08:09:10", self.mp4)
         out = os.path.join(self.out, os.path.basename(self.mp4))
-        self.assertEqual(info(out)["fileCreateDateStr"][:4], info(out)["fileCreateDateStr"][:4])
         self.assertEqual(exif(out)["System:FileModifyDate"][:19], "2015:06:07 08:09:10")
 
     def test_strip_removes_what_the_file_held(self):

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -19,48 +18,41 @@ namespace {
 // The first stream of the given type as ffprobe reports it.
 QJsonObject probedStream(const QString& path, const QString& type) {
     QProcess p;
-    p.start(QStringLiteral("ffprobe"),
-            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-show_streams"),
-             QStringLiteral("-of"), QStringLiteral("json"), path});
+    p.start("ffprobe", words("-v error -show_streams -of json") + QStringList{path});
     p.waitForFinished(60000);
-    const QJsonArray streams = QJsonDocument::fromJson(p.readAllStandardOutput())
-                                   .object()
-                                   .value(QStringLiteral("streams"))
-                                   .toArray();
+    const QJsonArray streams =
+        QJsonDocument::fromJson(p.readAllStandardOutput()).object()["streams"].toArray();
     for (const QJsonValue& s : streams) {
-        if (s[QStringLiteral("codec_type")].toString() == type) return s.toObject();
+        if (s["codec_type"].toString() == type) return s.toObject();
     }
     return {};
 }
 
 double probedNumber(const QJsonObject& s, const char* key) {
-    return s.value(QLatin1String(key)).toString().toDouble();
-}
-
-double probedRate(const QJsonObject& s) {
-    const QStringList parts = s[QStringLiteral("avg_frame_rate")].toString().split('/');
-    return parts.size() == 2 ? parts[0].toDouble() / parts[1].toDouble() : 0.0;
+    return s[QLatin1String(key)].toString().toDouble();
 }
 
 // ffprobe reports the display rotation counter-clockwise; the transform's
 // quarter turns count the other way.
 int probedRotation(const QJsonObject& s) {
-    for (const QJsonValue& side : s[QStringLiteral("side_data_list")].toArray()) {
-        if (side[QStringLiteral("side_data_type")].toString() == "Display Matrix")
-            return ((360 - side[QStringLiteral("rotation")].toInt()) % 360 + 360) % 360;
+    for (const QJsonValue& side : s["side_data_list"].toArray()) {
+        if (side["side_data_type"].toString() == "Display Matrix")
+            return ((360 - side["rotation"].toInt()) % 360 + 360) % 360;
     }
     return 0;
 }
 
 void expectVideoMatchesProbe(const QString& path, const TrackDescription& v) {
-    const QJsonObject s = probedStream(path, QStringLiteral("video"));
+    const QJsonObject s = probedStream(path, "video");
     ASSERT_FALSE(s.isEmpty());
-    EXPECT_EQ(QString::fromLatin1(v.codecCode), s[QStringLiteral("codec_tag_string")].toString());
-    EXPECT_EQ(v.naturalWidth, s[QStringLiteral("width")].toInt());
-    EXPECT_EQ(v.naturalHeight, s[QStringLiteral("height")].toInt());
-    EXPECT_NEAR(v.nominalFrameRate, probedRate(s), 0.001);
+    const QStringList rate = s["avg_frame_rate"].toString().split('/');
+    ASSERT_EQ(rate.size(), 2);
+    EXPECT_EQ(QString::fromLatin1(v.codecCode), s["codec_tag_string"].toString());
+    EXPECT_EQ(v.naturalWidth, s["width"].toInt());
+    EXPECT_EQ(v.naturalHeight, s["height"].toInt());
+    EXPECT_NEAR(v.nominalFrameRate, rate[0].toDouble() / rate[1].toDouble(), 0.001);
     EXPECT_EQ(v.estimatedDataRate, static_cast<float>(probedNumber(s, "bit_rate")));
-    EXPECT_EQ(v.trackID, s[QStringLiteral("id")].toString().toInt(nullptr, 16));
+    EXPECT_EQ(v.trackID, s["id"].toString().toInt(nullptr, 16));
     EXPECT_NEAR(v.durationSeconds, probedNumber(s, "duration"), 0.001);
     EXPECT_EQ(rotation(v), probedRotation(s));
 }
@@ -68,19 +60,16 @@ void expectVideoMatchesProbe(const QString& path, const TrackDescription& v) {
 class TrackMedia : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (!haveTool(QStringLiteral("ffmpeg")) || !haveTool(QStringLiteral("ffprobe")))
-            GTEST_SKIP() << "ffmpeg/ffprobe not installed";
+        if (!haveTool("ffmpeg") || !haveTool("ffprobe")) GTEST_SKIP() << "no ffmpeg/ffprobe";
     }
-    static QString tone(const QString& name, const QStringList& codecArgs) {
-        return ffmpegFixture(
-            name, QStringList{QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                              QStringLiteral("sine=sample_rate=48000:duration=1")} +
-                      codecArgs);
+    static QString tone(const QString& name, const QString& codec) {
+        return ffmpegFixture(name,
+                             words("-f lavfi -i sine=sample_rate=48000:duration=1 -c:a " + codec));
     }
 };
 
 TEST_F(TrackMedia, H264WithAacAgreesWithFfprobe) {
-    const QString clip = clipFixture(QStringLiteral("track-h264.mp4"), 320, 240, 1.0);
+    const QString clip = clipFixture("track-h264.mp4", 320, 240, 1.0);
     ASSERT_FALSE(clip.isEmpty()) << lastToolOutput().toStdString();
     const auto movie = describeMovieTracks(clip);
     ASSERT_TRUE(movie);
@@ -92,41 +81,34 @@ TEST_F(TrackMedia, H264WithAacAgreesWithFfprobe) {
     EXPECT_EQ(colorPrimaries(movie->video), "Unknown");
 
     const TrackDescription& a = movie->audio;
-    const QJsonObject s = probedStream(clip, QStringLiteral("audio"));
+    const QJsonObject s = probedStream(clip, "audio");
     EXPECT_EQ(a.codecCode, "aac ");  // the format ID, not the mp4a sample entry
     EXPECT_EQ(a.sampleRate, probedNumber(s, "sample_rate"));
-    EXPECT_EQ(a.channels, s[QStringLiteral("channels")].toInt());
+    EXPECT_EQ(a.channels, s["channels"].toInt());
     EXPECT_EQ(a.estimatedDataRate, static_cast<float>(probedNumber(s, "bit_rate")));
     EXPECT_EQ(GetAuidoFramRate(a), "43.07 FPS");
     EXPECT_EQ(GetAudioSamplingRate(a), "44.10 kHz");
-    EXPECT_EQ(a.language, s[QStringLiteral("tags")][QStringLiteral("language")].toString());
-}
+    EXPECT_EQ(a.language, s["tags"]["language"].toString());
 
-TEST_F(TrackMedia, RotatedClipsGiveTheTransformsQuarterTurns) {
-    const QString clip = clipFixture(QStringLiteral("track-h264.mp4"), 320, 240, 1.0);
-    ASSERT_FALSE(clip.isEmpty()) << lastToolOutput().toStdString();
     for (int degrees : {90, 180, 270}) {
-        const QString rotated =
-            ffmpegFixture(QStringLiteral("track-rotate%1.mp4").arg(degrees),
-                          {QStringLiteral("-i"), clip, QStringLiteral("-metadata:s:v:0"),
-                           QStringLiteral("rotate=%1").arg(degrees), QStringLiteral("-c"),
-                           QStringLiteral("copy")});
-        ASSERT_FALSE(rotated.isEmpty()) << lastToolOutput().toStdString();
-        const auto movie = describeMovieTracks(rotated);
-        ASSERT_TRUE(movie);
         SCOPED_TRACE(degrees);
-        expectVideoMatchesProbe(rotated, movie->video);
-        EXPECT_EQ(rotation(movie->video), (360 - degrees) % 360);
-        EXPECT_EQ(currentScales(movie->video), std::make_pair(1.0, 1.0));
-        EXPECT_EQ(movie->video.naturalWidth, 320);  // the stored size, not the shown one
+        const QString rotated = ffmpegFixture(
+            QString("track-rotate%1.mp4").arg(degrees),
+            {"-i", clip, "-metadata:s:v:0", QString("rotate=%1").arg(degrees), "-c", "copy"});
+        ASSERT_FALSE(rotated.isEmpty()) << lastToolOutput().toStdString();
+        const auto turned = describeMovieTracks(rotated);
+        ASSERT_TRUE(turned);
+        expectVideoMatchesProbe(rotated, turned->video);
+        EXPECT_EQ(rotation(turned->video), (360 - degrees) % 360);
+        EXPECT_EQ(currentScales(turned->video), std::make_pair(1.0, 1.0));
+        EXPECT_EQ(turned->video.naturalWidth, 320);  // the stored size, not the shown one
     }
 }
 
 TEST_F(TrackMedia, PortraitClipFillsTheRecord) {
-    const QString clip = clipFixture(QStringLiteral("track-portrait.mov"), 120, 160, 1.0);
-    ASSERT_FALSE(clip.isEmpty()) << lastToolOutput().toStdString();
     IKImageItem item;
-    item.filePath = clip;
+    item.filePath = clipFixture("track-portrait.mov", 120, 160, 1.0);
+    ASSERT_FALSE(item.filePath.isEmpty()) << lastToolOutput().toStdString();
     fillTechnicalInfo(item);
     EXPECT_EQ(item.videoResolutionStr, "120 X 160");
     EXPECT_EQ(item.videoAspectStr, "3:4");
@@ -142,16 +124,13 @@ TEST_F(TrackMedia, PortraitClipFillsTheRecord) {
 }
 
 TEST_F(TrackMedia, HevcTaggedHvc1WithHdrColour) {
-    if (!runTool(QStringLiteral("ffmpeg"),
-                 {QStringLiteral("-hide_banner"), QStringLiteral("-encoders")}) ||
-        !lastToolOutput().contains(QStringLiteral("libx265")))
+    if (!runTool("ffmpeg", {"-hide_banner", "-encoders"}) || !lastToolOutput().contains("libx265"))
         GTEST_SKIP() << "ffmpeg has no libx265";
     const QString clip = ffmpegFixture(
-        QStringLiteral("track-hevc.mp4"),
-        QStringLiteral("-f lavfi -i testsrc=size=160x96:rate=30:duration=1 -c:v libx265 "
-                       "-x265-params log-level=error -tag:v hvc1 -pix_fmt yuv420p "
-                       "-color_primaries bt2020 -color_trc smpte2084 -colorspace bt2020nc")
-            .split(' '));
+        "track-hevc.mp4",
+        words("-f lavfi -i testsrc=size=160x96:rate=30:duration=1 -c:v libx265 -x265-params "
+              "log-level=error -tag:v hvc1 -pix_fmt yuv420p -color_primaries bt2020 -color_trc "
+              "smpte2084 -colorspace bt2020nc"));
     ASSERT_FALSE(clip.isEmpty()) << lastToolOutput().toStdString();
     const auto movie = describeMovieTracks(clip);
     ASSERT_TRUE(movie);
@@ -165,10 +144,8 @@ TEST_F(TrackMedia, HevcTaggedHvc1WithHdrColour) {
 }
 
 TEST_F(TrackMedia, AppleLosslessAndPcmAudio) {
-    const QString alac =
-        tone(QStringLiteral("track-alac.m4a"), {QStringLiteral("-c:a"), QStringLiteral("alac")});
-    const QString pcm = tone(QStringLiteral("track-pcm.mov"),
-                             {QStringLiteral("-c:a"), QStringLiteral("pcm_s16le")});
+    const QString alac = tone("track-alac.m4a", "alac");
+    const QString pcm = tone("track-pcm.mov", "pcm_s16le");
     ASSERT_FALSE(alac.isEmpty() || pcm.isEmpty()) << lastToolOutput().toStdString();
 
     const auto lossless = describeMovieTracks(alac);
@@ -178,13 +155,14 @@ TEST_F(TrackMedia, AppleLosslessAndPcmAudio) {
     EXPECT_EQ(audioEncodeFormat(lossless->audio), "Apple Lossless");
     EXPECT_EQ(GetAuidoCompressMode(lossless->audio), "Lossy");
     EXPECT_EQ(GetAudioSamplingRate(lossless->audio), "48.00 kHz");
+    EXPECT_FALSE(analyzeVideoFrameRatesAtURL(alac).minimum);  // no video to measure
 
     const auto linear = describeMovieTracks(pcm);
     ASSERT_TRUE(linear);
-    const QJsonObject s = probedStream(pcm, QStringLiteral("audio"));
-    EXPECT_EQ(s[QStringLiteral("codec_tag_string")].toString(), "sowt");
+    const QJsonObject s = probedStream(pcm, "audio");
+    EXPECT_EQ(s["codec_tag_string"].toString(), "sowt");
     EXPECT_EQ(linear->audio.codecCode, "lpcm");  // every PCM flavour
-    EXPECT_EQ(bitDepth(linear->audio), s[QStringLiteral("bits_per_sample")].toInt());
+    EXPECT_EQ(bitDepth(linear->audio), s["bits_per_sample"].toInt());
     EXPECT_EQ(GetAuidoCompressMode(linear->audio), "Lossless");
     EXPECT_EQ(GetAuidoFramRate(linear->audio), "48000.00 FPS");  // one frame a packet
     EXPECT_EQ(linear->audio.estimatedDataRate, static_cast<float>(probedNumber(s, "bit_rate")));
@@ -193,12 +171,10 @@ TEST_F(TrackMedia, AppleLosslessAndPcmAudio) {
 TEST_F(TrackMedia, FrameRateRangeOfAVariableRateClip) {
     // 25 frames a second for the first half, 50 for the second.
     const QString clip = ffmpegFixture(
-        QStringLiteral("track-vfr.mp4"),
-        {QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-         QStringLiteral("testsrc=size=160x120:rate=50:duration=1"), QStringLiteral("-vf"),
-         QStringLiteral("select='gte(n\\,25)+not(mod(n\\,2))'"), QStringLiteral("-fps_mode"),
-         QStringLiteral("passthrough"), QStringLiteral("-c:v"), QStringLiteral("libx264"),
-         QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p")});
+        "track-vfr.mp4",
+        words("-f lavfi -i testsrc=size=160x120:rate=50:duration=1 -vf "
+              "select='gte(n\\,25)+not(mod(n\\,2))' -fps_mode passthrough -c:v libx264 -pix_fmt "
+              "yuv420p"));
     ASSERT_FALSE(clip.isEmpty()) << lastToolOutput().toStdString();
     const FrameRateRange range = analyzeVideoFrameRatesAtURL(clip);
     ASSERT_TRUE(range.minimum && range.maximum);
@@ -207,19 +183,11 @@ TEST_F(TrackMedia, FrameRateRangeOfAVariableRateClip) {
 }
 
 TEST_F(TrackMedia, NothingToDescribe) {
-    const QString audioOnly =
-        tone(QStringLiteral("track-alac.m4a"), {QStringLiteral("-c:a"), QStringLiteral("alac")});
-    ASSERT_FALSE(audioOnly.isEmpty());
-    EXPECT_FALSE(analyzeVideoFrameRatesAtURL(audioOnly).minimum);
-
     QTemporaryDir dir;
-    const QString text = dir.filePath(QStringLiteral("notes.txt"));
-    QFile f(text);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("not a movie\n");
-    f.close();
+    const QString text = dir.filePath("notes.txt");
+    ASSERT_TRUE(writeFile(text, "not a movie\n"));
     EXPECT_FALSE(describeMovieTracks(text));
-    EXPECT_FALSE(describeMovieTracks(dir.filePath(QStringLiteral("missing.mp4"))));
+    EXPECT_FALSE(describeMovieTracks(dir.filePath("missing.mp4")));
     EXPECT_FALSE(analyzeVideoFrameRatesAtURL(text).maximum);
 
     IKImageItem item;

@@ -1,9 +1,12 @@
 #include "media_fixtures.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QStandardPaths>
 
 #include <mutex>
@@ -12,6 +15,10 @@ namespace {
 QString g_lastOutput;
 std::mutex g_mutex;
 }  // namespace
+
+QStringList words(const QString& line) {
+    return line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
 
 bool haveTool(const QString& program) {
     return !QStandardPaths::findExecutable(program).isEmpty();
@@ -55,10 +62,8 @@ QString ffmpegFixture(const QString& name, const QStringList& ffmpegArgs) {
     const QString partial =
         fixtureDir() + QStringLiteral("/.partial-%1-").arg(QCoreApplication::applicationPid()) +
         name;
-    QStringList args{QStringLiteral("-y"), QStringLiteral("-v"), QStringLiteral("error")};
-    args += ffmpegArgs;
-    args += partial;
-    if (!runTool(QStringLiteral("ffmpeg"), args)) {
+    if (!runTool(QStringLiteral("ffmpeg"),
+                 words("-y -v error") + ffmpegArgs + QStringList{partial})) {
         QFile::remove(partial);
         return {};
     }
@@ -67,23 +72,35 @@ QString ffmpegFixture(const QString& name, const QStringList& ffmpegArgs) {
 }
 
 QString clipFixture(const QString& name, int width, int height, double seconds) {
-    const QString size = QStringLiteral("%1x%2").arg(width).arg(height);
-    const QString duration = QString::number(seconds);
-    QStringList args{
-        QStringLiteral("-f"),
-        QStringLiteral("lavfi"),
-        QStringLiteral("-i"),
-        QStringLiteral("testsrc=size=%1:rate=25:duration=%2").arg(size, duration),
-        QStringLiteral("-f"),
-        QStringLiteral("lavfi"),
-        QStringLiteral("-i"),
-        QStringLiteral("sine=frequency=440:sample_rate=44100:duration=%1").arg(duration),
-        QStringLiteral("-c:v"),
-        QStringLiteral("libx264"),
-        QStringLiteral("-pix_fmt"),
-        QStringLiteral("yuv420p"),
-        QStringLiteral("-c:a"),
-        QStringLiteral("aac"),
-        QStringLiteral("-shortest")};
-    return ffmpegFixture(name, args);
+    return ffmpegFixture(
+        name, words(QStringLiteral("-f lavfi -i testsrc=size=%1x%2:rate=25:duration=%3 -f lavfi -i "
+                                   "sine=frequency=440:sample_rate=44100:duration=%3 -c:v libx264 "
+                                   "-pix_fmt yuv420p -c:a aac -shortest")
+                        .arg(width)
+                        .arg(height)
+                        .arg(seconds)));
+}
+
+QByteArray readFile(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+bool writeFile(const QString& path, const QByteArray& data) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(data) == data.size();
+}
+
+QByteArray noisePicture(const char* format, int side) {
+    QImage image(side, side, QImage::Format_RGB32);
+    QRandomGenerator random(7);
+    for (int y = 0; y < side; ++y) {
+        auto* line = reinterpret_cast<quint32*>(image.scanLine(y));
+        for (int x = 0; x < side; ++x) line[x] = random.generate();
+    }
+    QByteArray data;
+    QBuffer buffer(&data);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return data;
 }

@@ -27,10 +27,20 @@ inline QStringList identifiers(const QList<MetadataItem>& items) {
     return out;
 }
 
+// The first item with the identifier, or null.
+inline const MetadataItem* findItem(const QList<MetadataItem>& items, const QString& identifier) {
+    for (const MetadataItem& i : items) {
+        if (i.identifier == identifier) return &i;
+    }
+    return nullptr;
+}
+
+inline qsizetype countOf(const QList<MetadataItem>& items, const QString& identifier) {
+    return identifiers(items).count(identifier);
+}
+
 // The text of the first item with the identifier, or "<none>".
 inline QString valueOf(const QList<MetadataItem>& items, const QString& identifier) {
-    for (const MetadataItem& i : items) {
-        if (i.identifier == identifier) return i.value.toString();
-    }
-    return QStringLiteral("<none>");
+    const MetadataItem* i = findItem(items, identifier);
+    return i ? i->value.toString() : QStringLiteral("<none>");
 }

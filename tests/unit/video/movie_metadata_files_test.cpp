@@ -1,12 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 
 #include <algorithm>
 #include <random>
@@ -15,6 +9,7 @@
 #include "core/video/movie_metadata_reader.h"
 #include "core/video/video_metadata_rules.h"
 #include "metadata_test_items.h"
+#include "support/exiftool.h"
 #include "support/media_fixtures.h"
 
 // Round trips through files that ffmpeg and exiftool write at test time: what
@@ -23,54 +18,27 @@
 
 namespace {
 
-QStringList lavfiClip() {
-    return {"-f",   "lavfi",   "-i",       "testsrc=size=96x64:rate=10:duration=0.5",
-            "-c:v", "libx264", "-pix_fmt", "yuv420p"};
-}
-
-QString metadataClip(const QString& name, const QStringList& extra) {
-    return ffmpegFixture(name, lavfiClip() + extra);
+QString metadataClip(const QString& name, const QString& extra) {
+    return ffmpegFixture(name, words("-f lavfi -i testsrc=size=96x64:rate=10:duration=0.5 -c:v "
+                                     "libx264 -pix_fmt yuv420p " +
+                                     extra));
 }
 
 // iTunes items, movie box in front of the media data.
 QString itunesClip() {
-    return metadataClip("reader_itunes.mp4",
-                        {"-metadata", "title=Tïtle ✓", "-metadata", "artist=Arty", "-metadata",
-                         "album=Alb", "-movflags", "+faststart"});
+    return ffmpegFixture("reader_itunes.mp4",
+                         words("-f lavfi -i testsrc=size=96x64:rate=10:duration=0.5 -c:v libx264 "
+                               "-pix_fmt yuv420p -metadata artist=Arty -metadata album=Alb "
+                               "-movflags +faststart") +
+                             QStringList{"-metadata", "title=Tïtle ✓"});
 }
 
 // QuickTime keys, movie box after the media data.
 QString keysClip() {
     return metadataClip(
         "reader_keys.mov",
-        {"-movflags", "use_metadata_tags", "-metadata", "com.apple.quicktime.make=Canon",
-         "-metadata", "com.apple.quicktime.location.ISO6709=-33.8688+151.2093+012.500/"});
-}
-
-// A copy of `source` changed by exiftool with `args`; made once and cached.
-QString exiftoolFixture(const QString& name, const QString& source, const QStringList& args) {
-    const QString path = fixtureDir() + '/' + name;
-    if (QFileInfo(path).size() > 0) return path;
-    const QString partial =
-        fixtureDir() + QStringLiteral("/.partial-%1-").arg(QCoreApplication::applicationPid()) +
-        name;
-    QFile::remove(partial);
-    if (source.isEmpty() || !QFile::copy(source, partial)) return {};
-    if (!runTool("exiftool",
-                 QStringList{"-q", "-overwrite_original"} + args + QStringList{partial})) {
-        QFile::remove(partial);
-        return {};
-    }
-    QFile::remove(path);
-    return QFile::rename(partial, path) ? path : QString();
-}
-
-// exiftool's reading of a file, keyed "Group1:Tag" (first value of each).
-QJsonObject exiftoolTags(const QString& path) {
-    QProcess p;
-    p.start("exiftool", {"-G1", "-a", "-j", "-n", path});
-    if (!p.waitForFinished(60000)) return {};
-    return QJsonDocument::fromJson(p.readAllStandardOutput()).array().at(0).toObject();
+        "-movflags use_metadata_tags -metadata com.apple.quicktime.make=Canon "
+        "-metadata com.apple.quicktime.location.ISO6709=-33.8688+151.2093+012.500/");
 }
 
 #define REQUIRE_TOOLS() \
@@ -82,15 +50,15 @@ TEST(VideoMetadataFiles, Mp4ItunesItemsMatchExiftool) {
     REQUIRE_TOOLS();
     const QString mp4 = itunesClip();
     ASSERT_FALSE(mp4.isEmpty()) << lastToolOutput().toStdString();
-    const QString cover = ffmpegFixture(
-        "reader_cover.png", {"-f", "lavfi", "-i", "color=blue:size=24x16", "-frames:v", "1"});
+    const QString cover =
+        ffmpegFixture("reader_cover.png", words("-f lavfi -i color=blue:size=24x16 -frames:v 1"));
     const QString m4v = exiftoolFixture("reader_itunes_cover.m4v", mp4,
                                         {"-ItemList:CoverArt<=" + cover, "-ItemList:Director=Dir",
                                          "-ItemList:Copyright=(c) Me", "-ItemList:Publisher=Pub"});
     ASSERT_FALSE(m4v.isEmpty()) << lastToolOutput().toStdString();
 
     const auto items = readMovieMetadata(m4v);
-    const QJsonObject tool = exiftoolTags(m4v);
+    const QJsonObject tool = exiftoolTags(m4v, {"-n"});
     EXPECT_EQ(valueOf(items, "itsk/%A9nam"), "Tïtle ✓");
     EXPECT_EQ(valueOf(items, "itsk/%A9nam"), tool["ItemList:Title"].toString());
     EXPECT_EQ(valueOf(items, "itsk/%A9ART"), tool["ItemList:Artist"].toString());
@@ -99,16 +67,9 @@ TEST(VideoMetadataFiles, Mp4ItunesItemsMatchExiftool) {
     EXPECT_EQ(valueOf(items, "itsk/cprt"), tool["ItemList:Copyright"].toString());
     EXPECT_EQ(valueOf(items, "itsk/%A9pub"), "Pub");
     // The picture bytes are exactly those exiftool extracts.
-    QProcess extract;
-    extract.start("exiftool", {"-b", "-ItemList:CoverArt", m4v});
-    ASSERT_TRUE(extract.waitForFinished(60000));
-    const QByteArray toolCover = extract.readAllStandardOutput();
-    QByteArray ourCover;
-    for (const MetadataItem& item : items) {
-        if (item.identifier == "itsk/covr") ourCover = item.value.toByteArray();
-    }
-    EXPECT_FALSE(ourCover.isEmpty());
-    EXPECT_EQ(ourCover, toolCover);
+    ASSERT_TRUE(findItem(items, "itsk/covr"));
+    EXPECT_EQ(findItem(items, "itsk/covr")->value.toByteArray(),
+              exiftoolBinary(m4v, "ItemList:CoverArt"));
 
     IKImageItem record;
     record.filePath = m4v;
@@ -135,7 +96,7 @@ TEST(VideoMetadataFiles, MovQuickTimeKeysAndUserData) {
     ASSERT_FALSE(edited.isEmpty()) << lastToolOutput().toStdString();
 
     const auto items = readMovieMetadata(edited);
-    const QJsonObject tool = exiftoolTags(edited);
+    const QJsonObject tool = exiftoolTags(edited, {"-n"});
     EXPECT_EQ(valueOf(items, "mdta/com.apple.quicktime.make"), tool["Keys:Make"].toString());
     EXPECT_EQ(valueOf(items, "mdta/com.apple.quicktime.model"), tool["Keys:Model"].toString());
     EXPECT_EQ(valueOf(items, "mdta/com.apple.quicktime.keywords"), "alpha,beta");
@@ -168,10 +129,10 @@ TEST(VideoMetadataFiles, MovQuickTimeKeysAndUserData) {
 TEST(VideoMetadataFiles, QuickTimeUserDataText) {
     REQUIRE_TOOLS();
     const QString mov =
-        metadataClip("reader_udta.mov", {"-metadata", "title=Plain", "-metadata", "artist=Arty"});
+        metadataClip("reader_udta.mov", "-metadata title=Plain -metadata artist=Arty");
     ASSERT_FALSE(mov.isEmpty()) << lastToolOutput().toStdString();
     const auto items = readMovieMetadata(mov);
-    const QJsonObject tool = exiftoolTags(mov);
+    const QJsonObject tool = exiftoolTags(mov, {"-n"});
     EXPECT_EQ(valueOf(items, "udta/%A9nam"), tool["UserData:Title"].toString());
     EXPECT_EQ(valueOf(items, "udta/%A9ART"), tool["UserData:Artist"].toString());
     for (const MetadataItem& item : items)
@@ -182,9 +143,9 @@ TEST(VideoMetadataFiles, ThreeGppBoxesAndLocation) {
     REQUIRE_TOOLS();
     const QString gp = ffmpegFixture(
         "reader_3gpp.3gp",
-        {"-f", "lavfi", "-i", "testsrc=size=176x144:rate=10:duration=0.5", "-c:v", "libx264",
-         "-metadata", "title=3g title", "-metadata", "author=Auth", "-metadata", "album=Alb3",
-         "-metadata", "location=+48.8566+002.3522+035.000/"});
+        words("-f lavfi -i testsrc=size=176x144:rate=10:duration=0.5 -c:v libx264 -metadata "
+              "author=Auth -metadata album=Alb3 -metadata location=+48.8566+002.3522+035.000/") +
+            QStringList{"-metadata", "title=3g title"});
     ASSERT_FALSE(gp.isEmpty()) << lastToolOutput().toStdString();
     const QString dated = exiftoolFixture("reader_3gpp_dated.3gp", gp,
                                           {"-UserData:DateTimeOriginal=2020:01:02 03:04:05"});

@@ -13,7 +13,6 @@
 
 #include "core/video/movie_rewriter.h"
 #include "movie_rewriter_support.h"
-#include "support/media_fixtures.h"
 
 using namespace RewriterTest;
 
@@ -43,17 +42,10 @@ int waitFor(pid_t pid) {
 TEST(MovieRewriterKill, OutputIsNothingOrComplete) {
     if (!haveTool("ffmpeg") || !haveTool("ffprobe")) GTEST_SKIP();
     const QString source = ffmpegFixture(
-        "rewriter-kill-noise.mov", {"-f",       "lavfi",
-                                    "-i",       "testsrc=size=640x480:rate=25:duration=4",
-                                    "-f",       "lavfi",
-                                    "-i",       "sine=frequency=440:sample_rate=48000:duration=4",
-                                    "-vf",      "noise=alls=80:allf=t",
-                                    "-c:v",     "libx264",
-                                    "-preset",  "ultrafast",
-                                    "-qp",      "4",
-                                    "-pix_fmt", "yuv420p",
-                                    "-c:a",     "aac",
-                                    "-shortest"});
+        "rewriter-kill-noise.mov",
+        words("-f lavfi -i testsrc=size=640x480:rate=25:duration=4 -f lavfi -i "
+              "sine=frequency=440:sample_rate=48000:duration=4 -vf noise=alls=80:allf=t -c:v "
+              "libx264 -preset ultrafast -qp 4 -pix_fmt yuv420p -c:a aac -shortest"));
     ASSERT_FALSE(source.isEmpty()) << lastToolOutput().toStdString();
     const QByteArray sourceSum = sha256Of(source);
     const QString expected = streamChecksums(source);

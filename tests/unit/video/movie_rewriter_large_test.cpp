@@ -3,17 +3,13 @@
 // "movie_rewriter_large" test of the "long" label.
 #include <gtest/gtest.h>
 
-#include <QBuffer>
 #include <QFile>
-#include <QImage>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 
 #include "core/video/bmff_box.h"
 #include "core/video/bmff_tree.h"
 #include "core/video/movie_rewriter.h"
 #include "movie_rewriter_support.h"
-#include "support/media_fixtures.h"
 
 using namespace RewriterTest;
 
@@ -68,20 +64,6 @@ bool makeSparseSource(const QString& path, qint64 gap) {
     return out.error() == QFile::NoError;
 }
 
-QByteArray noisePng(int side) {
-    QImage image(side, side, QImage::Format_RGB32);
-    QRandomGenerator random(3);
-    for (int y = 0; y < side; ++y) {
-        auto* line = reinterpret_cast<quint32*>(image.scanLine(y));
-        for (int x = 0; x < side; ++x) line[x] = random.generate();
-    }
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return png;
-}
-
 }  // namespace
 
 // Media just below 4 GiB pushed past it by a large cover: the 32-bit
@@ -100,7 +82,8 @@ TEST(MovieRewriterLarge, DISABLED_PastFourGiB) {
 
     const QString grown = dir.filePath("grown.m4v");
     RewriteResult result = rewriteMovieFile(
-        request(source, grown, {item("itsk/%A9nam", "Large"), item("itsk/covr", noisePng(700))}));
+        request(source, grown,
+                {item("itsk/%A9nam", "Large"), item("itsk/covr", noisePicture("PNG", 700))}));
     ASSERT_TRUE(result.ok) << result.reason.toStdString();
     const QList<quint64> after = chunkOffsetsOf(grown);
     ASSERT_EQ(after.size(), before.size());

@@ -2,8 +2,6 @@
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QProcess>
 
 #include "core/video/bmff_tree.h"
@@ -12,15 +10,12 @@
 
 namespace RewriterTest {
 
-QByteArray readFile(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-void writeFile(const QString& path, const QByteArray& data) {
-    QFile f(path);
-    if (f.open(QIODevice::WriteOnly)) f.write(data);
-}
+namespace {
+const QString kClip =
+    "-f lavfi -i testsrc=size=320x240:rate=25:duration=2 -f lavfi -i "
+    "sine=frequency=440:sample_rate=44100:duration=2 -c:v libx264 -preset ultrafast -pix_fmt "
+    "yuv420p -c:a aac -shortest -metadata title=Old_title -metadata comment=Old_comment";
+}  // namespace
 
 QByteArray sha256Of(const QString& path) {
     QFile f(path);
@@ -104,21 +99,6 @@ QString compareChunks(const QString& source, const QString& output) {
     return {};
 }
 
-QJsonObject exiftoolTags(const QString& path) {
-    QProcess p;
-    p.start("exiftool", {"-j", "-G1", "-a", "-charset", "utf8", path});
-    if (!p.waitForFinished(60000)) return {};
-    const QJsonArray array = QJsonDocument::fromJson(p.readAllStandardOutput()).array();
-    return array.isEmpty() ? QJsonObject() : array.first().toObject();
-}
-
-QString exiftoolValidation(const QString& path) {
-    QProcess p;
-    p.start("exiftool", {"-validate", "-warning", "-error", "-a", "-s3", path});
-    if (!p.waitForFinished(60000)) return "<exiftool failed>";
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
-}
-
 PassthroughExport request(const QString& source, const QString& output,
                           const QList<MetadataItem>& metadata, VideoFileType type) {
     PassthroughExport r;
@@ -129,42 +109,12 @@ PassthroughExport request(const QString& source, const QString& output,
     return r;
 }
 
-namespace {
-
-QString clip(const QString& name, const QStringList& muxing) {
-    QStringList args{"-f",
-                     "lavfi",
-                     "-i",
-                     "testsrc=size=320x240:rate=25:duration=2",
-                     "-f",
-                     "lavfi",
-                     "-i",
-                     "sine=frequency=440:sample_rate=44100:duration=2",
-                     "-c:v",
-                     "libx264",
-                     "-preset",
-                     "ultrafast",
-                     "-pix_fmt",
-                     "yuv420p",
-                     "-c:a",
-                     "aac",
-                     "-shortest",
-                     "-metadata",
-                     "title=Old title",
-                     "-metadata",
-                     "comment=Old comment"};
-    args += muxing;
-    return ffmpegFixture(name, args);
-}
-
-}  // namespace
-
 QString faststartClip() {
-    return clip("rewriter-faststart.mp4", {"-movflags", "+faststart"});
+    return ffmpegFixture("rewriter-faststart.mp4", words(kClip + " -movflags +faststart"));
 }
 
 QString trailingMoovClip() {
-    return clip("rewriter-trailing.mov", {});
+    return ffmpegFixture("rewriter-trailing.mov", words(kClip));
 }
 
 }  // namespace RewriterTest

@@ -1,20 +1,19 @@
 #pragma once
 
 #include <QByteArray>
-#include <QJsonObject>
 #include <QList>
 #include <QString>
 
 #include "core/video/metadata_item.h"
 #include "core/video/movie_rewriter.h"
 #include "metadata_test_items.h"
+#include "support/exiftool.h"
+#include "support/media_fixtures.h"
 
 // Helpers of the movie rewriter tests: the checks that the media survived a
-// rewrite, read with our own box parser and with ffmpeg and exiftool.
+// rewrite, read with our own box parser and with ffmpeg.
 namespace RewriterTest {
 
-QByteArray readFile(const QString& path);
-void writeFile(const QString& path, const QByteArray& data);
 QByteArray sha256Of(const QString& path);
 
 // ffmpeg's per-packet checksums of every stream, without the header lines
@@ -30,12 +29,6 @@ QList<QByteArray> topLevelTypes(const QString& path);
 // Compares a window of bytes at every chunk offset of the two files; answers
 // "" when they all agree, else a description of the first difference.
 QString compareChunks(const QString& source, const QString& output);
-
-// exiftool's "-j -G1 -a" view of a file, as one object (keys "Group:Tag").
-QJsonObject exiftoolTags(const QString& path);
-
-// exiftool's structure check: "OK", else the count and the warnings.
-QString exiftoolValidation(const QString& path);
 
 PassthroughExport request(const QString& source, const QString& output,
                           const QList<MetadataItem>& metadata,

@@ -1,21 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 
 #include "core/video/bmff_tree.h"
 #include "core/video/metadata_encoder.h"
 #include "core/video/movie_metadata_reader.h"
-#include "core/video/movie_rewriter.h"
 #include "movie_rewriter_support.h"
-#include "support/media_fixtures.h"
 
 using namespace RewriterTest;
 
@@ -25,37 +19,11 @@ bool haveTools() {
     return haveTool("ffmpeg") && haveTool("exiftool");
 }
 
-// A picture that does not compress: the movie box grows by about its size.
-QByteArray noisePicture(const char* format, int side) {
-    QImage image(side, side, QImage::Format_RGB32);
-    QRandomGenerator random(7);
-    for (int y = 0; y < side; ++y) {
-        auto* line = reinterpret_cast<quint32*>(image.scanLine(y));
-        for (int x = 0; x < side; ++x) line[x] = random.generate();
-    }
-    QByteArray data;
-    QBuffer buffer(&data);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return data;
-}
-
-const MetadataItem* find(const QList<MetadataItem>& items, const QString& identifier) {
-    for (const MetadataItem& i : items) {
-        if (i.identifier == identifier) return &i;
-    }
-    return nullptr;
-}
-
 struct PayloadCase {
     const char* name;
     bool faststart;
     bool grow;
 };
-
-void PrintTo(const PayloadCase& c, std::ostream* os) {
-    *os << c.name;
-}
 
 class MovieRewriterPayload : public ::testing::TestWithParam<PayloadCase> {};
 
@@ -70,13 +38,11 @@ TEST_P(MovieRewriterPayload, StreamsAndChunksAreUnchanged) {
     ASSERT_FALSE(source.isEmpty()) << lastToolOutput().toStdString();
     QTemporaryDir dir;
     const QString output = dir.filePath("out.m4v");
-    QList<MetadataItem> items;
+    QList<MetadataItem> items{item("itsk/%A9nam", ""), item("itsk/%A9cmt", QByteArray())};
     if (c.grow) {
         items = {item("itsk/%A9nam", "New title"),
                  item("common/artwork", noisePicture("PNG", 700), "public.png"),
                  item("mdta/com.apple.quicktime.director", "Someone")};
-    } else {
-        items = {item("itsk/%A9nam", ""), item("itsk/%A9cmt", QByteArray())};
     }
     const QByteArray sourceSum = sha256Of(source);
     const RewriteResult result = rewriteMovieFile(request(source, output, items));
@@ -93,9 +59,8 @@ TEST_P(MovieRewriterPayload, StreamsAndChunksAreUnchanged) {
 
     const QList<MetadataItem> written = readMovieMetadata(output);
     if (c.grow) {
-        ASSERT_TRUE(find(written, "itsk/%A9nam"));
-        EXPECT_EQ(find(written, "itsk/%A9nam")->value.toString(), "New title");
-        ASSERT_TRUE(find(written, "itsk/covr"));
+        EXPECT_EQ(valueOf(written, "itsk/%A9nam"), "New title");
+        EXPECT_TRUE(findItem(written, "itsk/covr"));
         EXPECT_GT(QFileInfo(output).size(), QFileInfo(source).size() + 700 * 700);
     } else {
         EXPECT_TRUE(written.isEmpty());
@@ -110,11 +75,10 @@ INSTANTIATE_TEST_SUITE_P(Layouts, MovieRewriterPayload,
                                            PayloadCase{"TrailingMoovShrinks", false, false}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-// Every key space lands where other tools look for it.
+// Every key space lands where other tools look for it, and our own reader
+// gives the same items back.
 TEST(MovieRewriter, ExiftoolReadsTheWrittenValues) {
     if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
-    const QString source = faststartClip();
-    ASSERT_FALSE(source.isEmpty());
     QTemporaryDir dir;
     const QString output = dir.filePath("out.mov");
     const QList<MetadataItem> items{
@@ -130,7 +94,7 @@ TEST(MovieRewriter, ExiftoolReadsTheWrittenValues) {
         item("id3/TIT2", "never written"),
     };
     const RewriteResult result =
-        rewriteMovieFile(request(source, output, items, VideoFileType::QuickTimeMovie));
+        rewriteMovieFile(request(faststartClip(), output, items, VideoFileType::QuickTimeMovie));
     ASSERT_TRUE(result.ok) << result.reason.toStdString();
 
     const QJsonObject tags = exiftoolTags(output);
@@ -147,25 +111,21 @@ TEST(MovieRewriter, ExiftoolReadsTheWrittenValues) {
         << location.toStdString();
     EXPECT_TRUE(tags["UserData:Keywords"].toString().contains("alpha"));
 
-    // And our own reader gives the same items back.
     const QList<MetadataItem> back = readMovieMetadata(output);
-    ASSERT_TRUE(find(back, "uiso/loci"));
-    EXPECT_EQ(find(back, "uiso/loci")->value.toString(), "+48.8566+002.3522+035.000/");
-    ASSERT_TRUE(find(back, "uiso/kywd"));
-    EXPECT_EQ(find(back, "uiso/kywd")->value.toString(), "alpha,beta");
-    ASSERT_TRUE(find(back, "mdta/com.apple.quicktime.keywords"));
-    EXPECT_EQ(find(back, "mdta/com.apple.quicktime.keywords")->value.toByteArray(), "sea,sun");
-    EXPECT_EQ(find(back, "mdta/com.apple.quicktime.keywords")->language, "und");
-    ASSERT_TRUE(find(back, "mdta/com.apple.quicktime.publisher"));
-    EXPECT_FALSE(find(back, "id3/TIT2"));
+    EXPECT_EQ(valueOf(back, "uiso/loci"), "+48.8566+002.3522+035.000/");
+    EXPECT_EQ(valueOf(back, "uiso/kywd"), "alpha,beta");
+    const MetadataItem* keywords = findItem(back, "mdta/com.apple.quicktime.keywords");
+    ASSERT_TRUE(keywords);
+    EXPECT_EQ(keywords->value.toByteArray(), "sea,sun");
+    EXPECT_EQ(keywords->language, "und");
+    EXPECT_TRUE(findItem(back, "mdta/com.apple.quicktime.publisher"));
+    EXPECT_FALSE(findItem(back, "id3/TIT2"));
 }
 
 // What the writers hand over for M4V outputs: common items as iTunes items,
 // TIFF artwork as PNG, the 3GPP boxes named by their keys.
 TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
     if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
-    const QString source = trailingMoovClip();
-    ASSERT_FALSE(source.isEmpty());
     QTemporaryDir dir;
     const QString output = dir.filePath("out.m4v");
     MetadataItem keywords = item("uiso/kywd", "a,b");
@@ -186,30 +146,22 @@ TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
         item("udta/XTRA", QByteArray("\x00\x01raw", 5)),
         item("itsk/trkn", "3/9"),
     };
-    ASSERT_TRUE(rewriteMovieFile(request(source, output, items)).ok);
+    ASSERT_TRUE(rewriteMovieFile(request(trailingMoovClip(), output, items)).ok);
 
     const QList<MetadataItem> back = readMovieMetadata(output);
-    ASSERT_TRUE(find(back, "itsk/cprt"));
-    EXPECT_EQ(find(back, "itsk/cprt")->value.toString(), "(c) Someone");
-    ASSERT_TRUE(find(back, "itsk/%A9des"));
-    ASSERT_TRUE(find(back, "itsk/covr"));
-    EXPECT_EQ(find(back, "itsk/covr")->dataType, "public.png");
-    EXPECT_FALSE(QImage::fromData(find(back, "itsk/covr")->value.toByteArray()).isNull());
-    ASSERT_TRUE(find(back, "uiso/kywd"));
-    ASSERT_TRUE(find(back, "uiso/date"));
-    EXPECT_EQ(find(back, "uiso/date")->value.toString(), "2020:01:02 03:04:05");
-    ASSERT_TRUE(find(back, "uiso/loci"));
-    EXPECT_EQ(find(back, "uiso/loci")->value.toString(), "+12.5000-003.2500+000.000/");
-    ASSERT_TRUE(find(back, "udta/XTRA"));
-    EXPECT_EQ(find(back, "udta/XTRA")->value.toByteArray(), QByteArray("\x00\x01raw", 5));
-    int artists = 0;
-    int locations = 0;
-    for (const MetadataItem& i : back) {
-        artists += i.identifier == "itsk/%A9ART";
-        locations += i.identifier == "uiso/loci";
-    }
-    EXPECT_EQ(artists, 2);
-    EXPECT_EQ(locations, 1);
+    EXPECT_EQ(valueOf(back, "itsk/cprt"), "(c) Someone");
+    EXPECT_TRUE(findItem(back, "itsk/%A9des"));
+    const MetadataItem* cover = findItem(back, "itsk/covr");
+    ASSERT_TRUE(cover);
+    EXPECT_EQ(cover->dataType, "public.png");
+    EXPECT_FALSE(QImage::fromData(cover->value.toByteArray()).isNull());
+    EXPECT_TRUE(findItem(back, "uiso/kywd"));
+    EXPECT_EQ(valueOf(back, "uiso/date"), "2020:01:02 03:04:05");
+    EXPECT_EQ(valueOf(back, "uiso/loci"), "+12.5000-003.2500+000.000/");
+    ASSERT_TRUE(findItem(back, "udta/XTRA"));
+    EXPECT_EQ(findItem(back, "udta/XTRA")->value.toByteArray(), QByteArray("\x00\x01raw", 5));
+    EXPECT_EQ(countOf(back, "itsk/%A9ART"), 2);
+    EXPECT_EQ(countOf(back, "uiso/loci"), 1);
     const QJsonObject tags = exiftoolTags(output);
     EXPECT_EQ(tags["QuickTime:MajorBrand"].toString().left(3), "App");
     EXPECT_EQ(tags["QuickTime:CompatibleBrands"].toVariant().toStringList(),
@@ -250,10 +202,7 @@ TEST(MovieRewriter, TrackMetadataStaysWithTheTrack) {
         ASSERT_TRUE(rewriteMovieFile(request(path, output, items)).ok);
         path = output;
     }
-    int lenses = 0;
-    for (const MetadataItem& i : readMovieMetadata(path))
-        lenses += i.identifier == "mdta/com.apple.quicktime.camera.lens_model";
-    EXPECT_EQ(lenses, 1);
+    EXPECT_EQ(countOf(readMovieMetadata(path), "mdta/com.apple.quicktime.camera.lens_model"), 1);
     EXPECT_EQ(streamChecksums(path).toStdString(), streamChecksums(source).toStdString());
 }
 
@@ -264,11 +213,11 @@ TEST(MovieRewriter, TrackMetadataStaysWithTheTrack) {
 TEST(MovieRewriter, EncryptedTrackStillDecrypts) {
     if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
     const QString key = "76a6c65c5ea762046bd749a2e632ccbb";
-    const QString encrypted =
-        ffmpegFixture("rewriter-encrypted.mp4",
-                      {"-i", faststartClip(), "-map", "0", "-c", "copy", "-encryption_scheme",
-                       "cenc-aes-ctr", "-encryption_key", key, "-encryption_kid",
-                       "a7e61c373e219033c21091fa607bf3b8", "-movflags", "+faststart"});
+    const QString encrypted = ffmpegFixture(
+        "rewriter-encrypted.mp4",
+        QStringList{"-i", faststartClip()} +
+            words("-map 0 -c copy -encryption_scheme cenc-aes-ctr -encryption_key " + key +
+                  " -encryption_kid a7e61c373e219033c21091fa607bf3b8 -movflags +faststart"));
     ASSERT_FALSE(encrypted.isEmpty()) << lastToolOutput().toStdString();
     QTemporaryDir dir;
     const QString output = dir.filePath("out.mp4");
@@ -279,8 +228,8 @@ TEST(MovieRewriter, EncryptedTrackStillDecrypts) {
     ASSERT_TRUE(result.ok) << result.reason.toStdString();
     const auto decoded = [&](const QString& path) {
         QProcess p;
-        p.start("ffmpeg", {"-v", "error", "-decryption_key", key, "-i", path, "-map", "0:V", "-map",
-                           "0:a", "-f", "framemd5", "-"});
+        p.start("ffmpeg", QStringList{"-v", "error", "-decryption_key", key, "-i", path} +
+                              words("-map 0:V -map 0:a -f framemd5 -"));
         p.waitForFinished(120000);
         return p.exitCode() == 0 ? p.readAllStandardOutput() : QByteArray("failed");
     };
