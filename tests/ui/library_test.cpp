@@ -1,8 +1,6 @@
 // The real main window, offscreen: a folder imported through the drop path,
 // the table's column sorts, selection and removal.
-#include <QFileInfo>
 #include <QHeaderView>
-#include <QItemSelectionModel>
 #include <QLabel>
 #include <QListView>
 #include <QMimeData>
@@ -39,282 +37,250 @@ QStringList sortedNames(QStringList names, bool descending) {
 
 class LibraryTest : public QObject {
     Q_OBJECT
-private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void dropValidation();
-    void importFolderThroughDropPath();
-    void headerClicksSortTheContentOnly();
-    void selectionShowsTheVideoPanel();
-    void removalMapsRowsOntoImportOrder();
-    void newImportRefillsInImportOrder();
-    void openPanelsListTheirChoices();
-    void openDialogTakesFilesAndFoldersTogether();
-    void dragAndDropOnTheTable();
-
-private:
-    void clickHeader(MediaColumn column);
-    void selectRow(int row);
-
     MediaFixture m_media;
     QTemporaryDir m_home;
     std::unique_ptr<QSettings> m_settings;
     std::unique_ptr<AppDelegate> m_app;
-};
 
-void LibraryTest::initTestCase() {
-    QString error;
-    if (!m_media.make(&error)) QSKIP(qPrintable(error));
-    ActivityLog::install();
-    DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
-    m_settings = std::make_unique<QSettings>(m_home.filePath(QStringLiteral("tagsmith.ini")),
-                                             QSettings::IniFormat);
-    m_settings->setValue(QStringLiteral("storagePath"), m_home.filePath(QStringLiteral("out")));
-    m_app = std::make_unique<AppDelegate>(*m_settings);
-    m_app->awakeFromNib();
-    m_app->applicationDidFinishLaunching();
-    m_app->mainWindow()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_app->mainWindow()));
-    QCOMPARE(AppDelegate::GetAppDelegater(), m_app.get());
-}
-
-void LibraryTest::cleanupTestCase() {
-    m_app.reset();
-}
-
-void LibraryTest::clickHeader(MediaColumn column) {
-    QHeaderView* header = m_app->dragtableView->horizontalHeader();
-    const int section = int(column);
-    const QPoint at(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
-                    header->height() / 2);
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
-}
-
-void LibraryTest::selectRow(int row) {
-    m_app->dragtableView->clearSelection();
-    m_app->dragtableView->selectionModel()->select(
-        m_app->mediaController->index(row, 0),
-        QItemSelectionModel::Select | QItemSelectionModel::Rows);
-}
-
-void LibraryTest::dropValidation() {
-    // Judged by the first path only: a folder, a video or an audio file.
-    QVERIFY(m_app->tableViewValidateDrop({m_media.folder()}));
-    QVERIFY(m_app->tableViewValidateDrop({m_media.folder() + QStringLiteral("/zebra.mkv")}));
-    QVERIFY(m_app->tableViewValidateDrop({QStringLiteral("/nowhere/song.Flac")}));
-    QVERIFY(!m_app->tableViewValidateDrop(
-        {QStringLiteral("/x/photo.jpg"), m_media.folder() + QStringLiteral("/zebra.mkv")}));
-    QVERIFY(!m_app->tableViewValidateDrop({m_media.folder() + QStringLiteral("/notes.txt")}));
-    QVERIFY(!m_app->tableViewValidateDrop({}));
-    QVERIFY(!m_app->mainWindow()->listShown());  // the hint shows while the list is empty
-}
-
-void LibraryTest::importFolderThroughDropPath() {
-    QSignalSpy refreshes(m_app->mediaController, &QAbstractItemModel::modelReset);
-    QVERIFY(m_app->tableViewAcceptDrop({m_media.folder()}));
-    QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
-    // The table was refreshed for every file of the folder, not once at its end.
-    QVERIFY(refreshes.count() >= m_media.mediaCount());
-    QCOMPARE(m_app->localPhotoItemArray.size(), m_media.mediaCount());
-    QCOMPARE(m_app->numberOfRowsInTableView(), m_media.mediaCount());
-    QCOMPARE(namesOf(m_app->mediaController->content()), namesOf(m_app->localPhotoItemArray));
-    // Any depth, hidden files included; the text file is skipped.
-    const QStringList names = namesOf(m_app->localPhotoItemArray);
-    QVERIFY(names.contains(QStringLiteral(".hidden-dusk.m4v")));
-    QVERIFY(!names.contains(QStringLiteral("notes.txt")));
-    QVERIFY(m_app->bImportLocalFolder);
-    QCOMPARE(m_app->bImportLocalPath, m_media.root());
-    QVERIFY(m_app->mainWindow()->listShown());
-    for (const auto& item : m_app->localPhotoItemArray) {
-        QVERIFY2(!item->fileSize.isEmpty(), qPrintable(item->fileName));
-        QVERIFY(item->fileduration > 0.5);
+    QString media(const char* name) const { return m_media.folder() + '/' + name; }
+    QStringList shownNames() const { return namesOf(m_app->mediaController->content()); }
+    void clickHeader(MediaColumn column) {
+        QHeaderView* header = m_app->dragtableView->horizontalHeader();
+        const int section = int(column);
+        const QPoint at(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
+                        header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
     }
-    // The activity view has the drop's log line.
-    QVERIFY(
-        ActivityLog::instance().lines().join(QLatin1Char('\n')).contains(QStringLiteral("urls==")));
-}
-
-void LibraryTest::headerClicksSortTheContentOnly() {
-    const QStringList importOrder = namesOf(m_app->localPhotoItemArray);
-    // First click on a text column: Z to A; second: A to Z.
-    clickHeader(MediaColumn::Name);
-    QCOMPARE(namesOf(m_app->mediaController->content()), sortedNames(importOrder, true));
-    QHeaderView* header = m_app->dragtableView->horizontalHeader();
-    QCOMPARE(header->sortIndicatorSection(), int(MediaColumn::Name));
-    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
-    QCOMPARE(m_app->dragtableView->selectionModel()->selectedRows().size(), 1);
-    QCOMPARE(m_app->dragtableView->selectionModel()->selectedRows().first().row(), 0);
-    clickHeader(MediaColumn::Name);
-    QCOMPARE(namesOf(m_app->mediaController->content()), sortedNames(importOrder, false));
-    QCOMPARE(namesOf(m_app->localPhotoItemArray), importOrder);
-
-    // First click on Size: small to large.
-    clickHeader(MediaColumn::Size);
-    QCOMPARE(header->sortIndicatorSection(), int(MediaColumn::Size));
-    QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
-    qint64 previous = -1;
-    for (const auto& item : m_app->mediaController->content()) {
-        const qint64 size = QFileInfo(item->filePath).size();
-        QVERIFY2(size >= previous, qPrintable(item->fileName));
-        previous = size;
+    void selectRow(int row) {
+        m_app->dragtableView->clearSelection();
+        m_app->dragtableView->selectionModel()->select(
+            m_app->mediaController->index(row, 0),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
-    QCOMPARE(m_app->columnSortFlags[size_t(MediaColumn::Name)], false);
-    QCOMPARE(m_app->columnSortFlags[size_t(MediaColumn::Size)], true);
-}
 
-void LibraryTest::selectionShowsTheVideoPanel() {
-    // The panel follows the row the table shows.
-    selectRow(1);
-    const IKImageItemPtr shown = m_app->mediaController->itemAt(1);
-    QVERIFY(m_app->videoMetaView->isVisible());
-    QVERIFY(m_app->audioContentView->isHidden());
-    QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
-    QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(),
-             QString("Created Date:        ") + shown->fileCreateDateStr);
-}
+private Q_SLOTS:
+    void initTestCase() {
+        QString error;
+        if (!m_media.make(&error)) QSKIP(qPrintable(error));
+        ActivityLog::install();
+        DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
+        m_settings =
+            std::make_unique<QSettings>(m_home.filePath("tagsmith.ini"), QSettings::IniFormat);
+        m_settings->setValue("storagePath", m_home.filePath("out"));
+        m_app = std::make_unique<AppDelegate>(*m_settings);
+        m_app->awakeFromNib();
+        m_app->applicationDidFinishLaunching();
+        m_app->mainWindow()->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_app->mainWindow()));
+        QCOMPARE(AppDelegate::GetAppDelegater(), m_app.get());
+    }
+    void cleanupTestCase() { m_app.reset(); }
 
-void LibraryTest::removalMapsRowsOntoImportOrder() {
-    // Sort Z to A and find a row whose shown record is not the record at the
-    // same place in import order (the reverse sort has one if this has none).
-    clickHeader(MediaColumn::Name);
-    QVERIFY(m_app->columnSortFlags[size_t(MediaColumn::Name)]);
-    const IKImageItemList before = m_app->localPhotoItemArray;
-    auto differingRow = [&] {
-        for (int r = 0; r < before.size(); ++r)
-            if (m_app->mediaController->itemAt(r) != before.at(r)) return r;
-        return -1;
-    };
-    int row = differingRow();
-    if (row < 0) {
+    void dropValidation() {
+        // Judged by the first path only: a folder, a video or an audio file.
+        QVERIFY(m_app->tableViewValidateDrop({m_media.folder()}));
+        QVERIFY(m_app->tableViewValidateDrop({media("zebra.mkv")}));
+        QVERIFY(m_app->tableViewValidateDrop({"/nowhere/song.Flac"}));
+        QVERIFY(!m_app->tableViewValidateDrop({"/x/photo.jpg", media("zebra.mkv")}));
+        QVERIFY(!m_app->tableViewValidateDrop({media("notes.txt")}));
+        QVERIFY(!m_app->tableViewValidateDrop({}));
+        QVERIFY(!m_app->mainWindow()->listShown());  // the hint shows while the list is empty
+    }
+
+    void importFolderThroughDropPath() {
+        QSignalSpy refreshes(m_app->mediaController, &QAbstractItemModel::modelReset);
+        QVERIFY(m_app->tableViewAcceptDrop({m_media.folder()}));
+        QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+        // The table was refreshed for every file of the folder, not once at its
+        // end. Which files: MediaImportTest.FolderScan*.
+        QVERIFY(refreshes.count() >= m_media.mediaCount());
+        QCOMPARE(m_app->localPhotoItemArray.size(), m_media.mediaCount());
+        QCOMPARE(m_app->numberOfRowsInTableView(), m_media.mediaCount());
+        QCOMPARE(shownNames(), namesOf(m_app->localPhotoItemArray));
+        QVERIFY(m_app->bImportLocalFolder);
+        QCOMPARE(m_app->bImportLocalPath, m_media.root());
+        QVERIFY(m_app->mainWindow()->listShown());
+        for (const auto& item : m_app->localPhotoItemArray) {
+            QVERIFY2(!item->fileSize.isEmpty(), qPrintable(item->fileName));
+            QVERIFY(item->fileduration > 0.5);
+        }
+        // The activity view has the drop's log line.
+        QVERIFY(ActivityLog::instance().lines().join('\n').contains("urls=="));
+    }
+
+    void headerClicksSortTheContentOnly() {
+        const QStringList importOrder = namesOf(m_app->localPhotoItemArray);
+        // First click on a text column: Z to A; second: A to Z.
         clickHeader(MediaColumn::Name);
-        row = differingRow();
+        QCOMPARE(shownNames(), sortedNames(importOrder, true));
+        QHeaderView* header = m_app->dragtableView->horizontalHeader();
+        QCOMPARE(header->sortIndicatorSection(), int(MediaColumn::Name));
+        QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+        const QModelIndexList selected = m_app->dragtableView->selectionModel()->selectedRows();
+        QVERIFY(selected.size() == 1 && selected.first().row() == 0);
+        clickHeader(MediaColumn::Name);
+        QCOMPARE(shownNames(), sortedNames(importOrder, false));
+        QCOMPARE(namesOf(m_app->localPhotoItemArray), importOrder);
+
+        // First click on Size: small to large.
+        clickHeader(MediaColumn::Size);
+        QCOMPARE(header->sortIndicatorSection(), int(MediaColumn::Size));
+        QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
+        qint64 previous = -1;
+        for (const auto& item : m_app->mediaController->content()) {
+            QVERIFY2(QFileInfo(item->filePath).size() >= previous, qPrintable(item->fileName));
+            previous = QFileInfo(item->filePath).size();
+        }
+        QVERIFY(!m_app->columnSortFlags[size_t(MediaColumn::Name)]);
+        QVERIFY(m_app->columnSortFlags[size_t(MediaColumn::Size)]);
     }
-    QVERIFY(row >= 0);
-    const IKImageItemPtr shown = m_app->mediaController->itemAt(row);
-    const IKImageItemPtr imported = before.at(row);
 
-    selectRow(row);
-    QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
-    m_app->RemoveMediaFileAction(nullptr);
-    QCOMPARE(m_app->localPhotoItemArray.size(), before.size() - 1);
-    QVERIFY(!m_app->localPhotoItemArray.contains(imported));
-    QVERIFY(m_app->localPhotoItemArray.contains(shown));
-    // The content is refilled in import order; the file stays on disk; the
-    // video panel is cleared.
-    QCOMPARE(namesOf(m_app->mediaController->content()), namesOf(m_app->localPhotoItemArray));
-    QVERIFY(QFileInfo::exists(imported->filePath));
-    QCOMPARE(m_app->videoMetaView->fileNameText(), QString());
-    QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(), QString("Created Date:"));
-
-    // Nothing selected: nothing removed.
-    m_app->dragtableView->clearSelection();
-    m_app->RemoveMediaFileAction(nullptr);
-    QCOMPARE(m_app->localPhotoItemArray.size(), before.size() - 1);
-}
-
-void LibraryTest::newImportRefillsInImportOrder() {
-    // Importing the same file again lists it twice, and the refresh drops the
-    // sort order.
-    clickHeader(MediaColumn::Name);
-    const QString zebra = m_media.folder() + QStringLiteral("/zebra.mkv");
-    const qsizetype before = m_app->localPhotoItemArray.size();
-    QVERIFY(m_app->tableViewAcceptDrop({zebra, QStringLiteral("/x/photo.jpg")}));
-    QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
-    QCOMPARE(m_app->localPhotoItemArray.size(), before + 1);
-    QCOMPARE(m_app->localPhotoItemArray.last()->filePath, zebra);
-    QCOMPARE(namesOf(m_app->mediaController->content()), namesOf(m_app->localPhotoItemArray));
-
-    // Removing everything brings the hint back.
-    m_app->dragtableView->selectAll();
-    m_app->RemoveMediaFileAction(nullptr);
-    QVERIFY(m_app->localPhotoItemArray.isEmpty());
-    QVERIFY(!m_app->mainWindow()->listShown());
-}
-
-void LibraryTest::openPanelsListTheirChoices() {
-    // The full import from the open panel's end handler.
-    m_app->blocalMode = false;
-    m_app->openPanelDidEnd1(QDialog::Rejected, {m_media.folder()});
-    QVERIFY(!m_app->importRunning());
-    m_app->openPanelDidEnd1(QDialog::Accepted, {m_media.folder() + QStringLiteral("/Apple.mov")});
-    QVERIFY(m_app->blocalMode);
-    QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
-    QCOMPARE(m_app->localPhotoItemArray.size(), 1);
-    QVERIFY(m_app->localPhotoItemArray.first()->fileduration > 2.5);
-
-    // The quick variant lists names and kinds without reading the files.
-    m_app->openPanelDidEnd(QDialog::Accepted, {m_media.folder() + QStringLiteral("/b-clip.mp4"),
-                                               m_media.folder() + QStringLiteral("/notes.txt")});
-    QCOMPARE(m_app->localPhotoItemArray.size(), 3);
-    QCOMPARE(m_app->localPhotoItemArray.at(1)->fileType, QStringLiteral("Movie"));
-    QVERIFY(m_app->localPhotoItemArray.at(1)->fileSize.isEmpty());
-    QCOMPARE(m_app->localPhotoItemArray.at(2)->fileType, QStringLiteral("Image"));
-    QCOMPARE(m_app->numberOfRowsInTableView(), 3);
-}
-
-void LibraryTest::openDialogTakesFilesAndFoldersTogether() {
-    // Never shown: the selection is made as a user would, then Open pressed.
-    MediaOpenDialog dialog(nullptr, QStringLiteral("Please select videos or auidos to import."));
-    dialog.setDirectory(m_media.folder());
-    auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
-    QVERIFY(list);
-    QAbstractItemModel* model = list->model();
-    QModelIndex root = list->rootIndex();
-    QTRY_VERIFY_WITH_TIMEOUT(model->rowCount(root) >= 4, 10000);
-    QModelIndex folder, file;
-    for (int r = 0; r < model->rowCount(root); ++r) {
-        const QModelIndex index = model->index(r, 0, root);
-        if (index.data().toString() == QLatin1String("nested")) folder = index;
-        if (index.data().toString() == QLatin1String("zebra.mkv")) file = index;
+    void selectionShowsTheVideoPanel() {
+        // The panel follows the row the table shows.
+        selectRow(1);
+        const IKImageItemPtr shown = m_app->mediaController->itemAt(1);
+        QVERIFY(m_app->videoMetaView->isVisible());
+        QVERIFY(m_app->audioContentView->isHidden());
+        QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
+        QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(),
+                 "Created Date:        " + shown->fileCreateDateStr);
     }
-    QVERIFY(folder.isValid() && file.isValid());
-    list->selectionModel()->select(folder, QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    list->selectionModel()->select(file, QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    dialog.accept();
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QStringList chosen = dialog.chosenPaths();
-    chosen.sort();
-    QCOMPARE(chosen, QStringList({m_media.folder() + QStringLiteral("/nested"),
-                                  m_media.folder() + QStringLiteral("/zebra.mkv")}));
-}
 
-void LibraryTest::dragAndDropOnTheTable() {
-    m_app->mainWindow()->showList(true);
-    QWidget* viewport = m_app->dragtableView->viewport();
-    const QPoint at(20, 20);
-    auto mimeWith = [](const QStringList& paths) {
-        auto* mime = new QMimeData;
-        QList<QUrl> urls;
-        for (const QString& path : paths) urls << QUrl::fromLocalFile(path);
-        mime->setUrls(urls);
-        return mime;
-    };
+    void removalMapsRowsOntoImportOrder() {
+        // Sort Z to A and find a row whose shown record is not the record at the
+        // same place in import order (the reverse sort has one if this has none).
+        clickHeader(MediaColumn::Name);
+        QVERIFY(m_app->columnSortFlags[size_t(MediaColumn::Name)]);
+        const IKImageItemList before = m_app->localPhotoItemArray;
+        auto differingRow = [&] {
+            for (int r = 0; r < before.size(); ++r)
+                if (m_app->mediaController->itemAt(r) != before.at(r)) return r;
+            return -1;
+        };
+        int row = differingRow();
+        if (row < 0) {
+            clickHeader(MediaColumn::Name);
+            row = differingRow();
+        }
+        QVERIFY(row >= 0);
+        const IKImageItemPtr shown = m_app->mediaController->itemAt(row);
+        const IKImageItemPtr imported = before.at(row);
 
-    // A drag led by a picture is refused as it enters.
-    std::unique_ptr<QMimeData> picture(
-        mimeWith({QStringLiteral("/x/photo.jpg"), m_media.folder()}));
-    QDragEnterEvent refused(at, Qt::CopyAction, picture.get(), Qt::LeftButton, {});
-    QCoreApplication::sendEvent(viewport, &refused);
-    QVERIFY(!refused.isAccepted());
+        selectRow(row);
+        QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
+        m_app->RemoveMediaFileAction(nullptr);
+        QCOMPARE(m_app->localPhotoItemArray.size(), before.size() - 1);
+        QVERIFY(!m_app->localPhotoItemArray.contains(imported));
+        QVERIFY(m_app->localPhotoItemArray.contains(shown));
+        // The content is refilled in import order; the file stays on disk; the
+        // video panel is cleared.
+        QCOMPARE(shownNames(), namesOf(m_app->localPhotoItemArray));
+        QVERIFY(QFileInfo::exists(imported->filePath));
+        QCOMPARE(m_app->videoMetaView->fileNameText(), QString());
+        QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(), "Created Date:");
 
-    // A folder is welcome; its drop imports it with full reading. The
-    // table's own notice of the drop adds nothing by itself.
-    const qsizetype before = m_app->localPhotoItemArray.size();
-    std::unique_ptr<QMimeData> folder(mimeWith({m_media.folder()}));
-    QSignalSpy notices(m_app->dragtableView, &PRDragTableView::NSDragOperationMediaNote);
-    QDragEnterEvent enter(at, Qt::CopyAction, folder.get(), Qt::LeftButton, {});
-    QCoreApplication::sendEvent(viewport, &enter);
-    QVERIFY(enter.isAccepted());
-    QCOMPARE(enter.dropAction(), Qt::CopyAction);
-    QDropEvent drop(at, Qt::CopyAction, folder.get(), Qt::LeftButton, {});
-    QCoreApplication::sendEvent(viewport, &drop);
-    QVERIFY(drop.isAccepted());
-    QCOMPARE(notices.size(), 1);
-    QCOMPARE(m_app->dragtableView->geturlArray(), folder->urls());
-    QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
-    QCOMPARE(m_app->localPhotoItemArray.size(), before + m_media.mediaCount());
-    QVERIFY(!m_app->localPhotoItemArray.last()->fileSize.isEmpty());
-}
+        // Nothing selected: nothing removed.
+        m_app->dragtableView->clearSelection();
+        m_app->RemoveMediaFileAction(nullptr);
+        QCOMPARE(m_app->localPhotoItemArray.size(), before.size() - 1);
+    }
+
+    void newImportRefillsInImportOrder() {
+        // Importing the same file again lists it twice, and the refresh drops the
+        // sort order.
+        clickHeader(MediaColumn::Name);
+        const qsizetype before = m_app->localPhotoItemArray.size();
+        QVERIFY(m_app->tableViewAcceptDrop({media("zebra.mkv"), "/x/photo.jpg"}));
+        QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+        QCOMPARE(m_app->localPhotoItemArray.size(), before + 1);
+        QCOMPARE(m_app->localPhotoItemArray.last()->filePath, media("zebra.mkv"));
+        QCOMPARE(shownNames(), namesOf(m_app->localPhotoItemArray));
+
+        // Removing everything brings the hint back.
+        m_app->dragtableView->selectAll();
+        m_app->RemoveMediaFileAction(nullptr);
+        QVERIFY(m_app->localPhotoItemArray.isEmpty());
+        QVERIFY(!m_app->mainWindow()->listShown());
+    }
+
+    void openPanelsListTheirChoices() {
+        // The full import from the open panel's end handler.
+        m_app->blocalMode = false;
+        m_app->openPanelDidEnd1(QDialog::Rejected, {m_media.folder()});
+        QVERIFY(!m_app->importRunning());
+        m_app->openPanelDidEnd1(QDialog::Accepted, {media("Apple.mov")});
+        QVERIFY(m_app->blocalMode);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+        QCOMPARE(m_app->localPhotoItemArray.size(), 1);
+        QVERIFY(m_app->localPhotoItemArray.first()->fileduration > 2.5);
+
+        // The quick variant lists names and kinds without reading the files.
+        m_app->openPanelDidEnd(QDialog::Accepted, {media("b-clip.mp4"), media("notes.txt")});
+        QCOMPARE(m_app->localPhotoItemArray.size(), 3);
+        QCOMPARE(m_app->localPhotoItemArray.at(1)->fileType, "Movie");
+        QVERIFY(m_app->localPhotoItemArray.at(1)->fileSize.isEmpty());
+        QCOMPARE(m_app->localPhotoItemArray.at(2)->fileType, "Image");
+        QCOMPARE(m_app->numberOfRowsInTableView(), 3);
+    }
+
+    void openDialogTakesFilesAndFoldersTogether() {
+        // Never shown: the selection is made as a user would, then Open pressed.
+        MediaOpenDialog dialog(nullptr, "Please select videos or auidos to import.");
+        dialog.setDirectory(m_media.folder());
+        auto* list = dialog.findChild<QListView*>("listView");
+        QVERIFY(list);
+        QAbstractItemModel* model = list->model();
+        QTRY_VERIFY_WITH_TIMEOUT(model->rowCount(list->rootIndex()) >= 4, 10000);
+        for (int r = 0; r < model->rowCount(list->rootIndex()); ++r) {
+            const QModelIndex index = model->index(r, 0, list->rootIndex());
+            if (index.data().toString() == "nested" || index.data().toString() == "zebra.mkv")
+                list->selectionModel()->select(
+                    index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+        dialog.accept();
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QStringList chosen = dialog.chosenPaths();
+        chosen.sort();
+        QCOMPARE(chosen, QStringList({media("nested"), media("zebra.mkv")}));
+    }
+
+    void dragAndDropOnTheTable() {
+        m_app->mainWindow()->showList(true);
+        QWidget* viewport = m_app->dragtableView->viewport();
+        const QPoint at(20, 20);
+        auto mimeWith = [](const QStringList& paths) {
+            auto mime = std::make_unique<QMimeData>();
+            QList<QUrl> urls;
+            for (const QString& path : paths) urls << QUrl::fromLocalFile(path);
+            mime->setUrls(urls);
+            return mime;
+        };
+
+        // A drag led by a picture is refused as it enters.
+        const auto picture = mimeWith({"/x/photo.jpg", m_media.folder()});
+        QDragEnterEvent refused(at, Qt::CopyAction, picture.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(viewport, &refused);
+        QVERIFY(!refused.isAccepted());
+
+        // A folder is welcome; its drop imports it with full reading. The
+        // table's own notice of the drop adds nothing by itself.
+        const qsizetype before = m_app->localPhotoItemArray.size();
+        const auto folder = mimeWith({m_media.folder()});
+        QSignalSpy notices(m_app->dragtableView, &PRDragTableView::NSDragOperationMediaNote);
+        QDragEnterEvent enter(at, Qt::CopyAction, folder.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(viewport, &enter);
+        QVERIFY(enter.isAccepted());
+        QCOMPARE(enter.dropAction(), Qt::CopyAction);
+        QDropEvent drop(at, Qt::CopyAction, folder.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(viewport, &drop);
+        QVERIFY(drop.isAccepted());
+        QCOMPARE(notices.size(), 1);
+        QCOMPARE(m_app->dragtableView->geturlArray(), folder->urls());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+        QCOMPARE(m_app->localPhotoItemArray.size(), before + m_media.mediaCount());
+        QVERIFY(!m_app->localPhotoItemArray.last()->fileSize.isEmpty());
+    }
+};
 
 QTEST_MAIN(LibraryTest)
 #include "library_test.moc"

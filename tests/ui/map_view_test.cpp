@@ -30,7 +30,7 @@ public:
         m_server.listen(QHostAddress::LocalHost);
     }
     QString urlTemplate() const {
-        return QStringLiteral("http://127.0.0.1:%1/{z}/{x}/{y}.png").arg(m_server.serverPort());
+        return QString("http://127.0.0.1:%1/{z}/{x}/{y}.png").arg(m_server.serverPort());
     }
     QStringList paths;
 
@@ -71,9 +71,8 @@ private Q_SLOTS:
         // The poles are clamped instead of giving infinities.
         QVERIFY(std::isfinite(MapTiles::tileCoordinate(90, 0, 5).y()));
         QCOMPARE(MapTiles::tileUrl("http://h/{z}/{x}/{y}.png", 3, 4, 5).toString(),
-                 QString("http://h/3/4/5.png"));
-        QCOMPARE(MapTiles::coordinateCaption(-33.8688, 151.2093),
-                 QString("-33.868800, 151.209300"));
+                 "http://h/3/4/5.png");
+        QCOMPARE(MapTiles::coordinateCaption(-33.8688, 151.2093), "-33.868800, 151.209300");
     }
 
     void drawsPinWithoutNetwork() {

@@ -25,215 +25,204 @@
 class ShellTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void firstLaunchWritesFourKeysAndStartsClean();
-    void laterLaunchKeepsTheStoredTitlesQuirks();
-    void storageFolderChangesOnlyWithOk();
-    void dispatcherActsOnKnownButtonsOnly();
-    void helpAboutAndBusyIndicator();
-    void exitQuestionAsksWithItsOwnWords();
-    void shuttingDownDuringAnImport();
+    void init() {
+        auto recorder = std::make_unique<RecordingDesktopIntegration>();
+        m_desktop = recorder.get();
+        DesktopIntegration::setInstance(std::move(recorder));
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_settings =
+            std::make_unique<QSettings>(m_dir->filePath("tagsmith.ini"), QSettings::IniFormat);
+    }
+
+    void cleanup() {
+        m_app.reset();
+        m_settings.reset();
+        m_dir.reset();
+    }
+
+    void firstLaunchWritesFourKeysAndStartsClean() {
+        AppDelegate& app = launch();
+        QCOMPARE(AppDelegate::GetAppDelegater(), &app);
+        // Which keys and values: UserDefaults.FirstAndSecondLaunch.
+        QCOMPARE(m_settings->allKeys().size(), 4);
+
+        QCOMPARE(app.storagelocation, defaultStoragePath());
+        QVERIFY(QFileInfo(app.storagelocation).isDir());
+        QCOMPARE(app.storePathlab->text(), app.storagelocation);
+        QCOMPARE(app.showFontlab->text(), "Lucida Grande 14");
+        QCOMPARE(app.postionBtn->currentText(), "Lower left corner");
+        QCOMPARE(app.postionBtn->count(), 4);
+        QCOMPARE(app.dateFormatBtn->currentText(), "MM/DD/YYYY HH:MM");
+        QCOMPARE(app.colorwell->color(), QColor(Qt::white));
+        QCOMPARE(app.currentFontColor, QColor(Qt::white));
+
+        // Old values are empty texts, not absent ones; the flags start as stated.
+        QVERIFY(!app.oldMovieTitle.isNull() && app.oldMovieTitle.isEmpty());
+        QVERIFY(!app.oldMovieProducer.isNull() && !app.bImportLocalPath.isNull());
+        QVERIFY(app.blocalMode);
+        QVERIFY(!app.bImportLocalFolder);
+        for (bool flag : app.columnSortFlags) QVERIFY(!flag);
+        QVERIFY(app.localPhotoItemArray.isEmpty());
+        QVERIFY(!app.mainWindow()->listShown());
+        QVERIFY(app.videoMetaView->isHidden() && app.audioContentView->isHidden());
+        // The minor component of the system's version is kept; any place may be left out.
+        int major = 0, minor = -1;
+        app.getSystemVersionMajor(&major, &minor, nullptr);
+        QVERIFY(major > 0 && minor >= 0);
+        QCOMPARE(app.macOsVer, minor);
+        // Camera buttons wait for a camera.
+        QVERIFY(!app.deletePhotoBtn->isEnabled() && !app.viewExifBtn->isEnabled());
+    }
+
+    void laterLaunchKeepsTheStoredTitlesQuirks() {
+        launch();
+        // The second launch: "fontsize" was never written and reads 0; the stored
+        // position "lower left corner" matches no item, so none is selected.
+        AppDelegate& app = launch();
+        QCOMPARE(app.currentFontSize, 0);
+        QCOMPARE(app.showFontlab->text(), "Lucida Grande 0");
+        QCOMPARE(app.postionBtn->currentIndex(), -1);
+        QCOMPARE(app.dateFormatBtn->currentText(), "MM/DD/YYYY HH:MM");
+
+        // After one OK with a chosen position, later launches select it.
+        app.postionBtn->setCurrentIndex(1);
+        app.setStampFont("DejaVu Sans", 18);
+        app.ResetPreferenceSetting(nullptr);
+        AppDelegate& third = launch();
+        QCOMPARE(third.postionBtn->currentText(), "Upper right corner");
+        QCOMPARE(third.showFontlab->text(), "DejaVu Sans 18");
+        QCOMPARE(m_settings->value("fontsize").toInt(), 18);
+    }
+
+    void storageFolderChangesOnlyWithOk() {
+        AppDelegate& app = launch();
+        const QString old = app.storagelocation;
+        const QString chosen = m_dir->filePath("chosen/output");
+
+        app.ShowPreferenceSetting(nullptr);
+        QVERIFY(app.preferencesWindow->isVisible());
+        app.openPanelDidEnd5(QDialog::Rejected, {chosen});
+        QCOMPARE(app.storePathlab->text(), old);
+        app.openPanelDidEnd5(QDialog::Accepted, {chosen});
+        QCOMPARE(app.storePathlab->text(), chosen);
+        app.CancelPreferenceSetting(nullptr);
+        QVERIFY(!app.preferencesWindow->isVisible());
+        QCOMPARE(app.storagelocation, old);
+        QCOMPARE(m_settings->value("storagePath").toString(), old);
+        QVERIFY(!QFileInfo::exists(chosen));
+
+        // Shown again, the window offers the folder in effect.
+        app.ShowPreferenceSetting(nullptr);
+        QCOMPARE(app.storePathlab->text(), old);
+        app.openPanelDidEnd5(QDialog::Accepted, {chosen});
+        app.ResetPreferenceSetting(nullptr);
+        QVERIFY(!app.preferencesWindow->isVisible());
+        QCOMPARE(app.storagelocation, chosen);
+        QCOMPARE(m_settings->value("storagePath").toString(), chosen);
+        QVERIFY(QFileInfo(chosen).isDir());
+        QCOMPARE(m_settings->value("fontsize").toInt(), 14);
+        QCOMPARE(m_settings->value("Postion").toString(), "Lower left corner");
+    }
+
+    void dispatcherActsOnKnownButtonsOnly() {
+        AppDelegate& app = launch();
+        QObject stranger;
+        stranger.setObjectName("SaveMediaChangesBtn");  // same name, other object
+        app.MybuttonMouseDownHandle(&stranger);
+        app.MybuttonMouseDownHandle(nullptr);
+        QCOMPARE(app.lastDispatchedAction(), QString());
+
+        app.MybuttonMouseDownHandle(app.SaveMediaChangesBtn);
+        QCOMPARE(app.lastDispatchedAction(), "SaveMeidaFileChangesAction");
+        app.MybuttonMouseDownHandle(app.localeditexifBtn);
+        QCOMPARE(app.lastDispatchedAction(), "StartEditViewAction");
+        app.MybuttonMouseDownHandle(app.CancelXmpBtn);
+        QCOMPARE(app.lastDispatchedAction(), "CanelXMPMetadataToPhotosAction");
+        app.MybuttonMouseDownHandle(&stranger);
+        QCOMPARE(app.lastDispatchedAction(), "CanelXMPMetadataToPhotosAction");
+
+        // Every button of the dispatcher exists under its own name.
+        for (const QString& name :
+             words("opendeviceBtn deletePhotoBtn downloadPhotoBtn importEditPhotoBtn viewExifBtn "
+                   "removeExifBtn importPhotobtn remoMetaDataLocalBtn extractMetaBtn "
+                   "SaveMediaChangesBtn editMetaDataLocalBtn videoBatchEditBtn importandExportBtn "
+                   "cameraphotoBtn localphotoBtn editBackBtn editTemplateBtn editApplyBtn "
+                   "starteditBtn "
+                   "localeditexifBtn changePhotoDateBtn changeMutiPhotoDateBtn writeXmpBtn "
+                   "CancelXmpBtn"))
+            QVERIFY2(app.mainWindow()->findChild<ToolbarButton*>(name), qPrintable(name));
+
+        // A real click goes through the dispatcher too.
+        app.mainWindow()->show();
+        QVERIFY(QTest::qWaitForWindowExposed(app.mainWindow()));
+        QTest::mouseClick(app.localphotoBtn, Qt::LeftButton);
+        QCOMPARE(app.lastDispatchedAction(), "ChangeToImportComputerPhoto");
+    }
+
+    void helpAboutAndBusyIndicator() {
+        AppDelegate& app = launch();
+        app.CLICkProductGuide(nullptr);
+        app.CLICkSupport(nullptr);
+        QCOMPARE(m_desktop->opened(), QList<QUrl>({QUrl(QLatin1String(kProductGuideUrl)),
+                                                   QUrl(QLatin1String(kSupportUrl))}));
+
+        app.ClickAbout(nullptr);
+        QVERIFY(app.aboutWindow->isVisible());
+        app.ClickAbout(nullptr);
+        QVERIFY(app.aboutWindow->isVisible());
+        app.aboutWindow->hide();
+
+        app.mainWindow()->show();
+        app.startProgreess();
+        QVERIFY(app.progressIndicator->isVisible());
+        QVERIFY(app.progressIndicator->isAnimating());
+        // Ending hides the indicator but leaves it turning.
+        app.endProgress();
+        QVERIFY(!app.progressIndicator->isVisible());
+        QVERIFY(app.progressIndicator->isAnimating());
+    }
+
+    void exitQuestionAsksWithItsOwnWords() {
+        AppDelegate& app = launch();
+        QPushButton* exitButton = nullptr;
+        std::unique_ptr<QMessageBox> alert(app.makeExitAlert(&exitButton));
+        QCOMPARE(alert->text(), "Are you sure you want to Exit ?");
+        QVERIFY(exitButton);
+        QCOMPARE(exitButton->text(), " Exit ");
+        QCOMPARE(alert->defaultButton(), exitButton);
+        QStringList titles;
+        for (QAbstractButton* b : alert->buttons()) titles << b->text();
+        titles.sort();
+        QCOMPARE(titles, QStringList({" Exit ", "Cancel"}));
+    }
+
+    void shuttingDownDuringAnImport() {
+        MediaFixture media;
+        QString error;
+        if (!media.make(&error)) QSKIP(qPrintable(error));
+        AppDelegate& app = launch();
+        QVERIFY(app.tableViewAcceptDrop({media.folder(), media.folder(), media.folder()}));
+        QVERIFY(app.importRunning());
+        QTest::qWait(5);
+        // The controller goes away while threads still read: they are stopped
+        // and waited for, and nothing reaches the dead controller.
+        m_app.reset();
+        QCOMPARE(AppDelegate::GetAppDelegater(), nullptr);
+    }
 
 private:
-    AppDelegate& launch();
+    AppDelegate& launch() {
+        m_app.reset();
+        m_app = std::make_unique<AppDelegate>(*m_settings);
+        m_app->awakeFromNib();
+        m_app->applicationDidFinishLaunching();
+        return *m_app;
+    }
     RecordingDesktopIntegration* m_desktop = nullptr;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<QSettings> m_settings;
     std::unique_ptr<AppDelegate> m_app;
 };
-
-void ShellTest::init() {
-    auto recorder = std::make_unique<RecordingDesktopIntegration>();
-    m_desktop = recorder.get();
-    DesktopIntegration::setInstance(std::move(recorder));
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_settings = std::make_unique<QSettings>(m_dir->filePath(QStringLiteral("tagsmith.ini")),
-                                             QSettings::IniFormat);
-}
-
-void ShellTest::cleanup() {
-    m_app.reset();
-    m_settings.reset();
-    m_dir.reset();
-}
-
-AppDelegate& ShellTest::launch() {
-    m_app.reset();
-    m_app = std::make_unique<AppDelegate>(*m_settings);
-    m_app->awakeFromNib();
-    m_app->applicationDidFinishLaunching();
-    return *m_app;
-}
-
-void ShellTest::firstLaunchWritesFourKeysAndStartsClean() {
-    AppDelegate& app = launch();
-    QCOMPARE(AppDelegate::GetAppDelegater(), &app);
-    // Which keys and values: UserDefaults.FirstAndSecondLaunch.
-    QCOMPARE(m_settings->allKeys().size(), 4);
-
-    QCOMPARE(app.storagelocation, defaultStoragePath());
-    QVERIFY(QFileInfo(app.storagelocation).isDir());
-    QCOMPARE(app.storePathlab->text(), app.storagelocation);
-    QCOMPARE(app.showFontlab->text(), QStringLiteral("Lucida Grande 14"));
-    QCOMPARE(app.postionBtn->currentText(), QStringLiteral("Lower left corner"));
-    QCOMPARE(app.postionBtn->count(), 4);
-    QCOMPARE(app.dateFormatBtn->currentText(), QStringLiteral("MM/DD/YYYY HH:MM"));
-    QCOMPARE(app.colorwell->color(), QColor(Qt::white));
-    QCOMPARE(app.currentFontColor, QColor(Qt::white));
-
-    // Old values are empty texts, not absent ones; the flags start as stated.
-    QVERIFY(!app.oldMovieTitle.isNull() && app.oldMovieTitle.isEmpty());
-    QVERIFY(!app.oldMovieProducer.isNull() && !app.bImportLocalPath.isNull());
-    QVERIFY(app.blocalMode);
-    QVERIFY(!app.bImportLocalFolder);
-    for (bool flag : app.columnSortFlags) QVERIFY(!flag);
-    QVERIFY(app.localPhotoItemArray.isEmpty());
-    QVERIFY(!app.mainWindow()->listShown());
-    QVERIFY(app.videoMetaView->isHidden() && app.audioContentView->isHidden());
-    // The minor component of the system's version is kept; any place may be left out.
-    int major = 0, minor = -1;
-    app.getSystemVersionMajor(&major, &minor, nullptr);
-    QVERIFY(major > 0 && minor >= 0);
-    QCOMPARE(app.macOsVer, minor);
-    // Camera buttons wait for a camera.
-    QVERIFY(!app.deletePhotoBtn->isEnabled() && !app.viewExifBtn->isEnabled());
-}
-
-void ShellTest::laterLaunchKeepsTheStoredTitlesQuirks() {
-    launch();
-    // The second launch: "fontsize" was never written and reads 0; the stored
-    // position "lower left corner" matches no item, so none is selected.
-    AppDelegate& app = launch();
-    QCOMPARE(app.currentFontSize, 0);
-    QCOMPARE(app.showFontlab->text(), QStringLiteral("Lucida Grande 0"));
-    QCOMPARE(app.postionBtn->currentIndex(), -1);
-    QCOMPARE(app.dateFormatBtn->currentText(), QStringLiteral("MM/DD/YYYY HH:MM"));
-
-    // After one OK with a chosen position, later launches select it.
-    app.postionBtn->setCurrentIndex(1);
-    app.setStampFont(QStringLiteral("DejaVu Sans"), 18);
-    app.ResetPreferenceSetting(nullptr);
-    AppDelegate& third = launch();
-    QCOMPARE(third.postionBtn->currentText(), QStringLiteral("Upper right corner"));
-    QCOMPARE(third.showFontlab->text(), QStringLiteral("DejaVu Sans 18"));
-    QCOMPARE(m_settings->value(QStringLiteral("fontsize")).toInt(), 18);
-}
-
-void ShellTest::storageFolderChangesOnlyWithOk() {
-    AppDelegate& app = launch();
-    const QString old = app.storagelocation;
-    const QString chosen = m_dir->filePath(QStringLiteral("chosen/output"));
-
-    app.ShowPreferenceSetting(nullptr);
-    QVERIFY(app.preferencesWindow->isVisible());
-    app.openPanelDidEnd5(QDialog::Rejected, {chosen});
-    QCOMPARE(app.storePathlab->text(), old);
-    app.openPanelDidEnd5(QDialog::Accepted, {chosen});
-    QCOMPARE(app.storePathlab->text(), chosen);
-    app.CancelPreferenceSetting(nullptr);
-    QVERIFY(!app.preferencesWindow->isVisible());
-    QCOMPARE(app.storagelocation, old);
-    QCOMPARE(m_settings->value(QStringLiteral("storagePath")).toString(), old);
-    QVERIFY(!QFileInfo::exists(chosen));
-
-    // Shown again, the window offers the folder in effect.
-    app.ShowPreferenceSetting(nullptr);
-    QCOMPARE(app.storePathlab->text(), old);
-    app.openPanelDidEnd5(QDialog::Accepted, {chosen});
-    app.ResetPreferenceSetting(nullptr);
-    QVERIFY(!app.preferencesWindow->isVisible());
-    QCOMPARE(app.storagelocation, chosen);
-    QCOMPARE(m_settings->value(QStringLiteral("storagePath")).toString(), chosen);
-    QVERIFY(QFileInfo(chosen).isDir());
-    QCOMPARE(m_settings->value(QStringLiteral("fontsize")).toInt(), 14);
-    QCOMPARE(m_settings->value(QStringLiteral("Postion")).toString(),
-             QStringLiteral("Lower left corner"));
-}
-
-void ShellTest::dispatcherActsOnKnownButtonsOnly() {
-    AppDelegate& app = launch();
-    QObject stranger;
-    stranger.setObjectName(QStringLiteral("SaveMediaChangesBtn"));  // same name, other object
-    app.MybuttonMouseDownHandle(&stranger);
-    app.MybuttonMouseDownHandle(nullptr);
-    QCOMPARE(app.lastDispatchedAction(), QString());
-
-    app.MybuttonMouseDownHandle(app.SaveMediaChangesBtn);
-    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("SaveMeidaFileChangesAction"));
-    app.MybuttonMouseDownHandle(app.localeditexifBtn);
-    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("StartEditViewAction"));
-    app.MybuttonMouseDownHandle(app.CancelXmpBtn);
-    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("CanelXMPMetadataToPhotosAction"));
-    app.MybuttonMouseDownHandle(&stranger);
-    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("CanelXMPMetadataToPhotosAction"));
-
-    // Every button of the dispatcher exists under its own name.
-    for (const QString& name : words(
-             "opendeviceBtn deletePhotoBtn downloadPhotoBtn importEditPhotoBtn viewExifBtn "
-             "removeExifBtn importPhotobtn remoMetaDataLocalBtn extractMetaBtn "
-             "SaveMediaChangesBtn editMetaDataLocalBtn videoBatchEditBtn importandExportBtn "
-             "cameraphotoBtn localphotoBtn editBackBtn editTemplateBtn editApplyBtn starteditBtn "
-             "localeditexifBtn changePhotoDateBtn changeMutiPhotoDateBtn writeXmpBtn CancelXmpBtn"))
-        QVERIFY2(app.mainWindow()->findChild<ToolbarButton*>(name), qPrintable(name));
-
-    // A real click goes through the dispatcher too.
-    app.mainWindow()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(app.mainWindow()));
-    QTest::mouseClick(app.localphotoBtn, Qt::LeftButton);
-    QCOMPARE(app.lastDispatchedAction(), QStringLiteral("ChangeToImportComputerPhoto"));
-}
-
-void ShellTest::helpAboutAndBusyIndicator() {
-    AppDelegate& app = launch();
-    app.CLICkProductGuide(nullptr);
-    app.CLICkSupport(nullptr);
-    QCOMPARE(m_desktop->opened(), QList<QUrl>({QUrl(QLatin1String(kProductGuideUrl)),
-                                               QUrl(QLatin1String(kSupportUrl))}));
-
-    app.ClickAbout(nullptr);
-    QVERIFY(app.aboutWindow->isVisible());
-    app.ClickAbout(nullptr);
-    QVERIFY(app.aboutWindow->isVisible());
-    app.aboutWindow->hide();
-
-    app.mainWindow()->show();
-    app.startProgreess();
-    QVERIFY(app.progressIndicator->isVisible());
-    QVERIFY(app.progressIndicator->isAnimating());
-    // Ending hides the indicator but leaves it turning.
-    app.endProgress();
-    QVERIFY(!app.progressIndicator->isVisible());
-    QVERIFY(app.progressIndicator->isAnimating());
-}
-
-void ShellTest::exitQuestionAsksWithItsOwnWords() {
-    AppDelegate& app = launch();
-    QPushButton* exitButton = nullptr;
-    std::unique_ptr<QMessageBox> alert(app.makeExitAlert(&exitButton));
-    QCOMPARE(alert->text(), QStringLiteral("Are you sure you want to Exit ?"));
-    QVERIFY(exitButton);
-    QCOMPARE(exitButton->text(), QStringLiteral(" Exit "));
-    QCOMPARE(alert->defaultButton(), exitButton);
-    QStringList titles;
-    for (QAbstractButton* b : alert->buttons()) titles << b->text();
-    titles.sort();
-    QCOMPARE(titles, QStringList({QStringLiteral(" Exit "), QStringLiteral("Cancel")}));
-}
-
-void ShellTest::shuttingDownDuringAnImport() {
-    MediaFixture media;
-    QString error;
-    if (!media.make(&error)) QSKIP(qPrintable(error));
-    AppDelegate& app = launch();
-    QVERIFY(app.tableViewAcceptDrop({media.folder(), media.folder(), media.folder()}));
-    QVERIFY(app.importRunning());
-    QTest::qWait(5);
-    // The controller goes away while threads still read: they are stopped
-    // and waited for, and nothing reaches the dead controller.
-    m_app.reset();
-    QCOMPARE(AppDelegate::GetAppDelegater(), nullptr);
-}
 
 QTEST_MAIN(ShellTest)
 #include "shell_test.moc"

@@ -37,16 +37,14 @@ private Q_SLOTS:
 
         VideoMetaView view;
         view.ShowVideoViewWithItem(item, videoEditorStateFor(*item));
-        QCOMPARE(view.field("mediaTitle")->text(), QString("A title"));
-        QCOMPARE(view.field("mediaMake")->text(), QString("A director"));  // director under "make"
+        QCOMPARE(view.field("mediaTitle")->text(), "A title");
+        QCOMPARE(view.field("mediaMake")->text(), "A director");  // director under "make"
         QCOMPARE(view.field("mediaReleaseYear")->text(),
-                 QString("A publisher"));  // publisher under "year"
-        QCOMPARE(view.field("mediaLatitude")->text(), QString("33.868800"));  // the magnitude
-        QCOMPARE(view.infoLabel("recordDate")->text(),
-                 QString("Record Date:         2020:01:02 03:04:05"));
-        QCOMPARE(view.infoLabel("resolution")->text(), QString("Resolution:           320 X 240"));
-        QCOMPARE(view.infoLabel("createdDate")->text(),
-                 QString("Created Date:        2021:01:01 00:00:00"));
+                 "A publisher");                                     // publisher under "year"
+        QCOMPARE(view.field("mediaLatitude")->text(), "33.868800");  // the magnitude
+        QCOMPARE(view.infoLabel("recordDate")->text(), "Record Date:         2020:01:02 03:04:05");
+        QCOMPARE(view.infoLabel("resolution")->text(), "Resolution:           320 X 240");
+        QCOMPARE(view.infoLabel("createdDate")->text(), "Created Date:        2021:01:01 00:00:00");
         QVERIFY(!view.showsPlaceholderArtwork());
         QVERIFY(!view.mapView()->isHidden());
         QCOMPARE(view.mapView()->pinLatitude(), -33.8688);  // the pin is signed
@@ -59,8 +57,8 @@ private Q_SLOTS:
         QCOMPARE(basic.count(), 1);
         QCOMPARE(camera.count(), 1);
         const VideoEditorState state = view.editorState();
-        QCOMPARE(state.mediaTitle, QString("A title!"));
-        QCOMPARE(state.mediakeywords, QString("k"));
+        QCOMPARE(state.mediaTitle, "A title!");
+        QCOMPARE(state.mediakeywords, "k");
         QVERIFY(!state.imageIsPlaceholder);
     }
 
@@ -72,8 +70,8 @@ private Q_SLOTS:
         view.ShowVideoViewWithItem(item, videoEditorStateFor(*item));
         view.ShowVideoViewWithItem(std::make_shared<IKImageItem>(), VideoEditorState{});
         QCOMPARE(view.field("mediaTitle")->text(), QString());
-        QCOMPARE(view.infoLabel("recordDate")->text(), QString("Record Date:   "));
-        QCOMPARE(view.infoLabel("videoFormat")->text(), QString("Video Format:"));
+        QCOMPARE(view.infoLabel("recordDate")->text(), "Record Date:   ");
+        QCOMPARE(view.infoLabel("videoFormat")->text(), "Video Format:");
         QCOMPARE(view.infoLabel("duration")->text(), QString());
         QVERIFY(view.showsPlaceholderArtwork());
         QVERIFY(view.mapView()->isHidden());  // no latitude, no map

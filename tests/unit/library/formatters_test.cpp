@@ -1,56 +1,47 @@
 #include <gtest/gtest.h>
 
 #include "core/library/formatters.h"
+#include "core/library/info_block.h"
 #include "core/library/media_kinds.h"
 
 TEST(SizeText, UnitBoundaries) {
-    EXPECT_EQ(sizeText(0), "0 bytes");
-    EXPECT_EQ(sizeText(999), "999 bytes");
-    EXPECT_EQ(sizeText(1000), "1.00 KB");
-    EXPECT_EQ(sizeText(999999), "1000.00 KB");  // stays in its branch, rounds up in print
-    EXPECT_EQ(sizeText(1000000), "1.00 MB");
-    EXPECT_EQ(sizeText(1530000), "1.53 MB");
-    // Single precision: 999,999,999 becomes 1e9 as a float and stays "MB".
-    EXPECT_EQ(sizeText(999999999), "1000.00 MB");
-    EXPECT_EQ(sizeText(1000000000), "1.00 GB");
-    EXPECT_EQ(sizeText(1000000000000), "1.00 TB");
-    EXPECT_EQ(sizeText(2500000000000000), "2500.00 TB");
-}
-
-TEST(SizeText, WritesIntoCallersBuffer) {
+    // 999999 stays in its branch and rounds up in print; single precision makes
+    // 999,999,999 1e9 as a float, which stays "MB".
+    // clang-format off
+    const std::pair<qint64, const char*> cases[] = {
+        {0, "0 bytes"}, {999, "999 bytes"}, {1000, "1.00 KB"}, {999999, "1000.00 KB"},
+        {1000000, "1.00 MB"}, {1530000, "1.53 MB"}, {999999999, "1000.00 MB"},
+        {1000000000, "1.00 GB"}, {1000000000000, "1.00 TB"}, {2500000000000000, "2500.00 TB"}};
+    // clang-format on
+    for (const auto& [bytes, text] : cases) EXPECT_EQ(sizeText(bytes), text) << bytes;
     char buffer[100] = {};
-    char* out = size_to_unit(12345, buffer);
-    EXPECT_EQ(out, buffer);
+    EXPECT_EQ(size_to_unit(12345, buffer), buffer);  // writes into the caller's buffer
     EXPECT_STREQ(buffer, "12.35 KB");
 }
 
 TEST(SizeFormString, UnitIsTheLastCharacter) {
-    EXPECT_EQ(sizeFormString(""), 0u);
-    EXPECT_EQ(sizeFormString("1.53M"), 1530000u);
-    EXPECT_EQ(sizeFormString("12.5K"), 12500u);
-    EXPECT_EQ(sizeFormString("3G"), 3000000000u);
-    EXPECT_EQ(sizeFormString("7B"), 7u);
-    // The program's own texts: "KB"/"MB" end in B and read as the bare number.
-    EXPECT_EQ(sizeFormString("1.53 MB"), 1u);
-    EXPECT_EQ(sizeFormString("12.00 KB"), 12u);
-    // "bytes" ends in "s", which counts as tera.
-    EXPECT_EQ(sizeFormString("12 bytes"), 12000000000000u);
-    EXPECT_EQ(sizeFormString("512 bytes"), 512000000000000u);
-    // Units are case-sensitive: "k" is not "K".
-    EXPECT_EQ(sizeFormString("2k"), 2000000000000u);
-    // No number reads 0; a negative number does not wrap around.
-    EXPECT_EQ(sizeFormString("MB"), 0u);
-    EXPECT_EQ(sizeFormString("-5K"), 0u);
+    // The program's own texts: "KB"/"MB" end in B and read as the bare number;
+    // "bytes" ends in "s", which counts as tera; "k" is not "K"; no number reads
+    // 0 and a negative one does not wrap around.
+    // clang-format off
+    const std::pair<const char*, quint64> cases[] = {
+        {"", 0u}, {"1.53M", 1530000u}, {"12.5K", 12500u}, {"3G", 3000000000u}, {"7B", 7u},
+        {"1.53 MB", 1u}, {"12.00 KB", 12u}, {"12 bytes", 12000000000000u},
+        {"512 bytes", 512000000000000u}, {"2k", 2000000000000u}, {"MB", 0u}, {"-5K", 0u}};
+    // clang-format on
+    for (const auto& [text, bytes] : cases) EXPECT_EQ(sizeFormString(text), bytes) << text;
 }
 
 TEST(MediaDuration, NoPadding) {
-    EXPECT_EQ(getMediaDuration(0), "0s");
-    EXPECT_EQ(getMediaDuration(59), "59s");
-    EXPECT_EQ(getMediaDuration(60), "1m:0s");
-    EXPECT_EQ(getMediaDuration(3599), "59m:59s");
-    EXPECT_EQ(getMediaDuration(3600), "1h:0m:0s");
-    EXPECT_EQ(getMediaDuration(3725), "1h:2m:5s");
-    EXPECT_EQ(getMediaDuration(90061), "25h:1m:1s");
+    // clang-format off
+    const std::pair<int, const char*> cases[] = {
+        {0, "0s"}, {59, "59s"}, {60, "1m:0s"}, {3599, "59m:59s"}, {3600, "1h:0m:0s"},
+        {3725, "1h:2m:5s"}, {90061, "25h:1m:1s"}};
+    // clang-format on
+    for (const auto& [seconds, text] : cases) EXPECT_EQ(getMediaDuration(seconds), text);
+    // The player's whole seconds: narrowed to single precision before truncation.
+    EXPECT_EQ(playerWholeSeconds(59.9999999), 60);
+    EXPECT_EQ(playerWholeSeconds(59.5), 59);
 }
 
 TEST(MediaKinds, LookupsIgnoreCaseAndAnswerIndexes) {
@@ -59,9 +50,8 @@ TEST(MediaKinds, LookupsIgnoreCaseAndAnswerIndexes) {
     EXPECT_EQ(GetViedoType("HEVC"), 0);
     EXPECT_EQ(GetViedoType("YUV"), 55);  // last of 56
     EXPECT_GE(GetViedoType("dvr-ms"), 0);
-    EXPECT_EQ(GetViedoType("DVRMS"), -1);
-    EXPECT_EQ(GetViedoType(nullptr), -1);
-    EXPECT_EQ(GetViedoType(""), -1);
+    for (const char* missing : {"DVRMS", "", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(GetViedoType(missing), -1);
     EXPECT_EQ(GetAudioType("OPUS"), 0);
     EXPECT_EQ(GetAudioType("ptf"), 41);  // last of 42
     EXPECT_EQ(GetImageType("dng"), 0);
@@ -69,8 +59,7 @@ TEST(MediaKinds, LookupsIgnoreCaseAndAnswerIndexes) {
     EXPECT_EQ(GetImageType("jpg"), -1);
     EXPECT_EQ(GetDragImageType("heic"), 0);
     EXPECT_EQ(GetDragImageType("XPS"), 141);  // last of 142
-    // Duplicates are harmless: the first one answers.
-    EXPECT_EQ(GetDragImageType("CDR"), 17);
+    EXPECT_EQ(GetDragImageType("CDR"), 17);   // duplicates: the first one answers
     // The audio and video lists share no entry.
     for (const char* ext : {"MP4", "MOV", "MKV", "M4V", "AVI", "TS"})
         EXPECT_EQ(GetAudioType(ext), -1) << ext;
@@ -78,23 +67,19 @@ TEST(MediaKinds, LookupsIgnoreCaseAndAnswerIndexes) {
         EXPECT_EQ(GetViedoType(ext), -1) << ext;
 }
 
-TEST(MediaKinds, PathExtensions) {
-    EXPECT_TRUE(isVideoPath("/x/clip.MOV"));
-    EXPECT_TRUE(isAudioPath("/x/song.Flac"));
+TEST(MediaKinds, PathExtensionsAndAudioReaders) {
+    EXPECT_TRUE(isVideoPath("/x/clip.MOV") && isVideoPath("/x/.hidden.mp4"));
+    EXPECT_TRUE(isAudioPath("/x/song.Flac") && isImagePath("a.JPG"));
     EXPECT_FALSE(isVideoPath("/x/noext"));
     EXPECT_FALSE(isVideoPath("/x/dir.mov/noext"));  // the dot of a folder does not count
-    EXPECT_TRUE(isVideoPath("/x/.hidden.mp4"));
     EXPECT_FALSE(isVideoPath("/x/trailingdot."));
-    EXPECT_TRUE(isImagePath("a.JPG"));
-}
-
-TEST(MediaKinds, AudioReaderRouting) {
-    EXPECT_EQ(audioReaderForExtension("wav"), AudioReader::Wav);
-    EXPECT_EQ(audioReaderForExtension("Flac"), AudioReader::Wav);
-    EXPECT_EQ(audioReaderForExtension("AU"), AudioReader::Wav);
-    EXPECT_EQ(audioReaderForExtension("aif"), AudioReader::Aiff);
-    EXPECT_EQ(audioReaderForExtension("AIFF"), AudioReader::Aiff);
-    for (const char* ext : {"mp3", "m4a", "ogg", "wma", "caf"}) {
-        EXPECT_EQ(audioReaderForExtension(QString::fromLatin1(ext)), AudioReader::Mp3) << ext;
-    }
+    // clang-format off
+    const std::pair<const char*, AudioReader> readers[] = {
+        {"wav", AudioReader::Wav}, {"Flac", AudioReader::Wav}, {"AU", AudioReader::Wav},
+        {"aif", AudioReader::Aiff}, {"AIFF", AudioReader::Aiff}, {"mp3", AudioReader::Mp3},
+        {"m4a", AudioReader::Mp3}, {"ogg", AudioReader::Mp3}, {"wma", AudioReader::Mp3},
+        {"caf", AudioReader::Mp3}};
+    // clang-format on
+    for (const auto& [ext, reader] : readers)
+        EXPECT_EQ(audioReaderForExtension(QString::fromLatin1(ext)), reader) << ext;
 }

@@ -51,13 +51,10 @@ protected:
 }  // namespace
 
 TEST_F(MediaImportTest, FolderScanReachesEveryDepthAndHiddenFilesAndSkipsOtherKinds) {
-    place("top.mp4");
-    place("a/b/c/deep.MOV");
-    place(".hidden/inside.m4v");
-    place("a/.secret.mkv");
-    place("a/photo.jpg");
-    place("a/readme");
-    place("a/song.mp3");  // audio is not listed until the audio readers exist
+    // Audio is not listed until the audio readers exist.
+    for (const QString& path : words("top.mp4 a/b/c/deep.MOV .hidden/inside.m4v a/.secret.mkv "
+                                     "a/photo.jpg a/readme a/song.mp3"))
+        place(path);
     RecordingSink sink;
     MediaImporter importer(sink);
     importer.importMediaItemsThreader({tmp.path()});
@@ -94,16 +91,14 @@ TEST_F(MediaImportTest, VideoRecordCarriesFileFactsAndProbedFacts) {
     const QString path = place("facts.mp4");
     const IKImageItemPtr item = MediaImporter::importFile(path, true);
     ASSERT_TRUE(item);
-    EXPECT_EQ(item->fileName, "facts.mp4");
-    EXPECT_EQ(item->filePath, path);
+    EXPECT_EQ(item->fileName + item->filePath, "facts.mp4" + path);
     EXPECT_EQ(item->fileType, "MPEG-4 video");  // the system's kind text replaces "Movie"
     EXPECT_TRUE(item->fileSize.endsWith(" KB")) << item->fileSize.toStdString();
     EXPECT_TRUE(item->fileCreateDate.isValid());
     EXPECT_EQ(item->fileCreateDateStr.size(), 19);
     EXPECT_NEAR(item->fileduration, 1.0, 0.1);
     EXPECT_EQ(item->fileduratStr, "1s");
-    EXPECT_EQ(item->filePixWidth, 160);
-    EXPECT_EQ(item->filepixHeigh, 120);
+    EXPECT_EQ(QSize(item->filePixWidth, item->filepixHeigh), QSize(160, 120));
     EXPECT_EQ(item->fileSampleRate, "44100 Hz");
     EXPECT_EQ(item->fileChannels, "1");
     EXPECT_TRUE(item->fileBitRate.endsWith(" bps"));
@@ -119,21 +114,11 @@ TEST_F(MediaImportTest, VideoRecordCarriesFileFactsAndProbedFacts) {
 
 TEST_F(MediaImportTest, DamagedAndEmptyVideosKeepTheirFileFacts) {
     const QString empty = tmp.path() + "/empty.mp4";
-    QFile(empty).open(QIODevice::WriteOnly);
     const QString garbage = tmp.path() + "/garbage.mov";
-    {
-        QFile f(garbage);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(4096, '\x7f'));
-    }
     const QString truncated = tmp.path() + "/cut.mp4";
-    {
-        QFile src(clip);
-        ASSERT_TRUE(src.open(QIODevice::ReadOnly));
-        QFile f(truncated);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(src.read(src.size() / 3));
-    }
+    const QByteArray data = readFile(clip);
+    ASSERT_TRUE(writeFile(empty, {}) && writeFile(garbage, QByteArray(4096, '\x7f')) &&
+                writeFile(truncated, data.left(data.size() / 3)));
     for (const QString& path : {empty, garbage, truncated}) {
         const IKImageItemPtr item = MediaImporter::importFile(path, true);
         ASSERT_TRUE(item) << path.toStdString();

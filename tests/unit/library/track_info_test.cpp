@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QStringList>
+
 #include "core/library/track_info.h"
 
 namespace {
@@ -120,18 +122,13 @@ TEST(TrackOperations, AudioNamesAndCompressionModes) {
         const char* name;
         const char* mode;
     };
+    // clang-format off
     const Case cases[] = {
-        {"aac ", "AAC", "Lossy"},
-        {"aace", "AAC ELD", "Unknown"},
-        {".mp3", "MP3", "Lossy"},
-        {"ac-3", "AC-3", "Lossy"},
-        {"alac", "Apple Lossless", "Lossy"},
-        {"opus", "opus", "Lossy"},
-        {"ec-3", "ec-3", "Lossy"},
-        {"cac3", "E-AC-3", "Unknown"},
-        {"lpcm", "Linear PCM", "Lossless"},
-        {"flac", "flac", "Unknown"},
-    };
+        {"aac ", "AAC", "Lossy"}, {"aace", "AAC ELD", "Unknown"}, {".mp3", "MP3", "Lossy"},
+        {"ac-3", "AC-3", "Lossy"}, {"alac", "Apple Lossless", "Lossy"}, {"opus", "opus", "Lossy"},
+        {"ec-3", "ec-3", "Lossy"}, {"cac3", "E-AC-3", "Unknown"}, {"lpcm", "Linear PCM", "Lossless"},
+        {"flac", "flac", "Unknown"}};
+    // clang-format on
     for (const Case& c : cases) {
         EXPECT_EQ(audioEncodeFormat(track(c.code)), c.name) << c.code.constData();
         EXPECT_EQ(GetAuidoCompressMode(track(c.code)), c.mode) << c.code.constData();
@@ -162,15 +159,11 @@ TEST(TrackOperations, TechnicalTextsOfAMovie) {
     movie.audio.estimatedDataRate = 128000;
     movie.audio.channels = 2;
     const TechnicalTexts t = technicalTexts(movie, 2500000);
-    EXPECT_EQ(t.videoResolutionStr, "1080 X 1920");
-    EXPECT_EQ(t.videoAspectStr, "9:16");
-    EXPECT_EQ(t.videoCodeFPSStr, "29.97 FPS");
-    EXPECT_EQ(t.videoCurScaleStr, "1.00x");
-    EXPECT_EQ(t.fileVideoDataRate, "10.00 Mbit/s");
-    EXPECT_EQ(t.videocodeIDStr, "H.264");
-    EXPECT_EQ(t.videoCodePointStr, "Unknown");
-    EXPECT_EQ(t.audioDataRateStr, "128.00 kb/s");
-    EXPECT_EQ(t.audioChanelsStr, "2");
+    EXPECT_EQ((QStringList{t.videoResolutionStr, t.videoAspectStr, t.videoCodeFPSStr,
+                           t.videoCurScaleStr, t.fileVideoDataRate, t.videocodeIDStr,
+                           t.videoCodePointStr, t.audioDataRateStr, t.audioChanelsStr}),
+              (QStringList{"1080 X 1920", "9:16", "29.97 FPS", "1.00x", "10.00 Mbit/s", "H.264",
+                           "Unknown", "128.00 kb/s", "2"}));
 
     movie.durationSeconds = 0;
     movie.audio = TrackDescription{};

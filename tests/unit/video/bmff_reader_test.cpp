@@ -5,6 +5,7 @@
 
 #include "core/video/bmff_box.h"
 #include "core/video/movie_metadata_reader.h"
+#include "metadata_test_items.h"
 #include "video/bmff_test_boxes.h"
 
 using namespace TestBoxes;
@@ -12,12 +13,6 @@ using namespace TestBoxes;
 namespace {
 
 const QByteArray kCopyright = "\xa9";
-
-QStringList identifiers(const QList<MetadataItem>& items) {
-    QStringList out;
-    for (const MetadataItem& item : items) out.append(item.identifier);
-    return out;
-}
 
 QByteArray titleItem(const QByteArray& title) {
     return itunesMeta(box(kCopyright + "nam", dataAtom(1, title)));
@@ -71,13 +66,14 @@ TEST(BmffBox, DamagedHeadersEndTheWalk) {
 }
 
 TEST(BmffBox, LanguageCodes) {
-    EXPECT_EQ(Bmff::languageFromCode(packedLanguage("eng")), "eng");
-    EXPECT_EQ(Bmff::languageFromCode(0x55c4), "und");
-    EXPECT_EQ(Bmff::languageFromCode(0), "eng");  // classic code 0
-    EXPECT_EQ(Bmff::languageFromCode(2), "deu");
-    EXPECT_EQ(Bmff::languageFromCode(0x7fff), "");
-    EXPECT_EQ(Bmff::languageFromCode(300), "");
-    EXPECT_EQ(Bmff::languageFromCode(0x0400), "");  // packed but letters out of range
+    // Classic codes below 0x400 (0 English, 2 German), packed letters above;
+    // 0x0400 is packed but its letters are out of range.
+    // clang-format off
+    const std::pair<quint16, const char*> cases[] = {
+        {packedLanguage("eng"), "eng"}, {0x55c4, "und"}, {0, "eng"}, {2, "deu"}, {0x7fff, ""},
+        {300, ""}, {0x0400, ""}};
+    // clang-format on
+    for (const auto& [code, language] : cases) EXPECT_EQ(Bmff::languageFromCode(code), language);
 }
 
 TEST(BmffReader, ItunesItemsDecodeByTypeIndicator) {

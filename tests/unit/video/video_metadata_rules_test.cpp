@@ -74,30 +74,19 @@ TEST(VideoMetadataRules, ImportAndFolderScanUseTheirOwnSets) {
         item("itsk/%A9prf", "Actor"),
         item("id3/TYER", "1999"),
     };
-    IKImageItem imported;
-    applyVideoMetadata(imported, items, false);
-    EXPECT_EQ(imported.fileMake, "CommonMake");
-    EXPECT_EQ(imported.fileModel, "CommonModel");
-    EXPECT_EQ(imported.fileSoftware, "Soft");
-    EXPECT_EQ(imported.fileDescription, "IsoDesc");
-    EXPECT_EQ(imported.fileproducer, "Maker");  // the manufacturer is filed as producer
-    EXPECT_EQ(imported.fileAblumName, "Album");
-    EXPECT_EQ(imported.fileArist, "Artist");
-    EXPECT_EQ(imported.filePublisher, "Pub");
-    EXPECT_EQ(imported.fileCopyright, "Copy");
-    EXPECT_EQ(imported.fileDirector, "Dir");
-    EXPECT_EQ(imported.fileActor, "Actor");
-    EXPECT_EQ(imported.fileReleasedYear, "1999");
-
-    IKImageItem scanned;
-    applyVideoMetadata(scanned, items, true);
-    EXPECT_EQ(scanned.fileMake, "");
-    EXPECT_EQ(scanned.fileModel, "QtModel");
-    EXPECT_EQ(scanned.fileSoftware, "");
-    EXPECT_EQ(scanned.fileDescription, "");
-    EXPECT_EQ(scanned.fileproducer, "");
-    EXPECT_EQ(scanned.fileAblumName, "Album");
-    EXPECT_EQ(scanned.fileReleasedYear, "1999");
+    const auto fields = [&](bool folderScan) {
+        IKImageItem r;
+        applyVideoMetadata(r, items, folderScan);
+        return QStringList{r.fileMake,      r.fileModel,     r.fileSoftware, r.fileDescription,
+                           r.fileproducer,  r.fileAblumName, r.fileArist,    r.filePublisher,
+                           r.fileCopyright, r.fileDirector,  r.fileActor,    r.fileReleasedYear};
+    };
+    // The manufacturer is filed as producer.
+    EXPECT_EQ(fields(false),
+              (QStringList{"CommonMake", "CommonModel", "Soft", "IsoDesc", "Maker", "Album",
+                           "Artist", "Pub", "Copy", "Dir", "Actor", "1999"}));
+    EXPECT_EQ(fields(true), (QStringList{"", "QtModel", "", "", "", "Album", "Artist", "Pub",
+                                         "Copy", "Dir", "Actor", "1999"}));
 }
 
 TEST(VideoMetadataRules, PicturesDecodeOrLeaveTheImage) {
@@ -182,62 +171,48 @@ TEST(DatesVideoText, PatternsOffsetsAndFallback) {
     }
 }
 
-TEST(VideoLocation, ThreeSignedComponents) {
+// The sign and magnitude of each component, the way the panel reads them.
+QString locationOf(const IKImageItem& r) {
+    return QString("%1%2 %3%4 %5%6")
+        .arg(r.latitudeFormat)
+        .arg(r.filelatitude)
+        .arg(r.longtitudeFormat)
+        .arg(r.filelongtitude)
+        .arg(r.AtitudeFormat)
+        .arg(r.fileAtitude);
+}
+
+TEST(VideoLocation, SignedComponentsInOrder) {
+    // Magnitudes, never signed; a fourth sign is never reached; the longitude
+    // needs an altitude after it; a single sign sets only the latitude sign;
+    // text after a number is ignored and a missing number reads as zero.
+    // clang-format off
+    const std::pair<const char*, const char*> cases[] = {
+        {"+48.8566+002.3522+035.000/", "+48.8566 +2.3522 +35"},
+        {"-37.3349-122.0090-012.345/", "-37.3349 -122.009 -12.345"},
+        {"+40-075+10-99/", "+40 -75 +10"},
+        {"-33.8688+151.2093/", "-33.8688 +0 0"},
+        {"+48.8566", "+0 0 0"},
+        {"48.8566 2.3522", "0 0 0"},
+        {"", "0 0 0"},
+        {"+12.5abc+x+3e2/", "+12.5 +0 +300"}};
+    // clang-format on
+    for (const auto& [text, expected] : cases) {
+        IKImageItem record;
+        applyIso6709Location(record, text);
+        EXPECT_EQ(locationOf(record), expected) << text;
+    }
+    // An earlier longitude survives a text without an altitude.
+    IKImageItem record;
+    record.filelongtitude = 7.5;
+    applyIso6709Location(record, "+10.0-020.0/");
+    EXPECT_EQ(locationOf(record), "+10 -7.5 0");
+}
+
+TEST(VideoLocation, ComponentsAreLogged) {
     LogCapture log;
     IKImageItem record;
     applyIso6709Location(record, "+48.8566+002.3522+035.000/");
-    EXPECT_EQ(record.latitudeFormat, "+");
-    EXPECT_EQ(record.longtitudeFormat, "+");
-    EXPECT_EQ(record.AtitudeFormat, "+");
-    EXPECT_DOUBLE_EQ(record.filelatitude, 48.8566);
-    EXPECT_DOUBLE_EQ(record.filelongtitude, 2.3522);
-    EXPECT_DOUBLE_EQ(record.fileAtitude, 35.0);
     EXPECT_TRUE(log.lines().contains("theStrArry==(+, 48.8566, +, 002.3522, +, 035.000/)"))
         << log.lines().join('\n').toStdString();
-
-    applyIso6709Location(record, "-37.3349-122.0090-012.345/");
-    EXPECT_EQ(record.latitudeFormat, "-");
-    EXPECT_EQ(record.longtitudeFormat, "-");
-    EXPECT_EQ(record.AtitudeFormat, "-");
-    EXPECT_DOUBLE_EQ(record.filelatitude, 37.3349);  // magnitudes, never signed
-    EXPECT_DOUBLE_EQ(record.filelongtitude, 122.009);
-    EXPECT_DOUBLE_EQ(record.fileAtitude, 12.345);
-
-    // Whole degrees, a fourth sign is never reached.
-    applyIso6709Location(record, "+40-075+10-99/");
-    EXPECT_DOUBLE_EQ(record.filelatitude, 40);
-    EXPECT_DOUBLE_EQ(record.filelongtitude, 75);
-    EXPECT_DOUBLE_EQ(record.fileAtitude, 10);
-}
-
-TEST(VideoLocation, LongitudeNeedsAnAltitudeAfterIt) {
-    IKImageItem record;
-    applyIso6709Location(record, "-33.8688+151.2093/");
-    EXPECT_EQ(record.latitudeFormat, "-");
-    EXPECT_DOUBLE_EQ(record.filelatitude, 33.8688);
-    EXPECT_EQ(record.longtitudeFormat, "+");
-    EXPECT_EQ(record.filelongtitude, 0.0);
-    EXPECT_EQ(record.AtitudeFormat, "");
-
-    record.filelongtitude = 7.5;  // an earlier value survives
-    applyIso6709Location(record, "+10.0-020.0/");
-    EXPECT_DOUBLE_EQ(record.filelongtitude, 7.5);
-    EXPECT_DOUBLE_EQ(record.filelatitude, 10.0);
-
-    // A single sign sets only the latitude sign; no sign sets nothing.
-    IKImageItem single;
-    applyIso6709Location(single, "+48.8566");
-    EXPECT_EQ(single.latitudeFormat, "+");
-    EXPECT_EQ(single.filelatitude, 0.0);
-    IKImageItem none;
-    applyIso6709Location(none, "48.8566 2.3522");
-    applyIso6709Location(none, "");
-    EXPECT_EQ(none.latitudeFormat, "");
-    EXPECT_EQ(none.filelatitude, 0.0);
-    // Text after a number is ignored; a missing number reads as zero.
-    IKImageItem odd;
-    applyIso6709Location(odd, "+12.5abc+x+3e2/");
-    EXPECT_DOUBLE_EQ(odd.filelatitude, 12.5);
-    EXPECT_EQ(odd.filelongtitude, 0.0);
-    EXPECT_DOUBLE_EQ(odd.fileAtitude, 300.0);
 }

@@ -9,6 +9,7 @@
 #include "core/video/video_items.h"
 #include "core/video/video_tools.h"
 #include "metadata_test_items.h"
+#include "support/media_fixtures.h"
 
 namespace {
 
@@ -20,10 +21,7 @@ protected:
         QDir().mkpath(tmp.path() + "/store");
         video.filePath = tmp.path() + "/media/trip/2021-03-04 10.30 beach.mov";
         video.fileName = QFileInfo(video.filePath).fileName();
-        QFile f(video.filePath);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("movie");
-        f.close();
+        ASSERT_TRUE(writeFile(video.filePath, "movie"));
         setFileDates(video.filePath, QDateTime(), dateFromText("2018:08:08 08:08:08"));
         storage.storagelocation = tmp.path() + "/store";
     }
@@ -87,14 +85,14 @@ TEST_F(VideoToolsTest, CreationDateBecomesRecordedDate) {
 }
 
 TEST(VideoTools, DatesFoundInFileNames) {
-    EXPECT_EQ(dateTextFromFileName("2021-03-04 10.30 beach"), "2021:03:04 10:30:00");
-    EXPECT_EQ(dateTextFromFileName("VID_20190514_183005"), "2019:05:14 18:30:05");
-    EXPECT_EQ(dateTextFromFileName("clip 2020.12.31"), "2020:12:31 00:00:00");
-    EXPECT_EQ(dateTextFromFileName("20200101"), "2020:01:01 00:00:00");
-    EXPECT_EQ(dateTextFromFileName("take 12 of 2015_07_04-2359"), "2015:07:04 23:59:00");
-    EXPECT_EQ(dateTextFromFileName("holiday"), "");
-    EXPECT_EQ(dateTextFromFileName("2021-02-30"), "");  // not a day
-    EXPECT_EQ(dateTextFromFileName("1234567"), "");
+    // clang-format off
+    const std::pair<const char*, const char*> cases[] = {
+        {"2021-03-04 10.30 beach", "2021:03:04 10:30:00"}, {"20200101", "2020:01:01 00:00:00"},
+        {"VID_20190514_183005", "2019:05:14 18:30:05"}, {"clip 2020.12.31", "2020:12:31 00:00:00"},
+        {"take 12 of 2015_07_04-2359", "2015:07:04 23:59:00"}, {"holiday", ""},
+        {"2021-02-30", ""} /* not a day */, {"1234567", ""}};
+    // clang-format on
+    for (const auto& [name, date] : cases) EXPECT_EQ(dateTextFromFileName(name), date) << name;
 }
 
 TEST(VideoTools, RecordedDateIsTheLastReadableDateItem) {

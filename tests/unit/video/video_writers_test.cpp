@@ -10,6 +10,7 @@
 #include "core/video/video_items.h"
 #include "core/video/video_writers.h"
 #include "metadata_test_items.h"
+#include "support/media_fixtures.h"
 
 namespace {
 
@@ -203,10 +204,7 @@ protected:
         desktop = recorder.get();
         DesktopIntegration::setInstance(std::move(recorder));
         source = tmp.path() + "/src.mov";
-        QFile f(source);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("source bytes");
-        f.close();
+        ASSERT_TRUE(writeFile(source, "source bytes"));
         setFileDates(source, QDateTime(), dateFromText("2012:12:12 12:12:12"));
     }
     VideoWriteJob job(const QString& output) {
@@ -240,15 +238,10 @@ TEST_F(VideoWriteJobTest, CompletedExportGetsDatesAndIsRevealed) {
 
 TEST_F(VideoWriteJobTest, FailedExportFallsBackToACopyWithTheSourceDates) {
     const QString out = tmp.path() + "/out.mov";
-    const VideoWriteJob j = [&] {
-        VideoWriteJob v = job(out);
-        v.fallbackCopyPath = out;
-        return v;
-    }();
+    VideoWriteJob j = job(out);
+    j.fallbackCopyPath = out;
     runVideoWriteJob(j, tmp.path(), [](const PassthroughExport&) { return ExportStatus::Failed; });
-    QFile copy(out);
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), "source bytes");
+    EXPECT_EQ(readFile(out), "source bytes");
     EXPECT_EQ(readFileDates(out).modification, dateFromText("2012:12:12 12:12:12"));
     EXPECT_EQ(desktop->revealed(), QStringList{out});
 }
@@ -262,14 +255,10 @@ TEST_F(VideoWriteJobTest, ReplacingWriterMovesTheOutputOverTheSourceOnlyOnSucces
     EXPECT_TRUE(QFile::exists(source));
     EXPECT_FALSE(QFile::exists(out));
     runVideoWriteJob(j, tmp.path(), [](const PassthroughExport& e) {
-        QFile f(e.outputPath);
-        f.open(QIODevice::WriteOnly);
-        f.write("new bytes");
-        return ExportStatus::Completed;
+        return writeFile(e.outputPath, "new bytes") ? ExportStatus::Completed
+                                                    : ExportStatus::Failed;
     });
-    QFile replaced(source);
-    ASSERT_TRUE(replaced.open(QIODevice::ReadOnly));
-    EXPECT_EQ(replaced.readAll(), "new bytes");
+    EXPECT_EQ(readFile(source), "new bytes");
     EXPECT_FALSE(QFile::exists(out));
     EXPECT_TRUE(desktop->revealed().isEmpty());
 }
@@ -284,7 +273,5 @@ TEST_F(VideoWriteJobTest, OutputOverTheSourceIsRefusedAndTheSourceKept) {
     });
     EXPECT_EQ(status, ExportStatus::Failed);
     EXPECT_FALSE(exported);
-    QFile kept(source);
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), "source bytes");
+    EXPECT_EQ(readFile(source), "source bytes");
 }
