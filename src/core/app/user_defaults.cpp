@@ -51,6 +51,7 @@ LaunchSettings readLaunchSettings(QSettings& settings) {
         out.dateFormatTitle = QStringLiteral("MM/DD/YYYY HH:MM");
         settings.setValue(DefaultsKey::dateFormat, out.dateFormatTitle);
     }
+    out.classicBehaviour = settings.value(DefaultsKey::classicBehaviour, false).toBool();
     settings.sync();
     return out;
 }
@@ -61,6 +62,7 @@ void storePreferences(QSettings& settings, const LaunchSettings& values) {
     settings.setValue(DefaultsKey::position, values.positionTitle);
     settings.setValue(DefaultsKey::dateFormat, values.dateFormatTitle);
     settings.setValue(DefaultsKey::storagePath, values.storagePath);
+    settings.setValue(DefaultsKey::classicBehaviour, values.classicBehaviour);
     settings.sync();
     ensureFolder(values.storagePath);
 }

@@ -4,13 +4,15 @@
 #include <QString>
 
 // The per-user defaults: five keys, spelled as the program has always
-// stored them ("Postion" included).
+// stored them ("Postion" included), and the "Classic behaviour" switch,
+// written only by the preferences' OK.
 namespace DefaultsKey {
 inline constexpr const char* storagePath = "storagePath";
 inline constexpr const char* fontName = "fontName";
 inline constexpr const char* fontsize = "fontsize";
 inline constexpr const char* position = "Postion";
 inline constexpr const char* dateFormat = "Dateformat";
+inline constexpr const char* classicBehaviour = "classicBehaviour";
 }  // namespace DefaultsKey
 
 // Titles of the stamp pop-ups, in their order.
@@ -26,6 +28,9 @@ struct LaunchSettings {
     int fontSize = 0;
     QString positionTitle;    // the pop-up title to select
     QString dateFormatTitle;  // the pop-up title to select
+    // Commands take the selected row numbers against the list in import
+    // order, and the Size column sorts by the parsed size text. Off unless set.
+    bool classicBehaviour = false;
 };
 
 // The default storage folder: the user's videos folder + "/com.Brimlark.tagsmith".

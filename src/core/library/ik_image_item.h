@@ -23,6 +23,7 @@ struct IKImageItem {
     QString fileName;
     void* fileNode = nullptr;  // opaque, never owned
     QString fileSize;
+    qint64 fileSizeBytes = 0;  // the byte count behind `fileSize`; 0 when not read
     QString shootDateStr;
     QDateTime shootDate;
     QDateTime fileCreateDate;

@@ -23,7 +23,10 @@ constexpr int kMaxFolderDepth = 512;
 void fillFileFacts(IKImageItem& item) {
     const QString& path = item.filePath;
     const qint64 size = fileSizeOf(path);
-    if (size >= 0) item.fileSize = sizeText(size);
+    if (size >= 0) {
+        item.fileSize = sizeText(size);
+        item.fileSizeBytes = size;
+    }
     const FileDates dates = readFileDates(path);
     if (dates.creation.isValid()) {
         item.fileCreateDate = dates.creation;

@@ -78,9 +78,12 @@ int compareMediaTexts(const QString& a, const QString& b, bool flag) {
     return flag ? 1 : -1;  // smaller or equal: never answers equal
 }
 
-int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn column, bool flag) {
+int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn column, bool flag,
+                      SizeSortKey sizeKey) {
     switch (column) {
         case MediaColumn::Size:
+            if (sizeKey == SizeSortKey::ByteCount)
+                return compareNumbers(a.fileSizeBytes, b.fileSizeBytes, flag);
             return compareNumbers(sizeFormString(a.fileSize), sizeFormString(b.fileSize), flag);
         case MediaColumn::Time:
             return compareNumbers(a.fileduration, b.fileduration, flag);

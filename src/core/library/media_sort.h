@@ -14,11 +14,18 @@ const char* mediaColumnTitle(MediaColumn column);
 // The cell text of a record in a column; absent values are "".
 QString mediaCellText(const IKImageItem& item, MediaColumn column);
 
+// What the Size column sorts by: the byte count (107.63 KB before 34.43 MB),
+// or, as the list always did, `sizeFormString` of the size text, which takes
+// the number before the unit's last letter ("12.00 KB" counts 12, "512 bytes"
+// counts 512 x 10^12).
+enum class SizeSortKey { ByteCount, SizeText };
+
 // Compares two records for a column's sort with the column's direction
 // flag. Text columns with the flag set sort descending with empty and
 // punctuated values last, and never answer equal; number and date columns
 // with the flag set sort ascending. Answers -1, 0 or +1.
-int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn column, bool flag);
+int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn column, bool flag,
+                      SizeSortKey sizeKey = SizeSortKey::ByteCount);
 
 // The text rule on its own: case- and diacritic-insensitive, with empty and
 // punctuation-led values ordered first or last as described above.

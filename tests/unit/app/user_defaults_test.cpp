@@ -18,6 +18,7 @@ TEST(UserDefaults, FirstAndSecondLaunch) {
         EXPECT_TRUE(s.contains("Postion"));
         EXPECT_TRUE(s.contains("Dateformat"));
         EXPECT_FALSE(s.contains("fontsize"));
+        EXPECT_FALSE(s.contains("classicBehaviour"));
         EXPECT_EQ(s.value("Postion").toString(), "lower left corner");
         EXPECT_EQ(s.value("Dateformat").toString(), "MM/DD/YYYY HH:MM");
     }
@@ -27,6 +28,7 @@ TEST(UserDefaults, FirstAndSecondLaunch) {
     EXPECT_EQ(first.fontSize, 14);
     EXPECT_EQ(first.positionTitle, "Lower left corner");  // the pop-up's capital L
     EXPECT_EQ(first.dateFormatTitle, "MM/DD/YYYY HH:MM");
+    EXPECT_FALSE(first.classicBehaviour);
 
     QSettings s(ini, QSettings::IniFormat);
     const LaunchSettings second = readLaunchSettings(s);
@@ -38,11 +40,13 @@ TEST(UserDefaults, FirstAndSecondLaunch) {
     chosen.fontSize = 18;
     chosen.positionTitle = "Upper right corner";
     chosen.storagePath = tmp.path() + "/other";
+    chosen.classicBehaviour = true;
     storePreferences(s, chosen);
     const LaunchSettings third = readLaunchSettings(s);
     EXPECT_EQ(third.fontSize, 18);
     EXPECT_EQ(third.positionTitle, "Upper right corner");
     EXPECT_EQ(third.storagePath, tmp.path() + "/other");
+    EXPECT_TRUE(third.classicBehaviour);
     EXPECT_TRUE(QDir(third.storagePath).exists());
 }
 

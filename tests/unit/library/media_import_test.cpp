@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <sys/stat.h>
@@ -94,6 +95,7 @@ TEST_F(MediaImportTest, VideoRecordCarriesFileFactsAndProbedFacts) {
     EXPECT_EQ(item->fileName + item->filePath, "facts.mp4" + path);
     EXPECT_EQ(item->fileType, "MPEG-4 video");  // the system's kind text replaces "Movie"
     EXPECT_TRUE(item->fileSize.endsWith(" KB")) << item->fileSize.toStdString();
+    EXPECT_EQ(item->fileSizeBytes, QFileInfo(path).size());  // the Size column's sort key
     EXPECT_TRUE(item->fileCreateDate.isValid());
     EXPECT_EQ(item->fileCreateDateStr.size(), 19);
     EXPECT_NEAR(item->fileduration, 1.0, 0.1);

@@ -53,14 +53,16 @@ TEST(MediaSort, TextComparisonNeverAnswersEqual) {
 TEST(MediaSort, NumberAndDateColumnsFlagSetIsAscending) {
     auto a = std::make_shared<IKImageItem>();
     auto b = std::make_shared<IKImageItem>();
-    a->fileSize = "999 bytes";  // parses as 999e12: "bytes" is the tera unit
-    b->fileSize = "5.00 MB";    // parses as 5
+    a->fileSize = "999 bytes";
+    a->fileSizeBytes = 999;
+    b->fileSize = "5.00 MB";
+    b->fileSizeBytes = 5000000;
     a->fileduration = 10;
     b->fileduration = 20;
     a->fileCreateDate = QDateTime(QDate(2020, 1, 1), QTime(0, 0));
     b->fileCreateDate = QDateTime(QDate(2021, 1, 1), QTime(0, 0));
-    EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Size, true), 1);
-    EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Size, false), -1);
+    EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Size, true), -1);
+    EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Size, false), 1);
     EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Time, true), -1);
     EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Time, false), 1);
     EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Date, true), -1);
@@ -69,6 +71,37 @@ TEST(MediaSort, NumberAndDateColumnsFlagSetIsAscending) {
     // A missing date compares equal rather than failing.
     b->fileCreateDate = QDateTime();
     EXPECT_EQ(compareMediaItems(*a, *b, MediaColumn::Date, true), 0);
+}
+
+TEST(MediaSort, SizeSortsByByteCountOrClassicallyByTheParsedText) {
+    // The classic key reads the number before the unit's last letter:
+    // "107.63 KB" counts 107, "34.43 MB" 34 and "512 bytes" 512 x 10^12.
+    const struct {
+        const char* text;
+        qint64 bytes;
+    } sizes[] = {{"107.63 KB", 107630}, {"512 bytes", 512}, {"34.43 MB", 34430000}};
+    const struct {
+        SizeSortKey key;
+        QStringList ascending;
+    } cases[] = {
+        {SizeSortKey::ByteCount, {"512 bytes", "107.63 KB", "34.43 MB"}},
+        {SizeSortKey::SizeText, {"34.43 MB", "107.63 KB", "512 bytes"}},
+    };
+    for (const auto& c : cases) {
+        IKImageItemList items;
+        for (const auto& size : sizes) {
+            auto item = std::make_shared<IKImageItem>();
+            item->fileSize = size.text;
+            item->fileSizeBytes = size.bytes;
+            items.append(item);
+        }
+        sortMediaItems(items, [&c](const IKImageItem& a, const IKImageItem& b) {
+            return compareMediaItems(a, b, MediaColumn::Size, true, c.key);
+        });
+        QStringList order;
+        for (const auto& i : items) order.append(i->fileSize);
+        EXPECT_EQ(order, c.ascending);
+    }
 }
 
 TEST(MediaSort, SortSurvivesInconsistentComparatorsAndKeepsEveryItem) {
