@@ -17,6 +17,7 @@
 #include "app/import_thread.h"
 #include "core/app/user_defaults.h"
 #include "core/common/logging.h"
+#include "core/video/video_writers.h"
 #include "ui/audio/audio_panel.h"
 #include "ui/library/media_table_model.h"
 #include "ui/library/pr_drag_table_view.h"
@@ -31,7 +32,7 @@ AppDelegate* g_appDelegate = nullptr;
 }
 
 AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
-    : QObject(parent), m_settings(settings) {
+    : QObject(parent), m_settings(settings), m_panelBaseline(std::make_unique<VideoEditorState>()) {
     setObjectName(QStringLiteral("AppDelegate"));
     // The buttons and drop views tell the controller about themselves through
     // signals; they are connected as each view is made (awakeFromNib).
@@ -174,6 +175,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     currentFontname = launch.fontName;
     currentFontSize = launch.fontSize;
     showFontlab->setText(QStringLiteral("%1 %2").arg(currentFontname).arg(currentFontSize));
+    classicBehaviour = launch.classicBehaviour;
     currentFontColor = QColor(Qt::white);
     colorwell->setColor(Qt::white);
     // A stored title that matches no item leaves the pop-up without a selection.

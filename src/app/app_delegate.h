@@ -13,6 +13,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 
 #include "core/library/ik_image_item.h"
 #include "core/library/media_sort.h"
@@ -21,6 +22,7 @@ class QComboBox;
 class QDialog;
 class QLabel;
 class QLineEdit;
+class QAbstractButton;
 class QMenu;
 class QMessageBox;
 class QPushButton;
@@ -44,7 +46,9 @@ struct VideoWriteJob;
 // panel, the media list and the settings, and carries out every action.
 // Member functions live in one source file per subject:
 //   app_delegate.cpp          construction, interface set-up, launch
-//   app_delegate_library.cpp  import, the media table, selection, removal
+//   app_delegate_library.cpp  import, the media table, removal
+//   app_delegate_selection.cpp the highlighted rows, the panel they show,
+//                             unsaved edits and what quitting asks
 //   app_delegate_prefs.cpp    preferences and the storage folder
 //   app_delegate_toolbar.cpp  toolbar dispatcher, quitting, help, busy indicator
 //   app_delegate_video.cpp    the video panel, saving, metadata removal, video tools
@@ -105,6 +109,21 @@ public:
     // Alerts are logged instead of shown (tests).
     void setQuietAlerts(bool quiet) { m_quietAlerts = quiet; }
 
+    // --- what the user sees: selection, unsaved edits, quitting ---
+    // The records the commands act on: those on the highlighted rows, in the
+    // table's order; with "Classic behaviour" the selected row numbers taken
+    // against the list in import order, whatever order the table shows.
+    IKImageItemList selectedItems() const;
+    // The record the panel shows (an empty record when none).
+    IKImageItemPtr shownItem() const { return m_shownItem; }
+    // The video panel holds edits of a listed file that were not saved.
+    bool hasUnsavedEdits() const;
+    bool exportRunning() const;
+    // Answers the controller's questions in place of the user (tests): it is
+    // given the question and returns the button to press.
+    using QuestionAnswerer = std::function<QAbstractButton*(QMessageBox&)>;
+    void setQuestionAnswerer(QuestionAnswerer answerer) { m_answerer = std::move(answerer); }
+
     // --- preferences ---
     void ShowPreferenceSetting(QObject* sender);
     void CancelPreferenceSetting(QObject* sender);
@@ -123,6 +142,10 @@ public:
     // The question CloseTheMainWindow asks; `exitButton` receives its " Exit " button.
     QMessageBox* makeExitAlert(QPushButton** exitButton);
     bool windowShouldClose();
+    // Asks at most one question before quitting: about unsaved edits, else
+    // about running imports and exports, else (from the menu only) the exit
+    // question. Answers whether to quit.
+    bool confirmQuit(bool fromMenu);
     void ClickAbout(QObject* sender);
     void CLICkProductGuide(QObject* sender);
     void CLICkSupport(QObject* sender);
@@ -143,6 +166,8 @@ public:
     bool bImportLocalFolder = false;
     QString bImportLocalPath;
     bool basicInfoChange = false, cameraInfoChange = false, gpsInfoChange = false;
+    // "Classic behaviour" of the preferences (see selectedItems and the Size sort).
+    bool classicBehaviour = false;
     QVariantMap currentExifDictionary;
     QString currentChooseFilePath;
     QString xmpLocationStr;
@@ -209,7 +234,15 @@ private:
     void popUpMenu(QMenu* menu, QWidget* button);
     void dispatched(const char* action);
     QList<int> selectedContentRows() const;
-    IKImageItemList selectedItemsInImportOrder() const;
+    IKImageItemList highlightedItems() const;
+    void selectItems(const IKImageItemList& items, const IKImageItemPtr& current);
+    void showItem(const IKImageItemPtr& item);
+    void answerLeavingEditedRow();
+    enum class UnsavedAnswer { Save, Discard, Cancel };
+    UnsavedAnswer askAboutUnsavedEdits();
+    QAbstractButton* ask(QMessageBox& question);
+    void markPanelSaved();
+    void saveVideoEdits(const IKImageItemList& items);
     void setupVideoActions();
     void runVideoJobLater(std::function<VideoWriteJob()> build);
     void runVideoTool(const char* name, const std::function<void(const IKImageItemPtr&)>& tool);
@@ -223,4 +256,13 @@ private:
     bool m_launched = false;
     bool m_quietAlerts = false;
     QThreadPool m_exportPool;
+    QuestionAnswerer m_answerer;
+    // The record the panel shows, and the panel's texts when it was filled
+    // or last saved: what differs from them is unsaved.
+    IKImageItemPtr m_shownItem;
+    std::unique_ptr<VideoEditorState> m_panelBaseline;
+    IKImageItemList m_lastSelection;
+    bool m_restoringSelection = false;
+    bool m_leavePending = false;
+    bool m_quitConfirmed = false;
 };

@@ -108,9 +108,15 @@ void AppDelegate::noteFolderImported(const QString& parent) {
 }
 
 void AppDelegate::LoadImportedMediasonMainThread() {
-    // The content is rebuilt from the list, so a column sort is lost here.
+    // The content is rebuilt from the list, so a column sort is lost here;
+    // the highlighted records stay highlighted wherever their rows move, and
+    // the panel keeps showing what it showed (edits included).
+    const IKImageItemList highlighted = highlightedItems();
+    const IKImageItemPtr current =
+        mediaController->itemAt(dragtableView->selectionModel()->currentIndex().row());
     mediaController->removeAllObjects();
     mediaController->setContent(localPhotoItemArray);
+    selectItems(highlighted, current);
     dragtableView->horizontalHeader()->setSortIndicatorShown(false);
     showListOrHint();
     dragtableView->viewport()->update();
@@ -159,8 +165,9 @@ void AppDelegate::tableViewDidClickTableColumn(MediaColumn column) {
     flag = !flag;
     const bool f = flag;
     IKImageItemList sorted = mediaController->content();
-    sortMediaItems(sorted, [column, f](const IKImageItem& a, const IKImageItem& b) {
-        return compareMediaItems(a, b, column, f);
+    const SizeSortKey sizeKey = classicBehaviour ? SizeSortKey::SizeText : SizeSortKey::ByteCount;
+    sortMediaItems(sorted, [column, f, sizeKey](const IKImageItem& a, const IKImageItem& b) {
+        return compareMediaItems(a, b, column, f, sizeKey);
     });
     mediaController->removeAllObjects();
     mediaController->setContent(sorted);
@@ -186,28 +193,15 @@ QList<int> AppDelegate::selectedContentRows() const {
     return rows;
 }
 
-void AppDelegate::tableViewSelectionDidChange() {
-    const QList<int> rows = selectedContentRows();
-    if (rows.isEmpty()) return;
-    const IKImageItemPtr item = mediaController->itemAt(rows.first());
-    if (!item) return;
-    if (isAudioPath(item->filePath)) {
-        audioContentView->show();
-        videoMetaView->hide();
-        audioContentView->ShowAudioViewWithItem(*item);
-    } else if (isVideoPath(item->filePath)) {
-        videoMetaView->show();
-        audioContentView->hide();
-        ShowVideoViewWithItem(item);
-    }
-    m_window->updateContentPlaceholder();
-}
-
 void AppDelegate::RemoveMediaFileAction(QObject*) {
-    // The selected row numbers are taken against the list in import order,
-    // whatever order the table shows.
-    const IKImageItemList doomed = selectedItemsInImportOrder();
+    const IKImageItemList doomed = selectedItems();
     if (doomed.isEmpty()) return;
+    // Unsaved edits of a removed record are saved or dropped as the user says.
+    if (doomed.contains(m_shownItem) && hasUnsavedEdits()) {
+        const UnsavedAnswer answer = askAboutUnsavedEdits();
+        if (answer == UnsavedAnswer::Cancel) return;
+        if (answer == UnsavedAnswer::Save) saveVideoEdits({m_shownItem});
+    }
     for (const IKImageItemPtr& item : std::as_const(doomed)) {
         localPhotoItemArray.removeOne(item);
         qCInfo(lcTagsmith) << "removed from the list ==" << item->filePath;

@@ -1,3 +1,4 @@
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFontDialog>
@@ -34,6 +35,7 @@ void AppDelegate::ShowPreferenceSetting(QObject*) {
     // The window shows what is in effect, not what a cancelled visit left.
     storePathlab->setText(storagelocation);
     showFontlab->setText(QStringLiteral("%1 %2").arg(currentFontname).arg(currentFontSize));
+    preferencesWindow->classicBehaviourBox->setChecked(classicBehaviour);
     preferencesWindow->show();
     preferencesWindow->raise();
     preferencesWindow->activateWindow();
@@ -52,6 +54,8 @@ void AppDelegate::ResetPreferenceSetting(QObject*) {
     values.dateFormatTitle = dateFormatBtn->currentText();
     storagelocation = storePathlab->text();
     values.storagePath = storagelocation;
+    classicBehaviour = preferencesWindow->classicBehaviourBox->isChecked();
+    values.classicBehaviour = classicBehaviour;
     storePreferences(m_settings, values);
     qCInfo(lcTagsmith) << "storagelocation ==" << storagelocation;
     preferencesWindow->hide();

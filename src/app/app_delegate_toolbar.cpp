@@ -234,20 +234,25 @@ QMessageBox* AppDelegate::makeExitAlert(QPushButton** exitButton) {
     alert->setIcon(QMessageBox::Question);
     alert->setText(tr("Are you sure you want to Exit ?"));
     QPushButton* exit = alert->addButton(tr(" Exit "), QMessageBox::AcceptRole);
-    alert->addButton(tr("Cancel"), QMessageBox::RejectRole);
+    QPushButton* cancel = alert->addButton(tr("Cancel"), QMessageBox::RejectRole);
     alert->setDefaultButton(exit);
+    alert->setEscapeButton(cancel);
     if (exitButton) *exitButton = exit;
     return alert;
 }
 
 void AppDelegate::CloseTheMainWindow() {
-    QPushButton* exitButton = nullptr;
-    std::unique_ptr<QMessageBox> alert(makeExitAlert(&exitButton));
-    alert->exec();
-    if (alert->clickedButton() == exitButton) QCoreApplication::quit();
+    if (!confirmQuit(true)) return;
+    // Quitting closes the window, which must not ask a second time.
+    m_quitConfirmed = true;
+    QCoreApplication::quit();
 }
 
 bool AppDelegate::windowShouldClose() {
+    if (m_quitConfirmed) return true;
+    // The close box quits at once unless edits or running work would be lost.
+    if (!confirmQuit(false)) return false;
+    m_quitConfirmed = true;
     QCoreApplication::quit();
     return true;
 }

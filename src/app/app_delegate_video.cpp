@@ -50,6 +50,8 @@ void AppDelegate::ShowVideoViewWithItem(const IKImageItemPtr& item) {
     basicInfoChange = false;
     cameraInfoChange = false;
     videoMetaView->ShowVideoViewWithItem(shown, state);
+    m_shownItem = shown;
+    markPanelSaved();
 }
 
 VideoEditorState AppDelegate::videoEditorState() const {
@@ -62,15 +64,6 @@ VideoEditorState AppDelegate::videoEditorState() const {
 
 StorageContext AppDelegate::storageContext() const {
     return {storagelocation, bImportLocalFolder, bImportLocalPath};
-}
-
-IKImageItemList AppDelegate::selectedItemsInImportOrder() const {
-    // Row numbers of the table are taken against the list in import order.
-    IKImageItemList items;
-    for (int row : selectedContentRows()) {
-        if (row >= 0 && row < localPhotoItemArray.size()) items << localPhotoItemArray.at(row);
-    }
-    return items;
 }
 
 void AppDelegate::runVideoJobLater(std::function<VideoWriteJob()> build) {
@@ -88,13 +81,16 @@ void AppDelegate::waitForVideoJobs() {
 
 void AppDelegate::SaveMeidaFileChangesAction(QObject*) {
     if (localPhotoItemArray.isEmpty()) return;
-    const QList<int> rows = selectedContentRows();
+    saveVideoEdits(selectedItems());
+}
+
+void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
+    if (items.isEmpty()) return;
     ensureFolder(storagelocation);
     const VideoEditorState editor = videoEditorState();
     const StorageContext storage = storageContext();
-    for (int i = 0; i < localPhotoItemArray.size(); ++i) {
-        if (!rows.contains(i)) continue;
-        const IKImageItemPtr item = localPhotoItemArray.at(i);
+    if (items.contains(m_shownItem)) markPanelSaved();
+    for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
             qCInfo(lcTagsmith) << "audio files are not written yet ==" << item->filePath;
         } else if (isVideoPath(item->filePath) && isMxf(item->filePath)) {
@@ -126,7 +122,7 @@ void AppDelegate::removeMetadataOf(const IKImageItemList& items) {
 }
 
 void AppDelegate::RemoveSelectedMediaFileAction(QObject*) {
-    const IKImageItemList items = selectedItemsInImportOrder();
+    const IKImageItemList items = selectedItems();
     if (items.isEmpty()) return showNothingSelected();
     removeMetadataOf(items);
 }
@@ -150,7 +146,7 @@ void AppDelegate::showNothingSelected() {
 
 void AppDelegate::runVideoTool(const char* name,
                                const std::function<void(const IKImageItemPtr&)>& tool) {
-    const IKImageItemList items = selectedItemsInImportOrder();
+    const IKImageItemList items = selectedItems();
     if (items.isEmpty()) return showNothingSelected();
     ensureFolder(storagelocation);
     qCInfo(lcTagsmith) << name << "==" << items.size() << "videos";

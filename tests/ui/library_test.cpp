@@ -1,8 +1,11 @@
 // The real main window, offscreen: a folder imported through the drop path,
 // the table's column sorts, selection and removal.
+#include <QAbstractButton>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
 #include <QSignalSpy>
@@ -135,6 +138,34 @@ private Q_SLOTS:
         QVERIFY(m_app->columnSortFlags[size_t(MediaColumn::Size)]);
     }
 
+    void sizeSortFollowsClassicBehaviour() {
+        // Sizes in different units: the byte count puts 107.63 KB before
+        // 34.43 MB; the classic key reads the number before the unit's last letter.
+        const IKImageItemList items = m_app->localPhotoItemArray;
+        QCOMPARE(items.size(), 4);
+        const struct {
+            const char* text;
+            qint64 bytes;
+        } sizes[] = {{"107.63 KB", 107630}, {"34.43 MB", 34430000}, {"512 bytes", 512}, {"", 0}};
+        QList<std::pair<QString, qint64>> kept;
+        for (int i = 0; i < 4; ++i) {
+            kept.append({items[i]->fileSize, items[i]->fileSizeBytes});
+            items[i]->fileSize = sizes[i].text;
+            items[i]->fileSizeBytes = sizes[i].bytes;
+        }
+        for (const bool classic : {false, true}) {
+            m_app->classicBehaviour = classic;
+            m_app->columnSortFlags[size_t(MediaColumn::Size)] = false;
+            clickHeader(MediaColumn::Size);  // small to large
+            QStringList order;
+            for (const auto& item : m_app->mediaController->content()) order << item->fileSize;
+            QCOMPARE(order, classic ? QStringList({"", "34.43 MB", "107.63 KB", "512 bytes"})
+                                    : QStringList({"", "512 bytes", "107.63 KB", "34.43 MB"}));
+        }
+        m_app->classicBehaviour = false;
+        for (int i = 0; i < 4; ++i) std::tie(items[i]->fileSize, items[i]->fileSizeBytes) = kept[i];
+    }
+
     void selectionShowsTheVideoPanel() {
         // The panel follows the row the table shows.
         selectRow(1);
@@ -146,11 +177,18 @@ private Q_SLOTS:
                  "Created Date:        " + shown->fileCreateDateStr);
     }
 
-    void removalMapsRowsOntoImportOrder() {
+    void removalActsOnTheHighlightedRows_data() {
+        QTest::addColumn<bool>("classic");
+        QTest::newRow("highlighted rows") << false;
+        QTest::newRow("classic: row numbers in import order") << true;
+    }
+    void removalActsOnTheHighlightedRows() {
+        QFETCH(bool, classic);
+        m_app->classicBehaviour = classic;
         // Sort Z to A and find a row whose shown record is not the record at the
         // same place in import order (the reverse sort has one if this has none).
+        m_app->columnSortFlags[size_t(MediaColumn::Name)] = false;
         clickHeader(MediaColumn::Name);
-        QVERIFY(m_app->columnSortFlags[size_t(MediaColumn::Name)]);
         const IKImageItemList before = m_app->localPhotoItemArray;
         auto differingRow = [&] {
             for (int r = 0; r < before.size(); ++r)
@@ -165,17 +203,19 @@ private Q_SLOTS:
         QVERIFY(row >= 0);
         const IKImageItemPtr shown = m_app->mediaController->itemAt(row);
         const IKImageItemPtr imported = before.at(row);
+        const IKImageItemPtr removed = classic ? imported : shown;
 
         selectRow(row);
         QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
         m_app->RemoveMediaFileAction(nullptr);
+        m_app->classicBehaviour = false;
         QCOMPARE(m_app->localPhotoItemArray.size(), before.size() - 1);
-        QVERIFY(!m_app->localPhotoItemArray.contains(imported));
-        QVERIFY(m_app->localPhotoItemArray.contains(shown));
+        QVERIFY(!m_app->localPhotoItemArray.contains(removed));
+        QVERIFY(m_app->localPhotoItemArray.contains(classic ? shown : imported));
         // The content is refilled in import order; the file stays on disk; the
         // video panel is cleared.
         QCOMPARE(shownNames(), namesOf(m_app->localPhotoItemArray));
-        QVERIFY(QFileInfo::exists(imported->filePath));
+        QVERIFY(QFileInfo::exists(removed->filePath));
         QCOMPARE(m_app->videoMetaView->fileNameText(), QString());
         QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(), "Created Date:");
 
@@ -185,20 +225,45 @@ private Q_SLOTS:
         QCOMPARE(m_app->localPhotoItemArray.size(), before.size() - 1);
     }
 
-    void newImportRefillsInImportOrder() {
-        // Importing the same file again lists it twice, and the refresh drops the
-        // sort order.
+    void importKeepsTheSelectionAndThePanel() {
+        // A record highlighted in the sorted table, edited in the panel, at
+        // another row than its place in import order.
+        m_app->columnSortFlags[size_t(MediaColumn::Name)] = false;
         clickHeader(MediaColumn::Name);
-        const qsizetype before = m_app->localPhotoItemArray.size();
-        QVERIFY(m_app->tableViewAcceptDrop({media("zebra.mkv"), "/x/photo.jpg"}));
+        const IKImageItemList listed = m_app->localPhotoItemArray;
+        QCOMPARE(listed.size(), 2);
+        if (m_app->mediaController->content() == listed) clickHeader(MediaColumn::Name);
+        QVERIFY(m_app->mediaController->itemAt(0) != listed.at(0));
+        const IKImageItemPtr chosen = m_app->mediaController->itemAt(0);
+        selectRow(0);
+        QLineEdit* title = m_app->videoMetaView->field("mediaTitle");
+        title->setText("Typed, not saved");
+        QVERIFY(m_app->hasUnsavedEdits());
+
+        // Another folder, and the same file again (listed twice): the refreshes
+        // put the table back in import order, the highlight follows the record
+        // and the panel keeps its edits.
+        QVERIFY(m_app->tableViewAcceptDrop({media("nested"), media("zebra.mkv"), "/x/photo.jpg"}));
         QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
-        QCOMPARE(m_app->localPhotoItemArray.size(), before + 1);
+        QCOMPARE(m_app->localPhotoItemArray.size(), listed.size() + 2);
         QCOMPARE(m_app->localPhotoItemArray.last()->filePath, media("zebra.mkv"));
         QCOMPARE(shownNames(), namesOf(m_app->localPhotoItemArray));
+        const QModelIndexList selected = m_app->dragtableView->selectionModel()->selectedRows();
+        QCOMPARE(selected.size(), 1);
+        QVERIFY(m_app->mediaController->itemAt(selected.first().row()) == chosen);
+        QVERIFY(m_app->selectedItems() == IKImageItemList{chosen});
+        QVERIFY(m_app->shownItem() == chosen);
+        QCOMPARE(title->text(), "Typed, not saved");
 
-        // Removing everything brings the hint back.
+        // Removing everything (the edits dropped) brings the hint back.
+        m_app->setQuestionAnswerer([](QMessageBox& question) {
+            for (QAbstractButton* b : question.buttons())
+                if (b->text() == " Discard ") return b;
+            return question.escapeButton();
+        });
         m_app->dragtableView->selectAll();
         m_app->RemoveMediaFileAction(nullptr);
+        m_app->setQuestionAnswerer(nullptr);
         QVERIFY(m_app->localPhotoItemArray.isEmpty());
         QVERIFY(!m_app->mainWindow()->listShown());
     }

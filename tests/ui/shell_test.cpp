@@ -1,5 +1,6 @@
 // Start-up, preferences, the toolbar dispatcher, help links, the busy
 // indicator and shutting down while an import runs, on the real controller.
+#include <QCheckBox>
 #include <QColor>
 #include <QComboBox>
 #include <QDialog>
@@ -84,14 +85,26 @@ private Q_SLOTS:
         QCOMPARE(app.postionBtn->currentIndex(), -1);
         QCOMPARE(app.dateFormatBtn->currentText(), "MM/DD/YYYY HH:MM");
 
-        // After one OK with a chosen position, later launches select it.
+        // After one OK with a chosen position, later launches select it; so
+        // with "Classic behaviour", off until switched on.
+        QVERIFY(!app.classicBehaviour);
+        app.ShowPreferenceSetting(nullptr);
+        QCheckBox* classic = app.preferencesWindow->classicBehaviourBox;
+        QVERIFY(!classic->isChecked());
+        QVERIFY(classic->toolTip().contains("import") &&
+                classic->toolTip().contains("Size column"));
+        classic->setChecked(true);
         app.postionBtn->setCurrentIndex(1);
         app.setStampFont("DejaVu Sans", 18);
         app.ResetPreferenceSetting(nullptr);
+        QVERIFY(app.classicBehaviour);
         AppDelegate& third = launch();
         QCOMPARE(third.postionBtn->currentText(), "Upper right corner");
         QCOMPARE(third.showFontlab->text(), "DejaVu Sans 18");
         QCOMPARE(m_settings->value("fontsize").toInt(), 18);
+        QVERIFY(third.classicBehaviour);
+        third.ShowPreferenceSetting(nullptr);
+        QVERIFY(third.preferencesWindow->classicBehaviourBox->isChecked());
     }
 
     void storageFolderChangesOnlyWithOk() {

@@ -1,5 +1,6 @@
 #include "ui/shell/preferences_window.h"
 
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFormLayout>
@@ -69,6 +70,20 @@ PreferencesWindow::PreferencesWindow(QWidget* parent) : QDialog(parent) {
     dateFormatBtn->setObjectName(QStringLiteral("dateFormatBtn"));
     form->addRow(tr("Date format:"), dateFormatBtn);
     layout->addLayout(form);
+
+    auto* behaviourTitle = new QLabel(tr("Behaviour"), this);
+    behaviourTitle->setObjectName(QStringLiteral("sectionTitle"));
+    layout->addWidget(behaviourTitle);
+    classicBehaviourBox = new QCheckBox(tr("Classic behaviour"), this);
+    classicBehaviourBox->setObjectName(QStringLiteral("classicBehaviourBox"));
+    classicBehaviourBox->setToolTip(
+        tr("When on, the list behaves as it always did:\n"
+           "- After a column sort, commands (save, removal, the tools) take the selected row\n"
+           "  numbers in the order the files were imported, so they may act on other files\n"
+           "  than the highlighted ones.\n"
+           "- The Size column sorts by the number in its text before the unit's last letter\n"
+           "  (12.00 KB counts as 12, 512 bytes as 512 TB), not by the byte count."));
+    layout->addWidget(classicBehaviourBox);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);

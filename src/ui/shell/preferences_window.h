@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QPushButton>
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -23,9 +24,9 @@ private:
     QColor m_color = Qt::white;
 };
 
-// The preferences window: storage folder and the date stamp's font, colour,
-// position and date format. It only holds the controls; what OK, Cancel and
-// the choosers do is the controller's business.
+// The preferences window: storage folder, the date stamp's font, colour,
+// position and date format, and the "Classic behaviour" switch. It only holds the controls; what
+// OK, Cancel and the choosers do is the controller's business.
 class PreferencesWindow : public QDialog {
     Q_OBJECT
 public:
@@ -38,6 +39,7 @@ public:
     ColorWell* colorwell = nullptr;
     QComboBox* postionBtn = nullptr;
     QComboBox* dateFormatBtn = nullptr;
+    QCheckBox* classicBehaviourBox = nullptr;
     QPushButton* okButton = nullptr;
     QPushButton* cancelButton = nullptr;
 };
