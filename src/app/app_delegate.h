@@ -41,6 +41,8 @@ class VideoMetaView;
 struct StorageContext;
 struct VideoEditorState;
 struct VideoWriteJob;
+struct VideoWriteResult;
+class OutputBatch;
 
 // The one controller of the program: it owns the main window, every view and
 // panel, the media list and the settings, and carries out every action.
@@ -244,8 +246,11 @@ private:
     void markPanelSaved();
     void saveVideoEdits(const IKImageItemList& items);
     void setupVideoActions();
-    void runVideoJobLater(std::function<VideoWriteJob()> build);
-    void runVideoTool(const char* name, const std::function<void(const IKImageItemPtr&)>& tool);
+    using Batch = std::shared_ptr<OutputBatch>;
+    void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
+    void runVideoTool(const char* name,
+                      const std::function<void(const IKImageItemPtr&, const Batch&)>& tool);
+    void reportWrite(const VideoWriteResult& result);
     void removeMetadataOf(const IKImageItemList& items);
     void showNothingSelected();
 

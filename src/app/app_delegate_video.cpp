@@ -66,13 +66,26 @@ StorageContext AppDelegate::storageContext() const {
     return {storagelocation, bImportLocalFolder, bImportLocalPath};
 }
 
-void AppDelegate::runVideoJobLater(std::function<VideoWriteJob()> build) {
+void AppDelegate::runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch) {
     // Writers return at once; the export and its completion run on a worker.
     const QString storage = storagelocation;
-    m_exportPool.start([build = std::move(build), storage] {
+    m_exportPool.start([this, build = std::move(build), storage, batch] {
         const VideoWriteJob job = build();
-        if (!job.request.sourcePath.isEmpty()) runVideoWriteJob(job, storage);
+        if (job.request.sourcePath.isEmpty()) return;
+        const VideoWriteResult result = runVideoWriteJob(job, storage, *batch);
+        QMetaObject::invokeMethod(this, [this, result] { reportWrite(result); });
     });
+}
+
+void AppDelegate::reportWrite(const VideoWriteResult& result) {
+    // Every save and every failure is told in the status bar; the written
+    // file (or the unchanged copy of a failed save) can be shown from there.
+    const QString message = result.message();
+    if (result.ok())
+        qCInfo(lcTagsmith).noquote() << message;
+    else
+        qCWarning(lcTagsmith).noquote() << message;
+    if (m_window) m_window->showWriteResult(message, result.outputPath, storagelocation);
 }
 
 void AppDelegate::waitForVideoJobs() {
@@ -90,16 +103,19 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
     const VideoEditorState editor = videoEditorState();
     const StorageContext storage = storageContext();
     if (items.contains(m_shownItem)) markPanelSaved();
+    const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
             qCInfo(lcTagsmith) << "audio files are not written yet ==" << item->filePath;
         } else if (isVideoPath(item->filePath) && isMxf(item->filePath)) {
-            saveUnchangedVideoCopy(*item, editor, storage);
+            reportWrite(saveUnchangedVideoCopy(*item, editor, storage, batch.get()));
         } else if (isVideoPath(item->filePath)) {
-            runVideoJobLater([item, editor, storage] {
-                return SaveChangedVideoExifDateAction(
-                    *item, editor, readExistingMetadata(item->filePath), storage);
-            });
+            runVideoJobLater(
+                [item, editor, storage] {
+                    return SaveChangedVideoExifDateAction(
+                        *item, editor, readExistingMetadata(item->filePath), storage);
+                },
+                batch);
         }
     }
 }
@@ -108,15 +124,18 @@ void AppDelegate::removeMetadataOf(const IKImageItemList& items) {
     const VideoEditorState editor = videoEditorState();
     const StorageContext storage = storageContext();
     ensureFolder(storagelocation);
+    const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
             qCInfo(lcTagsmith) << "audio metadata removal is not available yet =="
                                << item->filePath;
         } else if (isVideoPath(item->filePath)) {
-            runVideoJobLater([item, editor, storage] {
-                return RemoveVideoExifDateAction(*item, editor,
-                                                 readExistingMetadata(item->filePath), storage);
-            });
+            runVideoJobLater(
+                [item, editor, storage] {
+                    return RemoveVideoExifDateAction(*item, editor,
+                                                     readExistingMetadata(item->filePath), storage);
+                },
+                batch);
         }
     }
 }
@@ -144,61 +163,71 @@ void AppDelegate::showNothingSelected() {
     box.exec();
 }
 
-void AppDelegate::runVideoTool(const char* name,
-                               const std::function<void(const IKImageItemPtr&)>& tool) {
+void AppDelegate::runVideoTool(
+    const char* name, const std::function<void(const IKImageItemPtr&, const Batch&)>& tool) {
     const IKImageItemList items = selectedItems();
     if (items.isEmpty()) return showNothingSelected();
     ensureFolder(storagelocation);
     qCInfo(lcTagsmith) << name << "==" << items.size() << "videos";
+    const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
-        if (isVideoPath(item->filePath)) tool(item);
+        if (isVideoPath(item->filePath)) tool(item, batch);
     }
 }
 
 void AppDelegate::CopyvideoTitletoFileNameAction(QObject*) {
     const StorageContext storage = storageContext();
-    runVideoTool("CopyvideoTitletoFileNameAction", [storage](const IKImageItemPtr& item) {
-        ::CopyvideoTitletoFileNameAction(*item, storage);
-    });
+    runVideoTool("CopyvideoTitletoFileNameAction",
+                 [this, storage](const IKImageItemPtr& item, const Batch& batch) {
+                     reportWrite(::CopyvideoTitletoFileNameAction(*item, storage, batch.get()));
+                 });
 }
 
 void AppDelegate::CopyvideofilenametoTitleAction(QObject*) {
     const StorageContext storage = storageContext();
-    runVideoTool("CopyvideofilenametoTitleAction", [this, storage](const IKImageItemPtr& item) {
-        runVideoJobLater([item, storage] {
-            return ::CopyvideofilenametoTitleAction(*item, readExistingMetadata(item->filePath),
-                                                    storage);
-        });
-    });
+    runVideoTool("CopyvideofilenametoTitleAction",
+                 [this, storage](const IKImageItemPtr& item, const Batch& batch) {
+                     runVideoJobLater(
+                         [item, storage] {
+                             return ::CopyvideofilenametoTitleAction(
+                                 *item, readExistingMetadata(item->filePath), storage);
+                         },
+                         batch);
+                 });
 }
 
 void AppDelegate::ClickCopyVideoCreatedDateToCameraDateAction(QObject*) {
     const StorageContext storage = storageContext();
     runVideoTool("ClickCopyVideoCreatedDateToCameraDateAction",
-                 [this, storage](const IKImageItemPtr& item) {
-                     runVideoJobLater([item, storage] {
-                         return ::ClickCopyVideoCreatedDateToCameraDateAction(
-                             *item, readExistingMetadata(item->filePath), storage);
-                     });
+                 [this, storage](const IKImageItemPtr& item, const Batch& batch) {
+                     runVideoJobLater(
+                         [item, storage] {
+                             return ::ClickCopyVideoCreatedDateToCameraDateAction(
+                                 *item, readExistingMetadata(item->filePath), storage);
+                         },
+                         batch);
                  });
 }
 
 void AppDelegate::ClickCopyVideoExifDateToCreateDateAction(QObject*) {
     const StorageContext storage = storageContext();
-    runVideoTool("ClickCopyVideoExifDateToCreateDateAction", [storage](const IKImageItemPtr& item) {
-        ::ClickCopyVideoExifDateToCreateDateAction(*item, readExistingMetadata(item->filePath),
-                                                   storage);
-    });
+    runVideoTool("ClickCopyVideoExifDateToCreateDateAction",
+                 [this, storage](const IKImageItemPtr& item, const Batch& batch) {
+                     reportWrite(::ClickCopyVideoExifDateToCreateDateAction(
+                         *item, readExistingMetadata(item->filePath), storage, batch.get()));
+                 });
 }
 
 void AppDelegate::ClickSetVideoDateFromFileNameAction(QObject*) {
     const StorageContext storage = storageContext();
     runVideoTool("ClickSetVideoDateFromFileNameAction",
-                 [this, storage](const IKImageItemPtr& item) {
-                     runVideoJobLater([item, storage] {
-                         return ::ClickSetVideoDateFromFileNameAction(
-                             *item, readExistingMetadata(item->filePath), storage);
-                     });
+                 [this, storage](const IKImageItemPtr& item, const Batch& batch) {
+                     runVideoJobLater(
+                         [item, storage] {
+                             return ::ClickSetVideoDateFromFileNameAction(
+                                 *item, readExistingMetadata(item->filePath), storage);
+                         },
+                         batch);
                  });
 }
 

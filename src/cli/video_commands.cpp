@@ -13,6 +13,7 @@
 #include "core/app/user_defaults.h"
 #include "core/common/file_dates.h"
 #include "core/library/media_import.h"
+#include "core/library/media_kinds.h"
 #include "core/video/video_file_ops.h"
 #include "core/video/video_tools.h"
 #include "core/video/video_writers.h"
@@ -40,6 +41,17 @@ const FieldOption kFieldOptions[] = {
     {"shoot-date", "recorded date, \"yyyy:MM:dd HH:mm:ss\"", &VideoEditorState::mediaShootDate,
      true},
 };
+
+// How every writing command reports, added to each --help.
+const char* const kOutputHelp =
+    "\n\n"
+    "Prints one line per file: the path of the new file, or \"skipped: REASON\" or\n"
+    "\"failed: REASON\". A file already in the storage folder is replaced only when\n"
+    "tagsmith wrote it and it has not changed since; otherwise, and for a second\n"
+    "file of the same name, the new file gets a free name (\"clip (2).mov\"). A\n"
+    "failed write leaves an unchanged copy where the command says so. Audio files\n"
+    "and photos are skipped (not supported yet). Exit status: 0 when every file was\n"
+    "written, 1 when any was skipped or failed, 2 for a usage error.";
 
 QString resolveStorage(const QCommandLineParser& parser) {
     QString folder = parser.value(QStringLiteral("storage"));
@@ -82,66 +94,103 @@ int parse(QCommandLineParser& parser, const QString& command, const QStringList&
     return -1;
 }
 
-// The record of a video file as the list would hold it; null (with a
-// message) for a missing file or one of another kind.
-IKImageItemPtr loadVideo(const QString& path) {
+// The outcome of each named file, one line on stdout: the new file's path,
+// or "skipped: REASON" / "failed: REASON". The exit code is 1 when any file
+// was not written.
+class FileReport {
+public:
+    void written(const QString& path) { line(path); }
+    void skipped(const QString& reason) {
+        m_allWritten = false;
+        line(QStringLiteral("skipped: ") + reason);
+    }
+    void failed(const QString& reason) {
+        m_allWritten = false;
+        line(QStringLiteral("failed: ") + reason);
+    }
+    void result(const VideoWriteResult& r) {
+        if (!r.note.isEmpty())
+            std::fprintf(stderr, "tagsmith-cli: %s: %s\n", qPrintable(r.sourcePath),
+                         qPrintable(r.note));
+        if (r.ok()) return written(r.outputPath);
+        if (r.skipped) return skipped(r.reason);
+        QString reason =
+            r.status == ExportStatus::Cancelled ? QStringLiteral("cancelled") : r.reason;
+        if (!r.outputPath.isEmpty())
+            reason += QStringLiteral("; an unchanged copy was saved as %1").arg(r.outputPath);
+        failed(reason);
+    }
+    int exitCode() const { return m_allWritten ? 0 : 1; }
+
+private:
+    static void line(const QString& text) {
+        std::printf("%s\n", qPrintable(text));
+        std::fflush(stdout);
+    }
+    bool m_allWritten = true;
+};
+
+// The record of a video file as the list would hold it; null (reported)
+// for a missing file or one of another kind.
+IKImageItemPtr loadVideo(const QString& path, FileReport& report) {
     if (!QFileInfo::exists(path)) {
-        std::fprintf(stderr, "tagsmith-cli: %s: no such file\n", qPrintable(path));
+        report.failed(QStringLiteral("no such file"));
         return nullptr;
     }
     if (!isRegularFile(path)) {
-        std::fprintf(stderr, "tagsmith-cli: %s: not a regular file\n", qPrintable(path));
+        report.failed(QStringLiteral("not a regular file"));
+        return nullptr;
+    }
+    // Audio is asked first, as at import.
+    if (isAudioPath(path)) {
+        report.skipped(QStringLiteral("audio files are not supported yet"));
+        return nullptr;
+    }
+    if (isImagePath(path) && !isVideoPath(path)) {
+        report.skipped(QStringLiteral("photos are not supported yet"));
         return nullptr;
     }
     IKImageItemPtr item = MediaImporter::importFile(QFileInfo(path).absoluteFilePath(), true);
-    if (!item || item->fileType == QLatin1String("Audio")) {
-        std::fprintf(stderr, "tagsmith-cli: %s: not a video file\n", qPrintable(path));
+    if (!item) {
+        report.skipped(QStringLiteral("not a video, audio or photo file"));
         return nullptr;
     }
     return item;
 }
 
-bool runJob(const VideoWriteJob& job, const QString& storage) {
-    const ExportStatus status = runVideoWriteJob(job, storage);
-    if (status == ExportStatus::Completed) {
-        std::printf("%s\n", qPrintable(job.request.outputPath));
-        return true;
-    }
-    std::fprintf(stderr, "tagsmith-cli: %s: the metadata could not be written",
-                 qPrintable(job.request.sourcePath));
-    if (!job.fallbackCopyPath.isEmpty()) {
-        std::fprintf(stderr, "; an unchanged copy is at %s", qPrintable(job.fallbackCopyPath));
-    }
-    std::fputs("\n", stderr);
-    return false;
-}
-
-using ToolFunction = std::function<bool(const IKImageItem&, const StorageContext&)>;
+using ToolFunction =
+    std::function<VideoWriteResult(const IKImageItem&, const StorageContext&, OutputBatch&)>;
 
 int runTool(const QString& command, const QString& description, const QStringList& args,
             const ToolFunction& tool) {
     QCommandLineParser parser;
-    parser.setApplicationDescription(description);
+    parser.setApplicationDescription(description + QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     if (const int code = parse(parser, command, args); code >= 0) return code;
     const StorageContext storage{resolveStorage(parser), false, QString()};
-    bool allDone = true;
+    OutputBatch batch;
+    FileReport report;
     for (const QString& path : parser.positionalArguments()) {
-        const IKImageItemPtr item = loadVideo(path);
-        allDone = item && tool(*item, storage) && allDone;
+        if (const IKImageItemPtr item = loadVideo(path, report))
+            report.result(tool(*item, storage, batch));
     }
-    return allDone ? 0 : 1;
+    return report.exitCode();
 }
 
 ToolFunction exportTool(VideoWriteJob (*build)(const IKImageItem&, const QList<MetadataItem>&,
-                                               const StorageContext&)) {
-    return [build](const IKImageItem& item, const StorageContext& storage) {
+                                               const StorageContext&),
+                        const char* nothingToDo) {
+    return [build, nothingToDo](const IKImageItem& item, const StorageContext& storage,
+                                OutputBatch& batch) {
         const VideoWriteJob job = build(item, readExistingMetadata(item.filePath), storage);
         if (job.request.sourcePath.isEmpty()) {
-            std::fprintf(stderr, "tagsmith-cli: %s: nothing to write\n", qPrintable(item.filePath));
-            return false;
+            VideoWriteResult r;
+            r.sourcePath = item.filePath;
+            r.skipped = true;
+            r.reason = QLatin1String(nothingToDo);
+            return r;
         }
-        return runJob(job, storage.storagelocation);
+        return runVideoWriteJob(job, storage.storagelocation, batch);
     };
 }
 
@@ -156,7 +205,8 @@ int runSet(const QStringList& args) {
                        "written when both\n"
                        "--latitude and --longitude are given (signed decimal degrees). "
                        "--created-date sets both file\n"
-                       "dates of the copy; otherwise the copy keeps the source's dates."));
+                       "dates of the copy; otherwise the copy keeps the source's dates.") +
+        QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     for (const FieldOption& f : kFieldOptions) {
         parser.addOption({QLatin1String(f.name),
@@ -185,13 +235,11 @@ int runSet(const QStringList& args) {
         return 2;
     }
     const StorageContext storage{resolveStorage(parser), false, QString()};
-    bool allDone = true;
+    OutputBatch batch;
+    FileReport report;
     for (const QString& path : parser.positionalArguments()) {
-        const IKImageItemPtr item = loadVideo(path);
-        if (!item) {
-            allDone = false;
-            continue;
-        }
+        const IKImageItemPtr item = loadVideo(path, report);
+        if (!item) continue;
         VideoEditorState editor = videoEditorStateFor(*item);
         for (const FieldOption& f : kFieldOptions) {
             if (!parser.isSet(QLatin1String(f.name))) continue;
@@ -211,9 +259,9 @@ int runSet(const QStringList& args) {
         }
         const VideoWriteJob job = SaveChangedVideoExifDateAction(
             *item, editor, readExistingMetadata(item->filePath), storage);
-        allDone = runJob(job, storage.storagelocation) && allDone;
+        report.result(runVideoWriteJob(job, storage.storagelocation, batch));
     }
-    return allDone ? 0 : 1;
+    return report.exitCode();
 }
 
 int runStrip(const QStringList& args) {
@@ -224,10 +272,10 @@ int runStrip(const QStringList& args) {
             "director, performer, producer, publisher, copyright, keywords, description,\n"
             "recorded date and artwork removed. A location is removed when it lies north\n"
             "and east of zero."),
-        args, [](const IKImageItem& item, const StorageContext& storage) {
+        args, [](const IKImageItem& item, const StorageContext& storage, OutputBatch& batch) {
             const VideoWriteJob job = RemoveVideoExifDateAction(
                 item, videoEditorStateFor(item), readExistingMetadata(item.filePath), storage);
-            return runJob(job, storage.storagelocation);
+            return runVideoWriteJob(job, storage.storagelocation, batch);
         });
 }
 
@@ -238,12 +286,8 @@ int runVideoTool(const QString& command, const QStringList& args) {
             QStringLiteral(
                 "Copies each video into the storage folder, named after its recorded title\n"
                 "(the extension is kept, \"/\" becomes \"-\"), with the source's file dates."),
-            args, [](const IKImageItem& item, const StorageContext& storage) {
-                const bool done = CopyvideoTitletoFileNameAction(item, storage);
-                if (!done)
-                    std::fprintf(stderr, "tagsmith-cli: %s: no title to use\n",
-                                 qPrintable(item.filePath));
-                return done;
+            args, [](const IKImageItem& item, const StorageContext& storage, OutputBatch& batch) {
+                return CopyvideoTitletoFileNameAction(item, storage, &batch);
             });
     }
     if (command == QLatin1String("name-to-title")) {
@@ -251,14 +295,14 @@ int runVideoTool(const QString& command, const QStringList& args) {
             command,
             QStringLiteral(
                 "Writes a copy of each video whose title is its file name without the extension."),
-            args, exportTool(CopyvideofilenametoTitleAction));
+            args, exportTool(CopyvideofilenametoTitleAction, ""));
     }
     if (command == QLatin1String("created-to-recorded")) {
         return runTool(
             command,
             QStringLiteral(
                 "Writes a copy of each video whose recorded date is the file's creation date."),
-            args, exportTool(ClickCopyVideoCreatedDateToCameraDateAction));
+            args, exportTool(ClickCopyVideoCreatedDateToCameraDateAction, ""));
     }
     if (command == QLatin1String("name-date-to-recorded")) {
         return runTool(
@@ -270,7 +314,7 @@ int runVideoTool(const QString& command, const QStringList& args) {
                 "(1900-2099), month and day counts: 20210304, 2021-03-04, 2021_03_04 or\n"
                 "2021.03.04, optionally followed by hour and minute (and seconds), e.g.\n"
                 "VID_20190514_183005 or \"2021-03-04 10.30\". Without a time it is midnight."),
-            args, exportTool(ClickSetVideoDateFromFileNameAction));
+            args, exportTool(ClickSetVideoDateFromFileNameAction, "the file name holds no date"));
     }
     if (command == QLatin1String("recorded-to-created")) {
         return runTool(
@@ -278,13 +322,9 @@ int runVideoTool(const QString& command, const QStringList& args) {
             QStringLiteral(
                 "Copies each video into the storage folder with both file dates set to its\n"
                 "recorded date (the last date item of the file that reads as a date)."),
-            args, [](const IKImageItem& item, const StorageContext& storage) {
-                const bool done = ClickCopyVideoExifDateToCreateDateAction(
-                    item, readExistingMetadata(item.filePath), storage);
-                if (!done)
-                    std::fprintf(stderr, "tagsmith-cli: %s: no recorded date\n",
-                                 qPrintable(item.filePath));
-                return done;
+            args, [](const IKImageItem& item, const StorageContext& storage, OutputBatch& batch) {
+                return ClickCopyVideoExifDateToCreateDateAction(
+                    item, readExistingMetadata(item.filePath), storage, &batch);
             });
     }
     return -1;

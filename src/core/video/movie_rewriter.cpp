@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "core/common/file_errors.h"
 #include "core/common/logging.h"
 #include "core/video/bmff_box.h"
 #include "core/video/bmff_tree.h"
@@ -144,8 +145,31 @@ void syncFolder(const QString& path) {
     ::close(fd);
 }
 
-RewriteResult fail(const QString& reason) {
-    return {false, false, reason};
+// Why a rewrite was refused or failed, in the user's words; the precise
+// reason goes to the log.
+const QString kDamaged =
+    QStringLiteral("the file is damaged or incomplete, so it cannot be rewritten safely");
+
+RewriteResult fail(const QString& reason, const QString& userReason = kDamaged) {
+    return {false, false, reason, userReason};
+}
+
+// A refusal of a movie the rewriter cannot handle, by its internal reason.
+QString refusalInWords(const QString& reason) {
+    if (reason.startsWith(QLatin1String("fragmented")))
+        return QStringLiteral("the file is a fragmented movie, which cannot be rewritten safely");
+    if (reason.startsWith(QLatin1String("compressed")))
+        return QStringLiteral(
+            "the file's movie header is compressed, which cannot be rewritten safely");
+    if (reason.startsWith(QLatin1String("media data in another file")))
+        return QStringLiteral(
+            "the file refers to media stored in other files, which cannot be rewritten safely");
+    return kDamaged;
+}
+
+RewriteResult writeFailed(const QString& what, int error) {
+    return fail(QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(strerror(error))),
+                QStringLiteral("the new file could not be written: %1").arg(plainFileError(error)));
 }
 
 }  // namespace
@@ -153,13 +177,21 @@ RewriteResult fail(const QString& reason) {
 RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewriteProgress& progress) {
     const QFileInfo sourceInfo(request.sourcePath);
     const QFileInfo outputInfo(request.outputPath);
-    if (request.outputPath.isEmpty()) return fail(QStringLiteral("no output path"));
+    if (request.outputPath.isEmpty())
+        return fail(QStringLiteral("no output path"), QStringLiteral("no output was named"));
     if (sourceInfo.exists() && outputInfo.exists() &&
         sourceInfo.canonicalFilePath() == outputInfo.canonicalFilePath()) {
-        return fail(QStringLiteral("the output is the source itself"));
+        return fail(QStringLiteral("the output is the source itself"),
+                    QStringLiteral("the new file would replace the file itself"));
     }
     QFile source(request.sourcePath);
-    if (!source.open(QIODevice::ReadOnly)) return fail(QStringLiteral("cannot open the source"));
+    errno = 0;
+    if (!source.open(QIODevice::ReadOnly)) {
+        const int error = errno;
+        return fail(QStringLiteral("cannot open the source: %1").arg(source.errorString()),
+                    QStringLiteral("the file cannot be read: %1")
+                        .arg(error ? plainFileError(error) : source.errorString()));
+    }
     const qint64 fileSize = source.size();
 
     // The file's top level: one movie box, no fragments.
@@ -168,25 +200,35 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
     if (!Bmff::scanFileBoxes(source, fileSize, boxes, &reason)) return fail(reason);
     const FileBox* moovBox = nullptr;
     for (const FileBox& box : boxes) {
-        if (box.type == "moof") return fail(QStringLiteral("fragmented movie (moof)"));
+        if (box.type == "moof") {
+            const QString reason = QStringLiteral("fragmented movie (moof)");
+            return fail(reason, refusalInWords(reason));
+        }
         if (box.type != "moov") continue;
-        if (moovBox) return fail(QStringLiteral("several movie boxes"));
+        if (moovBox)
+            return fail(QStringLiteral("several movie boxes"),
+                        QStringLiteral("the file has several movie headers, so it cannot be "
+                                       "rewritten safely"));
         moovBox = &box;
     }
-    if (!moovBox) return fail(QStringLiteral("no movie box"));
+    if (!moovBox)
+        return fail(QStringLiteral("no movie box"),
+                    QStringLiteral("the file is damaged or incomplete: it has no movie header"));
     if (moovBox->size > Bmff::kMaxMovieBoxSize)
-        return fail(QStringLiteral("movie box of %1 bytes").arg(moovBox->size));
+        return fail(QStringLiteral("movie box of %1 bytes").arg(moovBox->size),
+                    QStringLiteral("the file's movie header is too large to rewrite safely"));
 
     const qint64 payloadSize = moovBox->size - moovBox->headerSize;
     QByteArray payload(payloadSize, Qt::Uninitialized);
     if (!source.seek(moovBox->offset + moovBox->headerSize) ||
         source.read(payload.data(), payloadSize) != payloadSize) {
-        return fail(QStringLiteral("cannot read the movie box"));
+        return fail(QStringLiteral("cannot read the movie box"),
+                    QStringLiteral("the file cannot be read completely"));
     }
     std::unique_ptr<TreeBox> moov = Bmff::parseMovieBox(payload, &reason, moovBox->headerSize);
     if (!moov) return fail(reason);
     payload.clear();
-    if (!checkMovie(*moov, &reason)) return fail(reason);
+    if (!checkMovie(*moov, &reason)) return fail(reason, refusalInWords(reason));
 
     // New metadata boxes in place of the old ones, at the end of the movie box.
     const MetadataEncoder::MovieMetadataBoxes metadata =
@@ -208,8 +250,13 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
 
     // The new file, under a temporary name until it is complete and synced.
     QSaveFile output(request.outputPath);
-    if (!output.open(QIODevice::WriteOnly))
-        return fail(QStringLiteral("cannot create the output: %1").arg(output.errorString()));
+    errno = 0;
+    if (!output.open(QIODevice::WriteOnly)) {
+        const int error = errno;
+        return fail(QStringLiteral("cannot create the output: %1").arg(output.errorString()),
+                    QStringLiteral("the new file cannot be created in the storage folder: %1")
+                        .arg(error ? plainFileError(error) : output.errorString()));
+    }
     const int in = source.handle();
     const int out = output.handle();
     QByteArray buffer;
@@ -223,9 +270,12 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
                                      ? copyRange(in, piece.sourceOffset + at, slice, out, buffer)
                                      : writeAll(out, piece.bytes.constData() + at, slice);
             if (!written) {
+                const int error = errno;
                 output.cancelWriting();
-                return fail(QStringLiteral("cannot write the output: %1")
-                                .arg(QString::fromLocal8Bit(strerror(errno))));
+                if (error == 0)  // the source ended early
+                    return fail(QStringLiteral("the source is shorter than its boxes say"),
+                                QStringLiteral("the file got shorter while it was being copied"));
+                return writeFailed(QStringLiteral("cannot write the output"), error);
             }
             // Start writing the slice back now, so the final sync has little
             // left to wait for.
@@ -234,28 +284,34 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
             done += slice;
             if (progress && !progress(done, plan.outputSize)) {
                 output.cancelWriting();
-                return {false, true, QStringLiteral("cancelled")};
+                return {false, true, QStringLiteral("cancelled"), {}};
             }
         } while (at < piece.size);
     }
     if (::lseek(out, 0, SEEK_CUR) != plan.outputSize) {
         output.cancelWriting();
-        return fail(QStringLiteral("the output did not come out at its planned size"));
+        return fail(QStringLiteral("the output did not come out at its planned size"),
+                    QStringLiteral("the new file did not come out complete; nothing was saved"));
     }
-    if (::fsync(out) != 0 || !output.commit()) {
+    if (::fsync(out) != 0) {
+        const int error = errno;
         output.cancelWriting();
-        return fail(QStringLiteral("cannot complete the output"));
+        return writeFailed(QStringLiteral("cannot complete the output"), error);
+    }
+    if (!output.commit()) {
+        const int error = errno;
+        return writeFailed(QStringLiteral("cannot complete the output"), error ? error : EIO);
     }
     syncFolder(request.outputPath);
-    return {true, false, {}};
+    return {true, false, {}, {}};
 }
 
-ExportStatus rewriteMovie(const PassthroughExport& request) {
+ExportOutcome rewriteMovie(const PassthroughExport& request) {
     return rewriteMovieWithProgress(request, {});
 }
 
-ExportStatus rewriteMovieWithProgress(const PassthroughExport& request,
-                                      const RewriteProgress& progress) {
+ExportOutcome rewriteMovieWithProgress(const PassthroughExport& request,
+                                       const RewriteProgress& progress) {
     const RewriteResult result = rewriteMovieFile(request, progress);
     if (result.ok) return ExportStatus::Completed;
     if (result.cancelled) {
@@ -264,5 +320,5 @@ ExportStatus rewriteMovieWithProgress(const PassthroughExport& request,
     }
     qCWarning(lcTagsmith).noquote()
         << "Movie rewriter: cannot rewrite" << request.sourcePath << "-" << result.reason;
-    return ExportStatus::Failed;
+    return {ExportStatus::Failed, result.userReason};
 }

@@ -22,7 +22,8 @@
 struct RewriteResult {
     bool ok = false;
     bool cancelled = false;
-    QString reason;  // why it failed; empty on success
+    QString reason;      // why it failed, for the log; empty on success
+    QString userReason;  // the same in the user's words ("the disk is full")
 };
 
 // Told how many bytes of the new file are written, of how many, as the copy
@@ -34,9 +35,10 @@ using RewriteProgress = std::function<bool(qint64 written, qint64 total)>;
 RewriteResult rewriteMovieFile(const PassthroughExport& request,
                                const RewriteProgress& progress = {});
 
-// The program's exporter: Completed, or Failed with a warning that says why.
-ExportStatus rewriteMovie(const PassthroughExport& request);
+// The program's exporter: Completed, or Failed with a warning that says why
+// (and the reason in the user's words).
+ExportOutcome rewriteMovie(const PassthroughExport& request);
 
 // The same with progress: Completed, Failed or Cancelled.
-ExportStatus rewriteMovieWithProgress(const PassthroughExport& request,
-                                      const RewriteProgress& progress);
+ExportOutcome rewriteMovieWithProgress(const PassthroughExport& request,
+                                       const RewriteProgress& progress);

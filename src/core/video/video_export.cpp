@@ -4,7 +4,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <cstdio>
+
 #include "core/common/desktop_integration.h"
+#include "core/common/file_errors.h"
 #include "core/common/logging.h"
 
 PassthroughExporter& videoExporter() {
@@ -25,6 +29,23 @@ void applyDates(const QString& path, const VideoWriteJob& job) {
     }
 }
 
+void logNote(const OutputBatch::Claim& claim) {
+    if (!claim.note.isEmpty()) qCInfo(lcTagsmith).noquote() << claim.note << "==" << claim.path;
+}
+
+// Puts the new file over its source, the one writer's way of replacing a
+// file in place; the rename replaces the source in one step.
+bool moveOverSource(const QString& output, const QString& source) {
+    if (::rename(QFile::encodeName(output).constData(), QFile::encodeName(source).constData()) !=
+        0) {
+        qCWarning(lcTagsmith) << "cannot move the new file over the source ==" << source
+                              << plainFileError(errno);
+        return false;
+    }
+    forgetOutput(source);  // it is the user's file again
+    return true;
+}
+
 }  // namespace
 
 bool isSameFile(const QString& a, const QString& b) {
@@ -32,22 +53,89 @@ bool isSameFile(const QString& a, const QString& b) {
     return !ca.isEmpty() && ca == QFileInfo(b).canonicalFilePath();
 }
 
-ExportStatus runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
-                              const PassthroughExporter& exporter) {
-    const QString& output = job.request.outputPath;
-    if (isSameFile(output, job.request.sourcePath)) {
-        qCWarning(lcTagsmith)
-            << "the new file would replace its source; choose another storage folder ==" << output;
-        return ExportStatus::Failed;
+QString VideoWriteResult::message() const {
+    const QString name = QFileInfo(sourcePath).fileName();
+    QString text;
+    if (status == ExportStatus::Completed) {
+        text = QStringLiteral("Saved %1 as %2").arg(name, outputPath);
+    } else if (skipped) {
+        text = QStringLiteral("%1 was skipped: %2").arg(name, reason);
+    } else if (status == ExportStatus::Cancelled) {
+        text = QStringLiteral("Saving %1 was cancelled").arg(name);
+    } else {
+        text = QStringLiteral("%1 could not be saved: %2").arg(name, reason);
+        if (!outputPath.isEmpty())
+            text += QStringLiteral("; an unchanged copy was saved as %1").arg(outputPath);
     }
+    if (!note.isEmpty()) text += QStringLiteral(" (%1)").arg(note);
+    return text;
+}
+
+VideoWriteResult copyVideoFile(const QString& source, const QString& target,
+                               const QDateTime& creation, const QDateTime& modification,
+                               const QString& storageFolder, OutputBatch& batch, bool reveal) {
+    VideoWriteResult result;
+    result.sourcePath = source;
+    const OutputBatch::Claim claim = batch.claim(target, source);
+    result.note = claim.note;
+    if (claim.path.isEmpty()) {
+        result.reason = claim.note;
+        result.note.clear();
+        qCWarning(lcTagsmith).noquote() << result.reason << "==" << target;
+        return result;
+    }
+    logNote(claim);
+    if (QFileInfo::exists(claim.path)) QFile::remove(claim.path);  // an earlier output of ours
+    QFile file(source);
+    errno = 0;
+    if (!file.copy(claim.path)) {
+        result.reason = QStringLiteral("the copy could not be written: %1")
+                            .arg(errno ? plainFileError(errno) : file.errorString());
+        qCWarning(lcTagsmith) << "cannot copy" << source << "to" << claim.path
+                              << file.errorString();
+        return result;
+    }
+    setFileDates(claim.path, creation, modification);
+    markOutputAsOurs(claim.path);
+    if (reveal) DesktopIntegration::instance().revealFile(claim.path, storageFolder);
+    result.status = ExportStatus::Completed;
+    result.outputPath = claim.path;
+    return result;
+}
+
+VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
+                                  const PassthroughExporter& exporter) {
+    OutputBatch batch;
+    return runVideoWriteJob(job, storageFolder, batch, exporter);
+}
+
+VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
+                                  OutputBatch& batch, const PassthroughExporter& exporter) {
+    VideoWriteResult result;
+    result.sourcePath = job.request.sourcePath;
+    const OutputBatch::Claim claim = batch.claim(job.request.outputPath, job.request.sourcePath);
+    if (claim.path.isEmpty()) {
+        result.reason = claim.note;
+        qCWarning(lcTagsmith).noquote() << claim.note << "==" << job.request.outputPath;
+        return result;
+    }
+    logNote(claim);
+    result.note = claim.note;
+    PassthroughExport request = job.request;
+    request.outputPath = claim.path;
+    const QString& output = request.outputPath;
+    // Only an earlier output of ours can be here; it is replaced.
     if (QFileInfo::exists(output)) QFile::remove(output);
-    const ExportStatus status = exporter(job.request);
-    switch (status) {
+    const ExportOutcome outcome = exporter(request);
+    result.status = outcome.status;
+    switch (outcome.status) {
         case ExportStatus::Unknown:
             qCInfo(lcTagsmith) << "unknow";
+            result.reason = QStringLiteral("the write ended in an unknown state");
             break;
         case ExportStatus::Waiting:
             qCInfo(lcTagsmith) << "waiting";
+            result.reason = QStringLiteral("the write did not start");
             break;
         case ExportStatus::Cancelled:
             qCInfo(lcTagsmith) << "cancelled";
@@ -56,31 +144,34 @@ ExportStatus runVideoWriteJob(const VideoWriteJob& job, const QString& storageFo
             break;
         case ExportStatus::Completed:
             applyDates(output, job);
-            if (job.replaceSource) {
-                QFile::remove(job.request.sourcePath);
-                if (!QFile::rename(output, job.request.sourcePath)) {
-                    qCWarning(lcTagsmith)
-                        << "cannot move the new file over the source ==" << job.request.sourcePath;
-                }
-            } else if (job.reveal) {
-                DesktopIntegration::instance().revealFile(output, storageFolder);
-            }
-            break;
-        case ExportStatus::Failed:
-            qCWarning(lcTagsmith) << "export failed ==" << job.request.sourcePath;
-            if (job.fallbackCopyPath.isEmpty() ||
-                isSameFile(job.fallbackCopyPath, job.request.sourcePath))
+            result.outputPath = output;
+            if (job.replaceSource && moveOverSource(output, job.request.sourcePath)) {
+                result.outputPath = job.request.sourcePath;
                 break;
-            // The metadata change is lost, but the user still finds a copy.
-            QFile::remove(job.fallbackCopyPath);
-            if (QFile::copy(job.request.sourcePath, job.fallbackCopyPath)) {
-                applyDates(job.fallbackCopyPath, job);
-                if (job.reveal)
-                    DesktopIntegration::instance().revealFile(job.fallbackCopyPath, storageFolder);
             }
+            markOutputAsOurs(output);
+            if (job.reveal && !job.replaceSource)
+                DesktopIntegration::instance().revealFile(output, storageFolder);
             break;
+        case ExportStatus::Failed: {
+            result.reason = outcome.reason.isEmpty()
+                                ? QStringLiteral("the new file could not be written")
+                                : outcome.reason;
+            qCWarning(lcTagsmith) << "export failed ==" << job.request.sourcePath;
+            if (job.fallbackCopyPath.isEmpty()) break;
+            // The metadata change is lost, but the user still finds a copy.
+            const FileDates dates =
+                job.newDate.isValid() ? FileDates{job.newDate, job.newDate} : job.sourceDates;
+            OutputBatch reuse;  // the output's own name is already this job's
+            const bool sameName = job.fallbackCopyPath == job.request.outputPath;
+            const VideoWriteResult copy = copyVideoFile(
+                job.request.sourcePath, sameName ? output : job.fallbackCopyPath, dates.creation,
+                dates.modification, storageFolder, sameName ? reuse : batch, job.reveal);
+            if (copy.ok()) result.outputPath = copy.outputPath;
+            break;
+        }
     }
-    return status;
+    return result;
 }
 
 QString mirroredOutputPath(const QString& storage, const QString& sourcePath, bool importedFolder,

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "core/common/file_dates.h"
+#include "core/common/output_files.h"
 #include "core/video/metadata_item.h"
 
 // Output file types of a pass-through export; each has its own file type box
@@ -31,9 +32,19 @@ struct PassthroughExport {
     VideoFileType fileType = VideoFileType::AppleM4V;
 };
 
+// How an export ended and, for a failure, why in the user's words ("the
+// disk is full"); the details are in the log.
+struct ExportOutcome {
+    ExportOutcome(ExportStatus s = ExportStatus::Failed, QString why = {})
+        : status(s), reason(std::move(why)) {}
+    ExportStatus status;
+    QString reason;
+    friend bool operator==(const ExportOutcome& o, ExportStatus s) { return o.status == s; }
+};
+
 // Carries out an export; answers Completed or Failed (a failure is logged
 // with its reason by the exporter).
-using PassthroughExporter = std::function<ExportStatus(const PassthroughExport&)>;
+using PassthroughExporter = std::function<ExportOutcome(const PassthroughExport&)>;
 
 // The program's exporter (the movie rewriter). Installed once at start-up;
 // tests install their own.
@@ -55,13 +66,44 @@ struct VideoWriteJob {
     bool reveal = true;
 };
 
-// Runs a job on the calling thread: removes an existing output, exports,
-// then sets dates, falls back, replaces and reveals as the job says. An
-// output that is the source file itself (the storage folder is the source's
-// folder) is refused: the source is never deleted to make room for its copy.
+// What became of a job, for the log, the window's status bar and the
+// command line.
+struct VideoWriteResult {
+    ExportStatus status = ExportStatus::Failed;
+    // The file written: the new file, or after a failed export the unchanged
+    // copy; empty when nothing was written.
+    QString outputPath;
+    QString reason;  // why the write failed, in the user's words; "" on success
+    QString note;    // why the output has another name than planned; usually ""
+    QString sourcePath;
+    bool skipped = false;  // nothing to do for this file (`reason` says why)
+
+    bool ok() const { return status == ExportStatus::Completed; }
+    // One sentence for the status bar: what was saved where, or what failed and why.
+    QString message() const;
+    friend bool operator==(const VideoWriteResult& r, ExportStatus s) { return r.status == s; }
+};
+
+// Runs a job on the calling thread: exports, then sets dates, marks the
+// output as the program's own, falls back, replaces and reveals as the job
+// says. The output goes under its planned name only when nothing is there
+// or the file there is an earlier output of the program that this batch has
+// not written; otherwise (a file the program did not write, the source
+// itself, an earlier output of the same batch) under a free name beside it.
 // `storageFolder` is the root of the file-manager view.
-ExportStatus runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
-                              const PassthroughExporter& exporter = videoExporter());
+VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
+                                  OutputBatch& batch,
+                                  const PassthroughExporter& exporter = videoExporter());
+// The same as a batch of one.
+VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& storageFolder,
+                                  const PassthroughExporter& exporter = videoExporter());
+
+// Copies a file unchanged to `target` (or the free name the batch gives),
+// with the given dates, marks it as ours and reveals it when asked.
+VideoWriteResult copyVideoFile(const QString& source, const QString& target,
+                               const QDateTime& creation, const QDateTime& modification,
+                               const QString& storageFolder, OutputBatch& batch,
+                               bool reveal = true);
 
 // Output path of a file in the storage folder: storage + "/" + file name,
 // or, after a folder import, storage + the path below the imported folder's

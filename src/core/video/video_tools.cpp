@@ -27,21 +27,20 @@ VideoWriteJob exportJob(const IKImageItem& item, QList<MetadataItem> items,
     return job;
 }
 
-bool copyWithDates(const QString& source, const QString& target, const QDateTime& creation,
-                   const QDateTime& modification, const QString& storageRoot) {
-    if (isSameFile(source, target)) {
-        qCWarning(lcTagsmith)
-            << "the copy would replace its source; choose another storage folder ==" << target;
-        return false;
-    }
-    QFile::remove(target);
-    if (!QFile::copy(source, target)) {
-        qCWarning(lcTagsmith) << "cannot copy" << source << "to" << target;
-        return false;
-    }
-    setFileDates(target, creation, modification);
-    DesktopIntegration::instance().revealFile(target, storageRoot);
-    return true;
+VideoWriteResult copyWithDates(const QString& source, const QString& target,
+                               const QDateTime& creation, const QDateTime& modification,
+                               const QString& storageRoot, OutputBatch* batch) {
+    OutputBatch single;
+    return copyVideoFile(source, target, creation, modification, storageRoot,
+                         batch ? *batch : single);
+}
+
+VideoWriteResult skipped(const QString& source, const QString& reason) {
+    VideoWriteResult result;
+    result.sourcePath = source;
+    result.reason = reason;
+    result.skipped = true;
+    return result;
 }
 
 }  // namespace
@@ -53,18 +52,20 @@ QString videoToolOutputFolder(const IKImageItem& item, const StorageContext& sto
     return QFileInfo(mirrored).absolutePath();
 }
 
-bool CopyvideoTitletoFileNameAction(const IKImageItem& item, const StorageContext& storage) {
+VideoWriteResult CopyvideoTitletoFileNameAction(const IKImageItem& item,
+                                                const StorageContext& storage, OutputBatch* batch) {
     QString title = item.fileTitle.trimmed();
     title.replace(QLatin1Char('/'), QLatin1Char('-'));  // a title is one file name, not a path
     if (title.isEmpty() || title == QLatin1String(".") || title == QLatin1String("..")) {
         qCInfo(lcTagsmith) << "no title to name the copy after ==" << item.filePath;
-        return false;
+        return skipped(item.filePath,
+                       QStringLiteral("the file has no title to name the copy after"));
     }
     const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') + title +
                            QLatin1Char('.') + QFileInfo(item.filePath).suffix();
     const FileDates dates = readFileDates(item.filePath);
     return copyWithDates(item.filePath, target, dates.creation, dates.modification,
-                         storage.storagelocation);
+                         storage.storagelocation, batch);
 }
 
 VideoWriteJob CopyvideofilenametoTitleAction(const IKImageItem& item,
@@ -142,28 +143,29 @@ QDateTime recordedDate(const QList<MetadataItem>& existing) {
     return found;
 }
 
-bool ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& item,
-                                              const QList<MetadataItem>& existing,
-                                              const StorageContext& storage) {
+VideoWriteResult ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& item,
+                                                          const QList<MetadataItem>& existing,
+                                                          const StorageContext& storage,
+                                                          OutputBatch* batch) {
     const QDateTime when = recordedDate(existing);
     if (!when.isValid()) {
         qCInfo(lcTagsmith) << "no recorded date to copy ==" << item.filePath;
-        return false;
+        return skipped(item.filePath, QStringLiteral("the file has no recorded date"));
     }
     const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') +
                            QFileInfo(item.filePath).fileName();
-    return copyWithDates(item.filePath, target, when, when, storage.storagelocation);
+    return copyWithDates(item.filePath, target, when, when, storage.storagelocation, batch);
 }
 
-bool saveUnchangedVideoCopy(const IKImageItem& item, const VideoEditorState& editor,
-                            const StorageContext& storage) {
+VideoWriteResult saveUnchangedVideoCopy(const IKImageItem& item, const VideoEditorState& editor,
+                                        const StorageContext& storage, OutputBatch* batch) {
     const QString target = storage.storagelocation + QLatin1Char('/') + item.fileName;
     const FileDates source = readFileDates(item.filePath);
     const QDateTime typed = editor.mediaCreatedDate == editor.oldMovieCreatedDate
                                 ? QDateTime()
                                 : dateFromText(editor.mediaCreatedDate);
     if (typed.isValid())
-        return copyWithDates(item.filePath, target, typed, typed, storage.storagelocation);
+        return copyWithDates(item.filePath, target, typed, typed, storage.storagelocation, batch);
     return copyWithDates(item.filePath, target, source.creation, source.modification,
-                         storage.storagelocation);
+                         storage.storagelocation, batch);
 }

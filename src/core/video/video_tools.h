@@ -14,10 +14,15 @@
 // The folder a tool writes an item's copy into.
 QString videoToolOutputFolder(const IKImageItem& item, const StorageContext& storage);
 
+// The plain copies below go under a free name where the planned one is
+// taken (see OutputBatch); `batch` is the batch they belong to, or none.
+
 // Copies the file under its recorded title (keeping its extension), with the
-// source's dates, and reveals it. False, with a log line, when the record has
-// no title or the copy fails.
-bool CopyvideoTitletoFileNameAction(const IKImageItem& item, const StorageContext& storage);
+// source's dates, and reveals it. Skipped, with a log line, when the record
+// has no title.
+VideoWriteResult CopyvideoTitletoFileNameAction(const IKImageItem& item,
+                                                const StorageContext& storage,
+                                                OutputBatch* batch = nullptr);
 
 // Re-export with the file name (without extension) as the title: every
 // existing title item (iTunes or ID3) is replaced; one is added when none exists.
@@ -36,11 +41,12 @@ VideoWriteJob ClickSetVideoDateFromFileNameAction(const IKImageItem& item,
                                                   const QList<MetadataItem>& existing,
                                                   const StorageContext& storage);
 
-// Copies the file with both file dates set to its recorded date. False, with
-// a log line, when the file has no readable recorded date.
-bool ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& item,
-                                              const QList<MetadataItem>& existing,
-                                              const StorageContext& storage);
+// Copies the file with both file dates set to its recorded date. Skipped,
+// with a log line, when the file has no readable recorded date.
+VideoWriteResult ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& item,
+                                                          const QList<MetadataItem>& existing,
+                                                          const StorageContext& storage,
+                                                          OutputBatch* batch = nullptr);
 
 // The date a file name holds, as "yyyy:MM:dd HH:mm:ss", or "". The name is
 // cut into runs of the characters "0123456789_ .-"; the first run that
@@ -57,5 +63,6 @@ QDateTime recordedDate(const QList<MetadataItem>& existing);
 // The save of an MXF video: no metadata is written, only a copy in the
 // storage folder, dated with the editor's created date when it was changed
 // and reads as a date, else with the source's dates; then revealed.
-bool saveUnchangedVideoCopy(const IKImageItem& item, const VideoEditorState& editor,
-                            const StorageContext& storage);
+VideoWriteResult saveUnchangedVideoCopy(const IKImageItem& item, const VideoEditorState& editor,
+                                        const StorageContext& storage,
+                                        OutputBatch* batch = nullptr);

@@ -8,8 +8,10 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
+#include "core/common/desktop_integration.h"
 #include "ui/audio/audio_panel.h"
 #include "ui/library/pr_drag_table_view.h"
 #include "ui/shell/activity_view.h"
@@ -102,7 +104,18 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     m_count->setObjectName(QStringLiteral("itemCount"));
     m_busy = new BusyIndicator(this);
     m_busy->hide();
-    statusBar()->addWidget(m_count, 1);
+    m_result = new QLabel(this);
+    m_result->setObjectName(QStringLiteral("writeResult"));
+    m_result->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_showResult = new QToolButton(this);
+    m_showResult->setObjectName(QStringLiteral("showWrittenFile"));
+    m_showResult->setText(tr("Show in Folder"));
+    m_showResult->hide();
+    connect(m_showResult, &QToolButton::clicked, this,
+            [this] { DesktopIntegration::instance().revealFile(m_resultPath, m_resultRoot); });
+    statusBar()->addWidget(m_count);
+    statusBar()->addWidget(m_result, 1);
+    statusBar()->addWidget(m_showResult);
     statusBar()->addPermanentWidget(m_busy);
     statusBar()->setSizeGripEnabled(false);
     setItemCount(0);
@@ -143,6 +156,14 @@ void MainWindow::updateContentPlaceholder() {
 
 void MainWindow::setItemCount(int count) {
     m_count->setText(count == 1 ? tr("1 file") : tr("%1 files").arg(count));
+}
+
+void MainWindow::showWriteResult(const QString& message, const QString& path, const QString& root) {
+    m_result->setText(message);
+    m_result->setToolTip(message);
+    m_resultPath = path;
+    m_resultRoot = root;
+    m_showResult->setVisible(!path.isEmpty());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

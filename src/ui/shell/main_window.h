@@ -8,6 +8,7 @@ class QDockWidget;
 class QLabel;
 class QStackedWidget;
 class QToolBar;
+class QToolButton;
 class ActivityView;
 class AudioPanel;
 class BusyIndicator;
@@ -36,6 +37,9 @@ public:
     // Shows the placeholder of the right side when neither panel is visible.
     void updateContentPlaceholder();
     void setItemCount(int count);
+    // Tells the outcome of a write in the status bar; when `path` is not
+    // empty a "Show in Folder" button reveals it (`root`: the storage folder).
+    void showWriteResult(const QString& message, const QString& path, const QString& root);
 
     // Asked when the close box is pressed; false keeps the window open.
     std::function<bool()> shouldClose;
@@ -67,6 +71,9 @@ private:
     ActivityView* m_activity = nullptr;
     QDockWidget* m_activityDock = nullptr;
     QLabel* m_count = nullptr;
+    QLabel* m_result = nullptr;
+    QToolButton* m_showResult = nullptr;
+    QString m_resultPath, m_resultRoot;
 };
 
 // Loads the program's style sheet from the resources.

@@ -34,7 +34,7 @@ protected:
 
 TEST_F(VideoToolsTest, TitleBecomesTheCopysNameWithTheSourceDates) {
     video.fileTitle = "Sunset/Beach";
-    ASSERT_TRUE(CopyvideoTitletoFileNameAction(video, storage));
+    ASSERT_TRUE(CopyvideoTitletoFileNameAction(video, storage).ok());
     const QString copy = storage.storagelocation + "/Sunset-Beach.mov";
     EXPECT_TRUE(QFile::exists(copy));
     EXPECT_EQ(readFileDates(copy).modification, dateFromText("2018:08:08 08:08:08"));
@@ -43,18 +43,20 @@ TEST_F(VideoToolsTest, TitleBecomesTheCopysNameWithTheSourceDates) {
     // After a folder import the sub-folders are mirrored.
     storage.bImportLocalFolder = true;
     storage.bImportLocalPath = tmp.path() + "/media";
-    ASSERT_TRUE(CopyvideoTitletoFileNameAction(video, storage));
+    ASSERT_TRUE(CopyvideoTitletoFileNameAction(video, storage).ok());
     EXPECT_TRUE(QFile::exists(storage.storagelocation + "/trip/Sunset-Beach.mov"));
 
     video.fileTitle.clear();
-    EXPECT_FALSE(CopyvideoTitletoFileNameAction(video, storage));
+    EXPECT_TRUE(CopyvideoTitletoFileNameAction(video, storage).skipped);
 
-    // A copy that would land on the source itself is refused.
+    // A copy that would land on the source itself goes beside it.
     IKImageItem stored;
     stored.filePath = copy;
     stored.fileTitle = "Sunset-Beach";
-    EXPECT_FALSE(
-        CopyvideoTitletoFileNameAction(stored, StorageContext{storage.storagelocation, false, ""}));
+    EXPECT_EQ(
+        CopyvideoTitletoFileNameAction(stored, StorageContext{storage.storagelocation, false, ""})
+            .outputPath,
+        storage.storagelocation + "/Sunset-Beach (2).mov");
     EXPECT_TRUE(QFile::exists(copy));
 }
 
@@ -105,10 +107,11 @@ TEST(VideoTools, RecordedDateIsTheLastReadableDateItem) {
 
 TEST_F(VideoToolsTest, RecordedDateBecomesTheCopysFileDates) {
     ASSERT_TRUE(ClickCopyVideoExifDateToCreateDateAction(
-        video, {item("uiso/date", "2011:11:11 11:11:11")}, storage));
+                    video, {item("uiso/date", "2011:11:11 11:11:11")}, storage)
+                    .ok());
     EXPECT_EQ(readFileDates(storage.storagelocation + "/" + video.fileName).modification,
               dateFromText("2011:11:11 11:11:11"));
-    EXPECT_FALSE(ClickCopyVideoExifDateToCreateDateAction(video, {}, storage));
+    EXPECT_TRUE(ClickCopyVideoExifDateToCreateDateAction(video, {}, storage).skipped);
 }
 
 TEST_F(VideoToolsTest, DateFromFileNameJob) {

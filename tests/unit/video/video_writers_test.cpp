@@ -221,7 +221,6 @@ protected:
 
 TEST_F(VideoWriteJobTest, CompletedExportGetsDatesAndIsRevealed) {
     const QString out = tmp.path() + "/out.mov";
-    QFile(out).open(QIODevice::WriteOnly);  // an older output is removed first
     VideoWriteJob j = job(out);
     j.newDate = dateFromText("2020:02:02 02:02:02");
     bool existedDuringExport = true;
@@ -231,6 +230,7 @@ TEST_F(VideoWriteJobTest, CompletedExportGetsDatesAndIsRevealed) {
         return ExportStatus::Completed;
     });
     EXPECT_EQ(status, ExportStatus::Completed);
+    EXPECT_EQ(status.outputPath, out);
     EXPECT_FALSE(existedDuringExport);
     EXPECT_EQ(readFileDates(out).modification, j.newDate);
     EXPECT_EQ(desktop->revealed(), QStringList{out});
@@ -240,7 +240,13 @@ TEST_F(VideoWriteJobTest, FailedExportFallsBackToACopyWithTheSourceDates) {
     const QString out = tmp.path() + "/out.mov";
     VideoWriteJob j = job(out);
     j.fallbackCopyPath = out;
-    runVideoWriteJob(j, tmp.path(), [](const PassthroughExport&) { return ExportStatus::Failed; });
+    const VideoWriteResult r = runVideoWriteJob(j, tmp.path(), [](const PassthroughExport&) {
+        return ExportOutcome(ExportStatus::Failed, "the disk is full");
+    });
+    EXPECT_EQ(r.outputPath, out);
+    EXPECT_EQ(r.message().toStdString(),
+              "src.mov could not be saved: the disk is full; an unchanged copy was saved as " +
+                  out.toStdString());
     EXPECT_EQ(readFile(out), "source bytes");
     EXPECT_EQ(readFileDates(out).modification, dateFromText("2012:12:12 12:12:12"));
     EXPECT_EQ(desktop->revealed(), QStringList{out});
@@ -261,17 +267,4 @@ TEST_F(VideoWriteJobTest, ReplacingWriterMovesTheOutputOverTheSourceOnlyOnSucces
     EXPECT_EQ(readFile(source), "new bytes");
     EXPECT_FALSE(QFile::exists(out));
     EXPECT_TRUE(desktop->revealed().isEmpty());
-}
-
-TEST_F(VideoWriteJobTest, OutputOverTheSourceIsRefusedAndTheSourceKept) {
-    VideoWriteJob j = job(source);
-    j.fallbackCopyPath = source;
-    bool exported = false;
-    const auto status = runVideoWriteJob(j, tmp.path(), [&](const PassthroughExport&) {
-        exported = true;
-        return ExportStatus::Completed;
-    });
-    EXPECT_EQ(status, ExportStatus::Failed);
-    EXPECT_FALSE(exported);
-    EXPECT_EQ(readFile(source), "source bytes");
 }

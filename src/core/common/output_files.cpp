@@ -1,0 +1,166 @@
+#include "core/common/output_files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+#include <QSaveFile>
+#include <QUrl>
+
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+
+#include <sys/stat.h>
+#include <sys/xattr.h>
+
+#include "core/common/logging.h"
+
+const char* const kOutputListName = ".tagsmith-outputs";
+const char* const kOutputAttribute = "user.tagsmith.output";
+
+namespace {
+
+std::atomic<bool> g_xattrUsable = true;
+std::mutex g_listMutex;  // one writer of a folder's list at a time
+
+// Size and modification time (nanoseconds) of a regular file, as the mark
+// records them; empty for anything else.
+QByteArray stamp(const QString& path) {
+    struct stat st {};
+    if (::lstat(QFile::encodeName(path).constData(), &st) != 0 || !S_ISREG(st.st_mode)) return {};
+    const qint64 mtime = qint64(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
+    return QByteArray::number(qint64(st.st_size)) + ' ' + QByteArray::number(mtime);
+}
+
+bool entryExists(const QString& path) {
+    struct stat st {};
+    return ::lstat(QFile::encodeName(path).constData(), &st) == 0;
+}
+
+QString listPath(const QString& path) {
+    return QFileInfo(path).absolutePath() + QLatin1Char('/') + QLatin1String(kOutputListName);
+}
+
+// The list: one line per output, "<size> <mtime> <percent-encoded name>".
+QMap<QString, QByteArray> readList(const QString& list) {
+    QMap<QString, QByteArray> entries;
+    QFile f(list);
+    if (!f.open(QIODevice::ReadOnly)) return entries;
+    const QList<QByteArray> lines = f.read(qint64(4) * 1024 * 1024).split('\n');
+    for (const QByteArray& line : lines) {
+        const QList<QByteArray> parts = line.trimmed().split(' ');
+        if (parts.size() != 3) continue;
+        entries.insert(QUrl::fromPercentEncoding(parts[2]), parts[0] + ' ' + parts[1]);
+    }
+    return entries;
+}
+
+bool writeList(const QString& list, const QMap<QString, QByteArray>& entries) {
+    const QString folder = QFileInfo(list).absolutePath();
+    QByteArray text;
+    for (auto it = entries.begin(); it != entries.end(); ++it) {
+        if (!entryExists(folder + QLatin1Char('/') + it.key())) continue;  // gone: forget it
+        text += it.value() + ' ' + QUrl::toPercentEncoding(it.key()) + '\n';
+    }
+    QSaveFile f(list);
+    // Some network mounts refuse the rename of a save file.
+    f.setDirectWriteFallback(true);
+    if (!f.open(QIODevice::WriteOnly) || f.write(text) != text.size() || !f.commit()) {
+        qCWarning(lcTagsmith) << "cannot write the list of outputs ==" << list << f.errorString();
+        return false;
+    }
+    return true;
+}
+
+QString numberedName(const QString& wanted, int n) {
+    const QFileInfo info(wanted);
+    const QString base = info.completeBaseName();
+    const QString name = base.isEmpty() || info.suffix().isEmpty()
+                             ? QStringLiteral("%1 (%2)").arg(info.fileName()).arg(n)
+                             : QStringLiteral("%1 (%2).%3").arg(base).arg(n).arg(info.suffix());
+    return info.absolutePath() + QLatin1Char('/') + name;
+}
+
+bool sameFile(const QString& a, const QString& b) {
+    if (QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath()) return true;
+    const QString ca = QFileInfo(a).canonicalFilePath();
+    return !ca.isEmpty() && ca == QFileInfo(b).canonicalFilePath();
+}
+
+}  // namespace
+
+bool markOutputAsOurs(const QString& path) {
+    const QByteArray value = stamp(path);
+    if (value.isEmpty()) return false;
+    const QByteArray native = QFile::encodeName(path);
+    if (g_xattrUsable && ::lsetxattr(native.constData(), kOutputAttribute, value.constData(),
+                                     size_t(value.size()), 0) == 0) {
+        return true;
+    }
+    // No extended attributes here: the folder's list records the output.
+    std::lock_guard lock(g_listMutex);
+    const QString list = listPath(path);
+    QMap<QString, QByteArray> entries = readList(list);
+    entries.insert(QFileInfo(path).fileName(), value);
+    return writeList(list, entries);
+}
+
+bool isOutputOfOurs(const QString& path) {
+    const QByteArray now = stamp(path);
+    if (now.isEmpty()) return false;
+    if (g_xattrUsable) {
+        char buffer[64];
+        const ssize_t n = ::lgetxattr(QFile::encodeName(path).constData(), kOutputAttribute, buffer,
+                                      sizeof buffer);
+        if (n >= 0) return QByteArray(buffer, n) == now;
+    }
+    std::lock_guard lock(g_listMutex);
+    return readList(listPath(path)).value(QFileInfo(path).fileName()) == now;
+}
+
+void forgetOutput(const QString& path) {
+    ::lremovexattr(QFile::encodeName(path).constData(), kOutputAttribute);
+    std::lock_guard lock(g_listMutex);
+    const QString list = listPath(path);
+    QMap<QString, QByteArray> entries = readList(list);
+    if (entries.remove(QFileInfo(path).fileName()) > 0) writeList(list, entries);
+}
+
+void setExtendedAttributesUsable(bool usable) {
+    g_xattrUsable = usable;
+}
+
+OutputBatch::Claim OutputBatch::claim(const QString& wanted, const QString& sourcePath) {
+    std::lock_guard lock(m_mutex);
+    const QString name = QFileInfo(wanted).fileName();
+    QString note;
+    for (int n = 1; n <= 9999; ++n) {
+        const QString candidate =
+            n == 1 ? QFileInfo(wanted).absoluteFilePath() : numberedName(wanted, n);
+        QString refusal;
+        if (m_claimed.contains(candidate)) {
+            refusal = QStringLiteral("another file of this batch was already saved as %1");
+        } else if (sameFile(candidate, sourcePath)) {
+            refusal = QStringLiteral("%1 in the storage folder is the file being saved itself");
+        } else if (entryExists(candidate) && !isOutputOfOurs(candidate)) {
+            refusal =
+                QStringLiteral("a file named %1 that Tagsmith did not write is already there");
+        }
+        if (!refusal.isEmpty()) {
+            if (n == 1) note = refusal.arg(name);
+            continue;
+        }
+        m_claimed.insert(candidate);
+        if (!note.isEmpty())
+            note += QStringLiteral(", so the new file was saved as %1")
+                        .arg(QFileInfo(candidate).fileName());
+        return {candidate, note};
+    }
+    return {{}, QStringLiteral("no free name was found for %1 in the storage folder").arg(name)};
+}
+
+bool OutputBatch::claimed(const QString& path) const {
+    std::lock_guard lock(m_mutex);
+    return m_claimed.contains(QFileInfo(path).absoluteFilePath());
+}

@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <functional>
+
+#include "core/common/dates.h"
+#include "core/common/desktop_integration.h"
+#include "core/common/output_files.h"
+#include "core/video/video_export.h"
+
+namespace {
+
+QByteArray contents(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
+}
+
+void write(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+
+// An exporter that writes a small new file, as the movie rewriter would.
+ExportOutcome fakeExport(const PassthroughExport& e) {
+    write(e.outputPath, "new bytes");
+    return ExportStatus::Completed;
+}
+
+struct Fixture {
+    QTemporaryDir tmp;
+    QString store = tmp.path() + "/store";
+    QString source = tmp.path() + "/media/clip.mov";
+    Fixture() {
+        QDir().mkpath(store);
+        QDir().mkpath(tmp.path() + "/media");
+        write(source, "source bytes");
+        DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
+    }
+    VideoWriteResult save(OutputBatch& batch, const QString& output) {
+        VideoWriteJob job;
+        job.request.sourcePath = source;
+        job.request.outputPath = output;
+        job.sourceDates = readFileDates(source);
+        job.newDate = dateFromText("2020:02:02 02:02:02");
+        return runVideoWriteJob(job, store, batch, fakeExport);
+    }
+    VideoWriteResult save(const QString& output) {
+        OutputBatch batch;
+        return save(batch, output);
+    }
+};
+
+struct Case {
+    const char* name;
+    // Prepares the storage folder; answers the output path to ask for.
+    std::function<QString(Fixture&)> setUp;
+    const char* writtenAs;  // file name the output must get
+    bool noteExpected;
+};
+
+const Case kCases[] = {
+    {"an earlier output of ours is replaced",
+     [](Fixture& f) {
+         f.save(f.store + "/clip.mov");
+         return f.store + "/clip.mov";
+     },
+     "clip.mov", false},
+    {"a file we did not write is kept",
+     [](Fixture& f) {
+         write(f.store + "/clip.mov", "the user's own");
+         return f.store + "/clip.mov";
+     },
+     "clip (2).mov", true},
+    {"an output of ours changed since is kept",
+     [](Fixture& f) {
+         f.save(f.store + "/clip.mov");
+         write(f.store + "/clip.mov", "edited elsewhere!");
+         return f.store + "/clip.mov";
+     },
+     "clip (2).mov", true},
+    {"the free name skips taken names too",
+     [](Fixture& f) {
+         write(f.store + "/clip.mov", "the user's own");
+         write(f.store + "/clip (2).mov", "also the user's");
+         return f.store + "/clip.mov";
+     },
+     "clip (3).mov", true},
+    {"the source itself, when the storage folder is its folder",
+     [](Fixture& f) { return f.source; }, "clip (2).mov", true},
+};
+
+class OutputFiles : public ::testing::TestWithParam<bool> {
+protected:
+    void SetUp() override { setExtendedAttributesUsable(GetParam()); }
+    void TearDown() override { setExtendedAttributesUsable(true); }
+};
+
+}  // namespace
+
+TEST_P(OutputFiles, OnlyOurOwnUnchangedOutputsAreReplaced) {
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.name);
+        Fixture f;
+        const QString wanted = c.setUp(f);
+        const QString folder = QFileInfo(wanted).absolutePath();
+        QMap<QString, QByteArray> before;
+        for (const QString& name : QDir(folder).entryList(QDir::Files))
+            before.insert(name, contents(folder + "/" + name));
+        const VideoWriteResult r = f.save(wanted);
+        ASSERT_TRUE(r.ok());
+        EXPECT_EQ(r.outputPath, folder + "/" + c.writtenAs);
+        EXPECT_EQ(contents(r.outputPath), "new bytes");
+        EXPECT_EQ(r.note.isEmpty(), !c.noteExpected) << qPrintable(r.note);
+        EXPECT_TRUE(isOutputOfOurs(r.outputPath));
+        EXPECT_EQ(readFileDates(r.outputPath).modification, dateFromText("2020:02:02 02:02:02"));
+        for (auto it = before.begin(); it != before.end(); ++it) {
+            if (folder + "/" + it.key() != r.outputPath) {
+                EXPECT_EQ(contents(folder + "/" + it.key()), it.value()) << qPrintable(it.key());
+            }
+        }
+        EXPECT_EQ(contents(f.source), "source bytes");
+        EXPECT_FALSE(isOutputOfOurs(f.source));
+    }
+}
+
+TEST_P(OutputFiles, ASecondOutputOfTheSameNameInOneBatchGetsAFreeName) {
+    Fixture f;
+    OutputBatch batch;
+    EXPECT_EQ(f.save(batch, f.store + "/clip.mov").outputPath, f.store + "/clip.mov");
+    const VideoWriteResult second = f.save(batch, f.store + "/clip.mov");
+    EXPECT_EQ(second.outputPath, f.store + "/clip (2).mov");
+    EXPECT_FALSE(second.note.isEmpty());
+    EXPECT_TRUE(second.message().contains("clip (2).mov"));
+    // A new batch replaces the earlier output of ours again.
+    EXPECT_EQ(f.save(f.store + "/clip.mov").outputPath, f.store + "/clip.mov");
+}
+
+INSTANTIATE_TEST_SUITE_P(MarkKinds, OutputFiles, ::testing::Values(true, false),
+                         [](const auto& info) {
+                             return info.param ? "ExtendedAttribute" : "ListFile";
+                         });
+
+TEST(OutputFilesList, RecordsOutputsByNameWhereNoAttributeFits) {
+    setExtendedAttributesUsable(false);
+    Fixture f;
+    const QString out = f.save(f.store + "/clip.mov").outputPath;
+    const QString list = f.store + "/" + kOutputListName;
+    EXPECT_TRUE(contents(list).contains("clip.mov"));
+    // A file of another name is not ours, nor is one that replaced ours.
+    write(f.store + "/other.mov", "x");
+    EXPECT_FALSE(isOutputOfOurs(f.store + "/other.mov"));
+    QFile::remove(out);
+    write(out, "new bytes");  // same size, a later modification time
+    setFileDates(out, QDateTime(), dateFromText("2021:01:01 00:00:00"));
+    EXPECT_FALSE(isOutputOfOurs(out));
+    setExtendedAttributesUsable(true);
+}
