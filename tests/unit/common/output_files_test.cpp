@@ -10,24 +10,13 @@
 #include "core/common/desktop_integration.h"
 #include "core/common/output_files.h"
 #include "core/video/video_export.h"
+#include "support/media_fixtures.h"
 
 namespace {
 
-QByteArray contents(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
-void write(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
 // An exporter that writes a small new file, as the movie rewriter would.
 ExportOutcome fakeExport(const PassthroughExport& e) {
-    write(e.outputPath, "new bytes");
-    return ExportStatus::Completed;
+    return writeFile(e.outputPath, "new bytes") ? ExportStatus::Completed : ExportStatus::Failed;
 }
 
 struct Fixture {
@@ -37,7 +26,7 @@ struct Fixture {
     Fixture() {
         QDir().mkpath(store);
         QDir().mkpath(tmp.path() + "/media");
-        write(source, "source bytes");
+        writeFile(source, "source bytes");
         DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
     }
     VideoWriteResult save(OutputBatch& batch, const QString& output) {
@@ -71,21 +60,21 @@ const Case kCases[] = {
      "clip.mov", false},
     {"a file we did not write is kept",
      [](Fixture& f) {
-         write(f.store + "/clip.mov", "the user's own");
+         writeFile(f.store + "/clip.mov", "the user's own");
          return f.store + "/clip.mov";
      },
      "clip (2).mov", true},
     {"an output of ours changed since is kept",
      [](Fixture& f) {
          f.save(f.store + "/clip.mov");
-         write(f.store + "/clip.mov", "edited elsewhere!");
+         writeFile(f.store + "/clip.mov", "edited elsewhere!");
          return f.store + "/clip.mov";
      },
      "clip (2).mov", true},
     {"the free name skips taken names too",
      [](Fixture& f) {
-         write(f.store + "/clip.mov", "the user's own");
-         write(f.store + "/clip (2).mov", "also the user's");
+         writeFile(f.store + "/clip.mov", "the user's own");
+         writeFile(f.store + "/clip (2).mov", "also the user's");
          return f.store + "/clip.mov";
      },
      "clip (3).mov", true},
@@ -109,20 +98,20 @@ TEST_P(OutputFiles, OnlyOurOwnUnchangedOutputsAreReplaced) {
         const QString folder = QFileInfo(wanted).absolutePath();
         QMap<QString, QByteArray> before;
         for (const QString& name : QDir(folder).entryList(QDir::Files))
-            before.insert(name, contents(folder + "/" + name));
+            before.insert(name, readFile(folder + "/" + name));
         const VideoWriteResult r = f.save(wanted);
         ASSERT_TRUE(r.ok());
         EXPECT_EQ(r.outputPath, folder + "/" + c.writtenAs);
-        EXPECT_EQ(contents(r.outputPath), "new bytes");
+        EXPECT_EQ(readFile(r.outputPath), "new bytes");
         EXPECT_EQ(r.note.isEmpty(), !c.noteExpected) << qPrintable(r.note);
         EXPECT_TRUE(isOutputOfOurs(r.outputPath));
         EXPECT_EQ(readFileDates(r.outputPath).modification, dateFromText("2020:02:02 02:02:02"));
         for (auto it = before.begin(); it != before.end(); ++it) {
             if (folder + "/" + it.key() != r.outputPath) {
-                EXPECT_EQ(contents(folder + "/" + it.key()), it.value()) << qPrintable(it.key());
+                EXPECT_EQ(readFile(folder + "/" + it.key()), it.value()) << qPrintable(it.key());
             }
         }
-        EXPECT_EQ(contents(f.source), "source bytes");
+        EXPECT_EQ(readFile(f.source), "source bytes");
         EXPECT_FALSE(isOutputOfOurs(f.source));
     }
 }
@@ -149,12 +138,12 @@ TEST(OutputFilesList, RecordsOutputsByNameWhereNoAttributeFits) {
     Fixture f;
     const QString out = f.save(f.store + "/clip.mov").outputPath;
     const QString list = f.store + "/" + kOutputListName;
-    EXPECT_TRUE(contents(list).contains("clip.mov"));
+    EXPECT_TRUE(readFile(list).contains("clip.mov"));
     // A file of another name is not ours, nor is one that replaced ours.
-    write(f.store + "/other.mov", "x");
+    writeFile(f.store + "/other.mov", "x");
     EXPECT_FALSE(isOutputOfOurs(f.store + "/other.mov"));
     QFile::remove(out);
-    write(out, "new bytes");  // same size, a later modification time
+    writeFile(out, "new bytes");  // same size, a later modification time
     setFileDates(out, QDateTime(), dateFromText("2021:01:01 00:00:00"));
     EXPECT_FALSE(isOutputOfOurs(out));
     setExtendedAttributesUsable(true);
