@@ -3,10 +3,11 @@
 with exiftool and ffmpeg, the sources checked to be untouched."""
 
 import os
+import struct
 import tempfile
 import unittest
 
-from support import CLI, exif, ffmpeg, framemd5, info, run, sha
+from support import CLI, exif, ffmpeg, ffprobe, framemd5, info, run, sha
 
 
 class CliVideoWriteTest(unittest.TestCase):
@@ -114,6 +115,153 @@ class CliVideoWriteTest(unittest.TestCase):
         self.assertEqual(by_id["mdta/title"], tags["Keys:Title"])
         self.assertEqual(by_id["mdta/com.apple.quicktime.creationdate"], "2001-02-03T04:05:06Z")
         self.assertEqual(info(self.mov)["fileTitle"], "Movie title")
+
+
+# Hand-made boxes for the fixtures below: what phones, cameras and older
+# QuickTime tools store, which ffmpeg and exiftool cannot all write.
+def box(kind, payload):
+    return struct.pack(">I", 8 + len(payload)) + kind + payload
+
+
+def full_box(kind, payload):
+    return box(kind, b"\0\0\0\0" + payload)
+
+
+def data_atom(type_indicator, value):
+    return box(b"data", struct.pack(">II", type_indicator, 0) + value)
+
+
+def text_box(kind, language, text):
+    return box(kind, struct.pack(">HH", len(text), language) + text)
+
+
+def children(data, start, end):
+    """(type, whole box bytes, payload start, end) of each child box."""
+    out = []
+    while start + 8 <= end:
+        size, kind = struct.unpack(">I4s", data[start:start + 8])
+        head = 8
+        if size == 1:
+            size, head = struct.unpack(">Q", data[start + 8:start + 16])[0], 16
+        out.append((kind, data[start:start + size], start + head, start + size))
+        start += size
+    return out
+
+
+def add_to_moov(path, udta_boxes, ilst_entries):
+    """Appends boxes to moov/udta and moov/udta/meta/ilst of a file whose
+    movie box is last, so no chunk offset moves."""
+    with open(path, "rb") as f:
+        data = f.read()
+    moov = [c for c in children(data, 0, len(data)) if c[0] == b"moov"][0]
+    assert moov[3] == len(data)
+    hdlr = full_box(b"hdlr", b"\0\0\0\0mdirappl" + bytes(9))
+    meta = full_box(b"meta", hdlr + box(b"ilst", ilst_entries))
+    body = b"".join(c[1] for c in children(data, moov[2], moov[3]) if c[0] != b"udta")
+    with open(path, "wb") as f:
+        f.write(data[:moov[2] - 8] + box(b"moov", body + box(b"udta", udta_boxes + meta)))
+
+
+def metadata_boxes(path):
+    """Every metadata unit of a file by where it sits: the user-data boxes,
+    the iTunes entries, the QuickTime keys' items (by key name) and the
+    top-level boxes other than the media and the movie."""
+    with open(path, "rb") as f:
+        data = f.read()
+    units = {}
+    for kind, whole, start, end in children(data, 0, len(data)):
+        if kind not in (b"ftyp", b"moov", b"mdat", b"free", b"wide"):
+            units[("top", kind, len(units))] = whole
+        if kind != b"moov":
+            continue
+        for kind2, whole2, start2, end2 in children(data, start, end):
+            if kind2 == b"udta":
+                for kind3, whole3, start3, end3 in children(data, start2, end2):
+                    if kind3 != b"meta":
+                        units[("udta", kind3)] = whole3
+                        continue
+                    for kind4, _, start4, end4 in children(data, start3 + 4, end3):
+                        for kind5, whole5, _, _ in children(data, start4, end4) if kind4 == b"ilst" else []:
+                            units[("ilst", kind5, whole5[8:60] if kind5 == b"----" else b"")] = whole5
+            if kind2 == b"meta":
+                parts = {k: (s, e) for k, _, s, e in children(data, start2, end2)}
+                s, e = parts[b"keys"]
+                names = [w[8:] for _, w, _, _ in children(data, s + 8, e)]
+                s, e = parts[b"ilst"]
+                for kind5, whole5, _, _ in children(data, s, e):
+                    units[("keys", names[struct.unpack(">I", kind5)[0] - 1])] = whole5[8:]
+    return units
+
+
+class CliKeepsUntouchedMetadataTest(unittest.TestCase):
+    """set --title changes the title items only: every other metadata box of
+    files made like camera, phone and QuickTime files comes back byte for byte."""
+
+    JPEG = ("color=c=red:size=32x32", ".jpg")
+    PNG = ("color=c=blue:size=24x24", ".png")
+
+    @classmethod
+    def setUpClass(cls):
+        cls.tmp = tempfile.TemporaryDirectory()
+        pics = {}
+        for source, ext in (cls.JPEG, cls.PNG):
+            pic = os.path.join(cls.tmp.name, "cover" + ext)
+            ffmpeg("-f", "lavfi", "-i", source, "-frames:v", "1", pic)
+            with open(pic, "rb") as f:
+                pics[ext] = f.read()
+        cls.udta = (
+            text_box(b"\xa9alb", 0, "Café • Paris".encode("mac_roman"))  # Mac language: Mac Roman
+            + full_box(b"kywd", struct.pack(">HB", 0x15C7, 2) + b"\x04one\0\x04two\0")  # 3GPP keywords
+            + full_box(b"auth", struct.pack(">H", 0x15C7) + b"An author\0")
+            + box(b"Xtgs", b"\x01\x02 not understood \xff"))  # unknown user data
+        cls.ilst = (
+            box(b"covr", data_atom(13, pics[".jpg"]) + full_box(b"name", b"front")
+                + data_atom(14, pics[".png"]) + full_box(b"name", b"back"))
+            + box(b"tgsX", box(b"blob", b"\0\1 not a data atom"))  # unknown entry
+            + box(b"----", full_box(b"mean", b"com.example.cam") + full_box(b"name", b"Lens")
+                  + data_atom(1, b"24 mm")))
+        cls.files = {}
+        # exiftool puts the XMP into the user data of a movie, into a top-level box of an MPEG-4 file.
+        for ext in (".mov", ".mp4"):
+            path = os.path.join(cls.tmp.name, "camera" + ext)
+            ffmpeg("-f", "lavfi", "-i", "testsrc=size=160x120:rate=25:duration=1", "-f", "lavfi", "-i",
+                   "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest", path)
+            add_to_moov(path, cls.udta, cls.ilst)
+            run("exiftool", "-q", "-overwrite_original", "-ItemList:Title=Old title",
+                "-Keys:Title=Old keys title", "-Keys:Make=Phone maker", "-XMP-dc:Description=from xmp", path)
+            cls.files[ext] = path
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.tmp.cleanup()
+
+    def test_set_title_leaves_every_other_item_byte_identical(self):
+        titles = {("ilst", b"\xa9nam", b""), ("keys", b"com.apple.quicktime.title")}
+        for ext, path in self.files.items():
+            with self.subTest(ext):
+                before = metadata_boxes(path)
+                # The fixture holds what the test is about.
+                for unit in (("udta", b"\xa9alb"), ("udta", b"kywd"), ("udta", b"Xtgs"), ("ilst", b"covr", b""),
+                             ("ilst", b"tgsX", b"")):
+                    self.assertIn(unit, before)
+                out_dir = tempfile.mkdtemp(dir=self.tmp.name)
+                run(CLI, "set", "--title", "Nouveau titre é", "--storage", out_dir, path)
+                out = os.path.join(out_dir, os.path.basename(path))
+                after = metadata_boxes(out)
+                for unit in set(before) | set(after):
+                    if unit not in titles and unit[0] != "top":
+                        self.assertEqual(after.get(unit), before.get(unit), unit)
+                self.assertEqual(sorted(v for k, v in after.items() if k[0] == "top"),
+                                 sorted(v for k, v in before.items() if k[0] == "top"))
+                self.assertEqual(framemd5(out), framemd5(path))
+                tags = exif(out)
+                self.assertEqual(tags["ItemList:Title"], "Nouveau titre é")
+                self.assertEqual(tags["UserData:Album"], "Café • Paris")
+                self.assertEqual(tags["XMP-dc:Description"], "from xmp")
+                self.assertEqual(ffprobe(out)["format"]["tags"]["title"], "Nouveau titre é")
+                rec = info(out)
+                self.assertEqual(rec["fileTitle"], "Nouveau titre é")
+
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)

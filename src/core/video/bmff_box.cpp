@@ -63,6 +63,8 @@ bool BoxIterator::next(Box& box) {
     box.truncated = size > quint64(remaining);
     const qint64 boxSize = box.truncated ? remaining : qint64(size);
     box.payload = m_data.sliced(m_pos + headerSize, boxSize - headerSize);
+    const bool toTheEnd = readU32(m_data, m_pos) == 0;
+    box.bytes = box.truncated || toTheEnd ? QByteArrayView() : m_data.sliced(m_pos, boxSize);
     m_pos += boxSize;
     if (box.truncated) m_done = m_damaged = true;
     return true;

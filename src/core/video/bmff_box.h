@@ -23,6 +23,9 @@ struct Box {
     QByteArray type;         // four bytes, as stored
     QByteArrayView payload;  // the bytes after the header (and after a uuid's user type)
     bool truncated = false;  // the declared size reached past the parent; payload was cut
+    // The whole box as stored, header included; empty when it cannot be
+    // copied as it is (truncated, or sized "to the end of the parent").
+    QByteArrayView bytes;
 };
 
 // Iterates the child boxes of one payload in order. A box whose declared

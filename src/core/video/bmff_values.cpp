@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "core/video/bmff_box.h"
+#include "core/video/mac_roman.h"
 
 namespace Bmff {
 
@@ -160,11 +161,11 @@ QList<DecodedValue> decodeInternationalText(QByteArrayView payload) {
     while (payload.size() - pos >= 4) {
         const qint64 length = readU16(payload, pos);
         const quint16 language = readU16(payload, pos + 2);
-        pos += 4;
-        if (length > payload.size() - pos) break;
-        const QByteArrayView bytes = payload.sliced(pos, length);
-        pos += length;
+        if (length > payload.size() - pos - 4) break;
+        const QByteArrayView bytes = payload.sliced(pos + 4, length);
         DecodedValue value;
+        value.stored = payload.sliced(pos, 4 + length);
+        pos += 4 + length;
         value.language = languageFromCode(language);
         if (bytes.size() >= 2 && readU16(bytes, 0) == 0xfeff) {
             value.value = utf16BigEndianText(bytes.sliced(2));
@@ -173,12 +174,11 @@ QList<DecodedValue> decodeInternationalText(QByteArrayView payload) {
             value.value = utf8Text(bytes);
             value.dataType = DataType::kUtf8;
         } else {
-            // Classic Macintosh text that is not UTF-8: its ASCII part reads
-            // the same in Latin-1, which is the best a reader without the
-            // old code pages can do.
+            // A Macintosh language code means Mac Roman text (some tools
+            // store UTF-8 there instead, which the test above reads).
             QByteArrayView text = bytes;
             while (!text.isEmpty() && text.back() == '\0') text.chop(1);
-            value.value = QString::fromLatin1(text);
+            value.value = MacRoman::decode(text);
             value.dataType = DataType::kUtf8;
         }
         values.append(value);

@@ -56,6 +56,9 @@ struct DecodedValue {
     QVariant value;  // QString for text, qint64 or double for numbers, QByteArray otherwise
     QString dataType;
     QString language;  // ISO 639-2 or ""
+    // The bytes the value was decoded from, where the decoder cuts a run of
+    // values (one entry of a user-data text box); else empty.
+    QByteArrayView stored;
 };
 
 // The payload of a `data` atom: a 4-byte type indicator (well-known types

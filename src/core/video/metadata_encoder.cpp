@@ -8,8 +8,10 @@
 #include <cstring>
 
 #include "core/common/logging.h"
+#include "core/video/bmff_box.h"
 #include "core/video/bmff_tree.h"
 #include "core/video/bmff_values.h"
+#include "core/video/mac_roman.h"
 #include "core/video/metadata_encoder_private.h"
 #include "core/video/video_items.h"
 
@@ -48,8 +50,8 @@ bool startsWith(const QByteArray& data, QByteArrayView magic) {
     return data.startsWith(magic);
 }
 
-// A picture as JPEG or PNG data; other formats are converted to PNG so that
-// every reader understands them.
+// A picture as JPEG or PNG data; other formats (TIFF, BMP, ...) are
+// converted to PNG, the types every player reads.
 std::optional<TypedValue> pictureValue(const QVariant& value, const QString& dataType) {
     QImage image;
     if (value.typeId() == QMetaType::QImage) {
@@ -60,8 +62,6 @@ std::optional<TypedValue> pictureValue(const QVariant& value, const QString& dat
             return TypedValue{kJpeg, data};
         if (dataType == QLatin1String("public.png") || startsWith(data, "\x89PNG\r\n\x1a\n"))
             return TypedValue{kPng, data};
-        if (dataType == QLatin1String("com.microsoft.bmp") && startsWith(data, "BM"))
-            return TypedValue{kBmp, data};
         image = QImage::fromData(data);
     }
     if (image.isNull()) return std::nullopt;
@@ -204,7 +204,50 @@ Target targetOf(const MetadataItem& item, VideoFileType fileType) {
     return {id.left(slash), identifierKey(id.mid(slash + 1))};
 }
 
-// Builds the boxes while walking the items in order.
+using Form = MetadataOrigin::Form;
+
+// The boxes before an entry's first data atom, when the item came from an
+// entry of the same key.
+QByteArray entryHead(const MetadataItem& item) {
+    const MetadataOrigin& o = item.origin;
+    return o.form == Form::DataAtom && o.identifier == item.identifier ? o.entryHead : QByteArray();
+}
+
+// The language code of a QuickTime text entry the item was read from, or -1.
+int storedTextLanguage(const MetadataItem& item) {
+    const MetadataOrigin& o = item.origin;
+    if (o.form != Form::TextEntry || o.prefix.size() < 4 || o.language != item.language) return -1;
+    return Bmff::readU16(o.prefix, 2);
+}
+
+// One entry of a QuickTime user-data text box: 16-bit length, 16-bit
+// language, the text. A text read with a Macintosh language code goes back
+// in Mac Roman under that code when every character has a Mac Roman byte;
+// otherwise it is UTF-8 under a packed language, which readers take as such.
+std::optional<QByteArray> textEntry(const MetadataItem& item) {
+    QByteArray text;
+    quint16 language = languageOrUndetermined(item.language);
+    const int stored = storedTextLanguage(item);
+    std::optional<QByteArray> mac;
+    if (stored >= 0 && !Bmff::isPackedLanguage(quint16(stored)))
+        mac = MacRoman::encode(textOf(item.value));
+    if (item.value.typeId() == QMetaType::QByteArray) {
+        text = item.value.toByteArray();
+    } else if (mac) {
+        text = *mac;
+        language = quint16(stored);
+    } else {
+        text = textOf(item.value).toUtf8();
+    }
+    if (text.size() > 0xffff) return std::nullopt;
+    QByteArray entry;
+    appendU16(entry, quint16(text.size()));
+    appendU16(entry, language);
+    return entry + text;
+}
+
+// Builds the boxes while walking the items in order. Items read from the
+// file and left unchanged go back as the bytes they came in.
 class Encoder {
 public:
     explicit Encoder(VideoFileType type) : m_fileType(type) {}
@@ -212,21 +255,40 @@ public:
     MovieMetadataBoxes finish() const;
 
 private:
+    // A box being built from parts: kept whole (`verbatim`), or the body of
+    // a box of `key` that collects the entries or data atoms of that key
+    // (several boxes of one key would be duplicates to other readers).
+    struct Part {
+        QByteArray key;
+        QByteArray body;
+        bool verbatim = false;
+    };
+    static void addToPart(QList<Part>& parts, const QByteArray& key, const QByteArray& head,
+                          const QByteArray& bytes);
     void addItunes(const MetadataItem& item, const QByteArray& key);
     void addQuickTime(const MetadataItem& item, const QByteArray& key);
     void addUserData(const MetadataItem& item, const QByteArray& key);
 
     VideoFileType m_fileType;
-    QByteArray m_userData;  // children of udta, in order
-    // One list item per key, holding a data atom per value in order (several
-    // boxes of one key would be duplicates to other readers).
-    QList<QPair<QByteArray, QByteArray>> m_itunes;  // key, item body (udta/meta/ilst)
-    QList<QByteArray> m_keys;                       // moov/meta/keys
-    QList<QByteArray> m_quickTime;                  // item body per key (moov/meta/ilst)
+    QList<Part> m_userData;   // children of udta, in order
+    QList<Part> m_itunes;     // udta/meta/ilst
+    QList<Part> m_quickTime;  // moov/meta: keys and ilst
 };
 
+void Encoder::addToPart(QList<Part>& parts, const QByteArray& key, const QByteArray& head,
+                        const QByteArray& bytes) {
+    for (Part& part : parts) {
+        if (!part.verbatim && part.key == key) {
+            part.body += bytes;
+            return;
+        }
+    }
+    parts.append({key, head + bytes, false});
+}
+
 void Encoder::add(const MetadataItem& item) {
-    if (isEmptyValue(item.value)) return;
+    const bool unchanged = item.isUnchanged();
+    if (!unchanged && isEmptyValue(item.value)) return;
     const Target target = targetOf(item, m_fileType);
     if (target.key.isEmpty()) {
         qCWarning(lcTagsmith) << "Movie rewriter: item without a key left out:" << item.identifier;
@@ -238,11 +300,13 @@ void Encoder::add(const MetadataItem& item) {
         addUserData(item, target.key);
     } else if (target.space == QLatin1String("uiso")) {
         const QByteArray type = isoUserDataType(target.key);
-        if (type.size() != 4) {
+        if (unchanged && item.origin.form == Form::Box) {
+            m_userData.append({type, item.origin.bytes(), true});
+        } else if (type.size() != 4) {
             qCWarning(lcTagsmith) << "Movie rewriter: unknown ISO user data left out:"
                                   << target.key;
         } else if (const auto box = isoUserDataBox(type, item)) {
-            m_userData += *box;
+            m_userData.append({type, *box, true});
         }
     } else {
         qCWarning(lcTagsmith) << "Movie rewriter: a movie has no place for" << target.space
@@ -251,85 +315,98 @@ void Encoder::add(const MetadataItem& item) {
 }
 
 void Encoder::addItunes(const MetadataItem& item, const QByteArray& key) {
+    const bool unchanged = item.isUnchanged();
+    if (unchanged && item.origin.form == Form::Box) {
+        m_itunes.append({key, item.origin.bytes(), true});  // an entry not understood
+        return;
+    }
     const bool freeform = key.startsWith("----:");
     if (!freeform && key.size() != 4) {
         qCWarning(lcTagsmith) << "Movie rewriter: not an iTunes item key, left out:" << key;
         return;
     }
-    const bool numberPair =
-        (key == "trkn" || key == "disk") && item.value.typeId() != QMetaType::QByteArray;
-    const std::optional<TypedValue> value =
-        numberPair ? numberPairValue(item.value, key) : dataAtomValue(item, key, key == "covr");
-    if (!value) {
-        qCWarning(lcTagsmith) << "Movie rewriter: value not usable for" << item.identifier
-                              << "; left out";
-        return;
-    }
-    for (auto& [existingKey, body] : m_itunes) {
-        if (existingKey == key) {
-            body += dataAtom(*value, item.language);
+    QByteArray atom;
+    if (unchanged && item.origin.form == Form::DataAtom) {
+        atom = item.origin.bytes();
+    } else {
+        const bool numberPair =
+            (key == "trkn" || key == "disk") && item.value.typeId() != QMetaType::QByteArray;
+        const std::optional<TypedValue> value =
+            numberPair ? numberPairValue(item.value, key) : dataAtomValue(item, key, key == "covr");
+        if (!value) {
+            qCWarning(lcTagsmith) << "Movie rewriter: value not usable for" << item.identifier
+                                  << "; left out";
             return;
         }
+        atom = dataAtom(*value, item.language);
     }
-    QByteArray body;
-    if (freeform) {
+    QByteArray head = entryHead(item);
+    if (freeform && head.isEmpty()) {
         // "----:mean:name": the reverse-domain owner, then the item's name.
         const QByteArray rest = key.mid(5);
         const qsizetype colon = rest.indexOf(':');
-        body += makeFullBox("mean", 0, 0, colon < 0 ? QByteArray() : rest.left(colon));
-        body += makeFullBox("name", 0, 0, colon < 0 ? rest : rest.mid(colon + 1));
+        head += makeFullBox("mean", 0, 0, colon < 0 ? QByteArray() : rest.left(colon));
+        head += makeFullBox("name", 0, 0, colon < 0 ? rest : rest.mid(colon + 1));
     }
-    body += dataAtom(*value, item.language);
-    m_itunes.append({key, body});
+    addToPart(m_itunes, key, head, atom);
 }
 
 void Encoder::addQuickTime(const MetadataItem& item, const QByteArray& key) {
-    const bool picture = key.endsWith(".artwork");
-    const std::optional<TypedValue> value = dataAtomValue(item, key, picture);
-    if (!value) {
-        qCWarning(lcTagsmith) << "Movie rewriter: unreadable picture left out:" << item.identifier;
-        return;
+    QByteArray atom;
+    if (item.isUnchanged() && item.origin.form == Form::DataAtom) {
+        atom = item.origin.bytes();
+    } else {
+        const bool picture = key.endsWith(".artwork");
+        const std::optional<TypedValue> value = dataAtomValue(item, key, picture);
+        if (!value) {
+            qCWarning(lcTagsmith) << "Movie rewriter: unreadable picture left out:"
+                                  << item.identifier;
+            return;
+        }
+        atom = dataAtom(*value, item.language);
     }
-    qsizetype index = m_keys.indexOf(key);
-    if (index < 0) {
-        m_keys.append(key);
-        m_quickTime.append(QByteArray());
-        index = m_keys.size() - 1;
-    }
-    m_quickTime[index] += dataAtom(*value, item.language);
+    addToPart(m_quickTime, key, entryHead(item), atom);
 }
 
 void Encoder::addUserData(const MetadataItem& item, const QByteArray& key) {
+    const bool unchanged = item.isUnchanged();
+    if (unchanged && item.origin.form == Form::Box) {
+        m_userData.append({key, item.origin.bytes(), true});
+        return;
+    }
     if (key.size() != 4 || key == "meta") {
         qCWarning(lcTagsmith) << "Movie rewriter: user data key left out:" << key;
         return;
     }
     if (static_cast<unsigned char>(key[0]) == 0xa9) {
-        // QuickTime text: 16-bit length, 16-bit language, the text.
-        const QByteArray text = item.value.typeId() == QMetaType::QByteArray
-                                    ? item.value.toByteArray()
-                                    : textOf(item.value).toUtf8();
-        if (text.size() > 0xffff) {
+        if (unchanged && item.origin.form == Form::DataAtom) {
+            addToPart(m_userData, key, entryHead(item), item.origin.bytes());
+            return;
+        }
+        const std::optional<QByteArray> entry = unchanged && item.origin.form == Form::TextEntry
+                                                    ? item.origin.bytes()
+                                                    : textEntry(item);
+        if (!entry) {
             qCWarning(lcTagsmith) << "Movie rewriter: text too long for" << key << "; left out";
             return;
         }
-        QByteArray body;
-        appendU16(body, quint16(text.size()));
-        appendU16(body, languageOrUndetermined(item.language));
-        body += text;
-        m_userData += makeBox(key, body);
+        // Entries of one key share a box, placed where its first entry is;
+        // the key of text parts is marked so they do not join data atoms.
+        addToPart(m_userData, key + QByteArray(1, '\0'), {}, *entry);
         return;
     }
     // Anything else is kept as the box's raw payload.
     const QByteArray payload = item.value.typeId() == QMetaType::QByteArray
                                    ? item.value.toByteArray()
                                    : textOf(item.value).toUtf8();
-    m_userData += makeBox(key, payload);
+    m_userData.append({key, makeBox(key, payload), true});
 }
 
 MovieMetadataBoxes Encoder::finish() const {
     MovieMetadataBoxes out;
-    QByteArray userData = m_userData;
+    QByteArray userData;
+    for (const Part& part : m_userData)
+        userData += part.verbatim ? part.body : makeBox(part.key.left(4), part.body);
     if (!m_itunes.isEmpty()) {
         QByteArray handler;
         appendU32(handler, 0);  // pre-defined
@@ -337,25 +414,29 @@ MovieMetadataBoxes Encoder::finish() const {
         handler += "appl";
         handler += QByteArray(9, '\0');  // reserved and an empty name
         QByteArray list;
-        for (const auto& [key, body] : m_itunes)
-            list += makeBox(key.startsWith("----:") ? QByteArray("----") : key, body);
+        for (const Part& part : m_itunes) {
+            list += part.verbatim
+                        ? part.body
+                        : makeBox(part.key.startsWith("----:") ? QByteArray("----") : part.key,
+                                  part.body);
+        }
         userData +=
             makeFullBox("meta", 0, 0, makeFullBox("hdlr", 0, 0, handler) + makeBox("ilst", list));
     }
     if (!userData.isEmpty()) out.userData = makeBox("udta", userData);
-    if (!m_keys.isEmpty()) {
+    if (!m_quickTime.isEmpty()) {
         QByteArray handler;
         appendU32(handler, 0);
         handler += "mdta";
         handler += QByteArray(13, '\0');
         QByteArray keys;
-        appendU32(keys, quint32(m_keys.size()));
+        appendU32(keys, quint32(m_quickTime.size()));
         QByteArray list;
-        for (qsizetype i = 0; i < m_keys.size(); ++i) {
-            keys += makeBox("mdta", m_keys[i]);
+        for (qsizetype i = 0; i < m_quickTime.size(); ++i) {
+            keys += makeBox("mdta", m_quickTime[i].key);
             QByteArray index;
             appendU32(index, quint32(i + 1));  // items name their key by number
-            list += makeBox(index, m_quickTime[i]);
+            list += makeBox(index, m_quickTime[i].body);
         }
         out.metadata = makeBox("meta", makeFullBox("hdlr", 0, 0, handler) +
                                            makeFullBox("keys", 0, 0, keys) + makeBox("ilst", list));

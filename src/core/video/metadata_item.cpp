@@ -1,5 +1,18 @@
 #include "core/video/metadata_item.h"
 
+QByteArray MetadataOrigin::bytes() const {
+    if (!valueInBetween) return prefix + suffix;
+    return prefix + value.toByteArray() + suffix;
+}
+
+bool MetadataItem::isUnchanged() const {
+    // QVariant compares a number of another width unequal; that only makes
+    // an item be encoded anew, never kept when changed.
+    return origin.form != MetadataOrigin::Form::None && identifier == origin.identifier &&
+           value.typeId() == origin.value.typeId() && value == origin.value &&
+           dataType == origin.dataType && language == origin.language;
+}
+
 QString metadataIdentifier(const QString& keySpace, const QByteArray& key) {
     static const char hex[] = "0123456789ABCDEF";
     QString out = keySpace;

@@ -36,6 +36,40 @@ MetadataItem makeItem(const QString& keySpace, const QByteArray& key, const Deco
     return item;
 }
 
+// Remembers the bytes the item was read from: `stored` is all of them; when
+// the item's value is the tail part `valueBytes` of them (raw data, pictures),
+// that part is not held twice.
+void remember(MetadataItem& item, MetadataOrigin::Form form, QByteArrayView stored,
+              QByteArrayView valueBytes = {}, QByteArrayView entryHead = {}) {
+    if (stored.isEmpty()) return;
+    MetadataOrigin& o = item.origin;
+    o.form = form;
+    const qint64 at = valueBytes.isEmpty() ? -1 : valueBytes.data() - stored.data();
+    if (at >= 0 && at + valueBytes.size() <= stored.size() &&
+        item.value.typeId() == QMetaType::QByteArray && item.value.toByteArray() == valueBytes) {
+        o.prefix = stored.first(at).toByteArray();
+        o.suffix = stored.sliced(at + valueBytes.size()).toByteArray();
+        o.valueInBetween = true;
+    } else {
+        o.prefix = stored.toByteArray();
+    }
+    o.entryHead = entryHead.toByteArray();
+    o.identifier = item.identifier;
+    o.value = item.value;
+    o.dataType = item.dataType;
+    o.language = item.language;
+}
+
+// A whole box read as raw data, kept as it is.
+MetadataItem rawBoxItem(const QString& keySpace, const Box& box) {
+    DecodedValue value;
+    value.value = box.payload.toByteArray();
+    value.dataType = Bmff::DataType::kRaw;
+    MetadataItem item = makeItem(keySpace, box.type, value);
+    remember(item, MetadataOrigin::Form::Box, box.bytes, box.payload);
+    return item;
+}
+
 class MovieBoxReader {
 public:
     QList<MetadataItem> read(QByteArrayView moov);
@@ -48,7 +82,8 @@ private:
     void readItunesItem(const Box& item);
     void readQuickTimeList(QByteArrayView ilst, const QList<QPair<QString, QByteArray>>& keys);
     QList<QPair<QString, QByteArray>> readKeys(QByteArrayView keys);
-    void readDataAtoms(QByteArrayView itemPayload, const QString& keySpace, const QByteArray& key);
+    // Answers how many items the data atoms gave.
+    int readDataAtoms(QByteArrayView itemPayload, const QString& keySpace, const QByteArray& key);
 
     QList<MetadataItem> m_items;
 };
@@ -84,7 +119,11 @@ void MovieBoxReader::readUserData(QByteArrayView udta) {
     Box box;
     while (children.next(box)) {
         if (isType(box, "meta")) {
+            const qsizetype before = m_items.size();
             readMeta(box.payload);
+            // A metadata box of another kind (an ID3 tag, say) is kept whole.
+            if (m_items.size() == before && !box.bytes.isEmpty())
+                m_items.append(rawBoxItem(kUserDataSpace, box));
         } else if (isType(box, "free") || isType(box, "skip") || isType(box, "wide")) {
             continue;  // padding, not metadata
         } else if (static_cast<unsigned char>(box.type[0]) == 0xa9) {
@@ -92,20 +131,36 @@ void MovieBoxReader::readUserData(QByteArrayView udta) {
             const QByteArrayView p = box.payload;
             if (p.size() >= 16 && p.sliced(4, 4) == QByteArrayView("data") &&
                 Bmff::readU32(p, 0) <= quint64(p.size())) {
-                readDataAtoms(p, kUserDataSpace, box.type);
+                if (readDataAtoms(p, kUserDataSpace, box.type) == 0 && !box.bytes.isEmpty())
+                    m_items.append(rawBoxItem(kUserDataSpace, box));
             } else {
-                for (const DecodedValue& value : Bmff::decodeInternationalText(p))
-                    m_items.append(makeItem(kUserDataSpace, box.type, value));
+                const QList<DecodedValue> values = Bmff::decodeInternationalText(p);
+                if (values.isEmpty() && !box.bytes.isEmpty())
+                    m_items.append(rawBoxItem(kUserDataSpace, box));
+                for (const DecodedValue& value : values) {
+                    MetadataItem item = makeItem(kUserDataSpace, box.type, value);
+                    // Cut short or padded boxes would not come back whole from their entries.
+                    if (!box.bytes.isEmpty()) {
+                        const qint64 used = value.stored.data() + value.stored.size() - p.data();
+                        if (values.size() == 1 && used != p.size())
+                            remember(item, MetadataOrigin::Form::Box, box.bytes);
+                        else
+                            remember(item, MetadataOrigin::Form::TextEntry, value.stored);
+                    }
+                    m_items.append(item);
+                }
             }
         } else if (Bmff::isIsoUserDataType(box.type)) {
             DecodedValue value;
-            if (Bmff::decodeIsoUserData(box.type, box.payload, value))
-                m_items.append(makeItem(kIsoUserDataSpace, box.type, value));
+            if (Bmff::decodeIsoUserData(box.type, box.payload, value)) {
+                MetadataItem item = makeItem(kIsoUserDataSpace, box.type, value);
+                remember(item, MetadataOrigin::Form::Box, box.bytes);
+                m_items.append(item);
+            } else if (!box.bytes.isEmpty()) {
+                m_items.append(rawBoxItem(kIsoUserDataSpace, box));
+            }
         } else {
-            DecodedValue value;
-            value.value = box.payload.toByteArray();
-            value.dataType = Bmff::DataType::kRaw;
-            m_items.append(makeItem(kUserDataSpace, box.type, value));
+            m_items.append(rawBoxItem(kUserDataSpace, box));
         }
     }
 }
@@ -179,34 +234,66 @@ void MovieBoxReader::readItunesList(QByteArrayView ilst) {
 }
 
 void MovieBoxReader::readItunesItem(const Box& item) {
-    if (!isType(item, "----")) {
-        readDataAtoms(item.payload, kItunesSpace, item.type);
-        return;
+    QByteArray key = item.type;
+    if (isType(item, "----")) {
+        // Freeform item: the reverse-domain `mean` and the `name` come before
+        // the data atoms; both are full boxes holding text.
+        QString mean;
+        QString name;
+        BoxIterator children(item.payload);
+        Box box;
+        while (children.next(box)) {
+            if (isType(box, "mean")) mean = QString::fromUtf8(Bmff::fullBoxBody(box.payload));
+            if (isType(box, "name")) name = QString::fromUtf8(Bmff::fullBoxBody(box.payload));
+        }
+        key = "----:" + mean.toUtf8() + ':' + name.toUtf8();
     }
-    // Freeform item: the reverse-domain `mean` and the `name` come before
-    // the data atoms; both are full boxes holding text.
-    QString mean;
-    QString name;
-    BoxIterator children(item.payload);
-    Box box;
-    while (children.next(box)) {
-        if (isType(box, "mean")) mean = QString::fromUtf8(Bmff::fullBoxBody(box.payload));
-        if (isType(box, "name")) name = QString::fromUtf8(Bmff::fullBoxBody(box.payload));
+    // An entry without data atoms is not understood, but kept whole.
+    if (readDataAtoms(item.payload, kItunesSpace, key) == 0 && !item.bytes.isEmpty()) {
+        MetadataItem raw = rawBoxItem(kItunesSpace, item);
+        raw.key = key;
+        raw.identifier = raw.origin.identifier = metadataIdentifier(kItunesSpace, key);
+        m_items.append(raw);
     }
-    const QByteArray key = "----:" + mean.toUtf8() + ':' + name.toUtf8();
-    readDataAtoms(item.payload, kItunesSpace, key);
 }
 
-void MovieBoxReader::readDataAtoms(QByteArrayView itemPayload, const QString& keySpace,
-                                   const QByteArray& key) {
+int MovieBoxReader::readDataAtoms(QByteArrayView itemPayload, const QString& keySpace,
+                                  const QByteArray& key) {
+    // Each data atom owns the boxes that follow it up to the next one (a
+    // picture's `name`); the boxes before the first belong to the entry.
+    QList<Box> boxes;
+    bool whole = true;
     BoxIterator children(itemPayload);
     Box box;
     while (children.next(box)) {
-        if (!isType(box, "data")) continue;
-        DecodedValue value;
-        if (Bmff::decodeDataAtom(box.payload, value))
-            m_items.append(makeItem(keySpace, key, value));
+        boxes.append(box);
+        whole = whole && !box.bytes.isEmpty();
     }
+    QByteArrayView head;
+    bool first = true;
+    int count = 0;
+    for (qsizetype i = 0; i < boxes.size(); ++i) {
+        if (!isType(boxes[i], "data")) continue;
+        if (first && whole) head = itemPayload.first(boxes[i].bytes.data() - itemPayload.data());
+        first = false;
+        DecodedValue value;
+        if (!Bmff::decodeDataAtom(boxes[i].payload, value)) continue;
+        ++count;
+        MetadataItem item = makeItem(keySpace, key, value);
+        if (whole) {
+            qsizetype end = i + 1;
+            while (end < boxes.size() && !isType(boxes[end], "data")) ++end;
+            const QByteArrayView last = end < boxes.size() ? boxes[end].bytes : QByteArrayView();
+            const char* stop = last.isEmpty()
+                                   ? boxes[end - 1].bytes.data() + boxes[end - 1].bytes.size()
+                                   : last.data();
+            const QByteArrayView stored(boxes[i].bytes.data(), stop - boxes[i].bytes.data());
+            remember(item, MetadataOrigin::Form::DataAtom, stored, boxes[i].payload.sliced(8),
+                     head);
+        }
+        m_items.append(item);
+    }
+    return count;
 }
 
 }  // namespace

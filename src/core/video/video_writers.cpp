@@ -67,8 +67,16 @@ VideoWriteJob SaveChangedVideoExifDateAction(const IKImageItem& item, const Vide
             if (quickTimeDate) type = VideoFileType::QuickTimeMovie;
         }
     }
-    addLocation(items, e.mediaLatitude, e.mediaLongtitude, e.mediaAatitude);
-    if (!e.imageIsPlaceholder) items.append(artwork(e.mediaImage));
+    // The location and the picture go out only when they differ from what
+    // the editor showed: written back from the shown form they would lose
+    // the hemisphere and precision, and every picture but the one shown.
+    const VideoEditorState shown = videoEditorStateFor(item);
+    if (e.mediaLatitude != shown.mediaLatitude || e.mediaLongtitude != shown.mediaLongtitude ||
+        e.mediaAatitude != shown.mediaAatitude) {
+        addLocation(items, e.mediaLatitude, e.mediaLongtitude, e.mediaAatitude);
+    }
+    if (!e.imageIsPlaceholder && (shown.imageIsPlaceholder || e.mediaImage != shown.mediaImage))
+        items.append(artwork(e.mediaImage));
 
     const QString output = storageOutput(storage, item.filePath);
     VideoWriteJob job = jobFor(item.filePath, output, merge(items, existing, type), type);
