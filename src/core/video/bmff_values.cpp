@@ -34,7 +34,7 @@ QString utf16BigEndianText(QByteArrayView bytes) {
 
 bool isValidUtf8(QByteArrayView bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8);
-    (void)decoder.decode(bytes);
+    const QString text = decoder.decode(bytes);  // decodes only when made into a string
     return !decoder.hasError();
 }
 

@@ -238,3 +238,58 @@ TEST(MovieRewriter, EncryptedTrackStillDecrypts) {
     EXPECT_EQ(decoded(output), expected);
     EXPECT_EQ(compareChunks(encrypted, output).toStdString(), "");
 }
+
+// A QuickTime text under a Macintosh language code holds Mac Roman bytes:
+// kept as they are while untouched; a changed text goes back in Mac Roman
+// when it fits, else as UTF-8 under a packed language; every reader agrees.
+TEST(MovieRewriter, MacintoshTextsKeepTheirEncoding) {
+    if (!haveTools() || !haveTool("ffprobe")) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    const QString clip = trailingMoovClip();
+    ASSERT_FALSE(clip.isEmpty());
+    QTemporaryDir dir;
+    // The source's album as an older QuickTime tool stored it: Mac Roman
+    // under language code 0, put in place by our own writer.
+    const QByteArray stored = QByteArray("\x00\x0c\x00\x00", 4) + "Caf\x8e \xa5 Paris";
+    MetadataItem album = item("udta/%A9alb", "Café • Paris", "", "eng");
+    album.origin = {MetadataOrigin::Form::TextEntry,
+                    stored,
+                    {},
+                    false,
+                    {},
+                    album.identifier,
+                    album.value,
+                    album.dataType,
+                    album.language};
+    const QString source = dir.filePath("source.mov");
+    ASSERT_TRUE(rewriteMovieFile(request(clip, source, {album}, VideoFileType::QuickTimeMovie)).ok);
+    const QList<MetadataItem> read = readMovieMetadata(source);
+    ASSERT_EQ(identifiers(read), QStringList{"udta/%A9alb"});
+    EXPECT_EQ(read[0].value.toString(), "Café • Paris");
+
+    const struct {
+        const char* text;
+        QByteArray entry;  // length, language, text as written
+    } cases[] = {
+        {"Café • Paris", stored},
+        {"Crème brûlée", QByteArray("\x00\x0c\x00\x00", 4) + "Cr\x8fme br\x9el\x8e"
+                                                             "e"},
+        {"Café 東京", QByteArray("\x00\x0c\x15\xc7", 4) + QString("Café 東京").toUtf8()},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        QList<MetadataItem> items = read;
+        items[0].value = QString::fromUtf8(c.text);
+        const QString output = dir.filePath("out.mov");
+        ASSERT_TRUE(
+            rewriteMovieFile(request(source, output, items, VideoFileType::QuickTimeMovie)).ok);
+        EXPECT_TRUE(
+            readFile(output).contains("\xa9"
+                                      "alb" +
+                                      c.entry));
+        EXPECT_EQ(exiftoolTags(output)["UserData:Album"].toString(), QString::fromUtf8(c.text));
+        ASSERT_TRUE(runTool("ffprobe", {"-v", "error", "-show_entries", "format_tags=album", "-of",
+                                        "default=nw=1:nk=1", output}));
+        EXPECT_EQ(lastToolOutput().trimmed(), QString::fromUtf8(c.text));
+        EXPECT_EQ(valueOf(readMovieMetadata(output), "udta/%A9alb"), QString::fromUtf8(c.text));
+    }
+}

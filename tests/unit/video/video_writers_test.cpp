@@ -71,14 +71,26 @@ TEST(VideoWriters, EditorSaveWritesOnlyChangedFieldsOfEditedGroups) {
     EXPECT_FALSE(job.newDate.isValid());  // created date unchanged: the source's own dates
 }
 
-TEST(VideoWriters, UnchangedSaveStillReexportsWithLocationAndArtwork) {
-    VideoEditorState e;
+// A location or picture the editor took from the record goes back only when
+// it was changed: written from the shown form, a location loses its
+// hemisphere and the picture replaces every cover of the file.
+TEST(VideoWriters, LocationAndArtworkOnlyWhenChanged) {
+    QImage red(4, 4, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    IKImageItem record = videoAt("/in/a.mov");
+    record.filelatitude = 33.8688;
+    record.latitudeFormat = "-";
+    record.filelongtitude = 151.2093;
+    record.fileImage = red;
+    VideoEditorState e = videoEditorStateFor(record);
+    VideoWriteJob job = SaveChangedVideoExifDateAction(record, e, {}, kStorage);
+    EXPECT_TRUE(job.request.metadata.isEmpty())
+        << identifiers(job.request.metadata).join(' ').toStdString();
+
     e.mediaLatitude = "48.8566";
     e.mediaLongtitude = "2.3522";
-    e.imageIsPlaceholder = false;
-    e.mediaImage = QImage(4, 4, QImage::Format_RGB32);
-    e.mediaImage.fill(Qt::red);
-    const VideoWriteJob job = SaveChangedVideoExifDateAction(videoAt("/in/a.mov"), e, {}, kStorage);
+    e.mediaImage = red.scaled(8, 8);
+    job = SaveChangedVideoExifDateAction(record, e, {}, kStorage);
     EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/loci", "common/artwork"}));
     EXPECT_EQ(valueOf(job.request.metadata, "uiso/loci"), "+48.8566+2.3522+");
     const QByteArray tiff = job.request.metadata[1].value.toByteArray();
