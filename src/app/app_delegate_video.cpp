@@ -106,7 +106,8 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
     const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
-            qCInfo(lcTagsmith) << "audio files are not written yet ==" << item->filePath;
+            reportWrite(VideoWriteResult::skippedFile(
+                item->filePath, QStringLiteral("audio files are not supported yet")));
         } else if (isVideoPath(item->filePath) && isMxf(item->filePath)) {
             reportWrite(saveUnchangedVideoCopy(*item, editor, storage, batch.get()));
         } else if (isVideoPath(item->filePath)) {

@@ -67,8 +67,9 @@ void addCommonOptions(QCommandLineParser& parser) {
         {QStringLiteral("storage"),
          QStringLiteral("Folder for the new files (default: the app's storage folder)."),
          QStringLiteral("DIR")});
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Video files."),
-                                 QStringLiteral("FILE..."));
+    parser.addPositionalArgument(
+        QStringLiteral("FILE"), QStringLiteral("Video files (audio files and photos are skipped)."),
+        QStringLiteral("FILE..."));
 }
 
 // Parses the command's arguments; answers -1 to go on, else the exit code.
@@ -183,13 +184,8 @@ ToolFunction exportTool(VideoWriteJob (*build)(const IKImageItem&, const QList<M
     return [build, nothingToDo](const IKImageItem& item, const StorageContext& storage,
                                 OutputBatch& batch) {
         const VideoWriteJob job = build(item, readExistingMetadata(item.filePath), storage);
-        if (job.request.sourcePath.isEmpty()) {
-            VideoWriteResult r;
-            r.sourcePath = item.filePath;
-            r.skipped = true;
-            r.reason = QLatin1String(nothingToDo);
-            return r;
-        }
+        if (job.request.sourcePath.isEmpty())
+            return VideoWriteResult::skippedFile(item.filePath, QLatin1String(nothingToDo));
         return runVideoWriteJob(job, storage.storagelocation, batch);
     };
 }

@@ -3,6 +3,7 @@
 with exiftool and ffmpeg, the sources checked to be untouched."""
 
 import os
+import shutil
 import struct
 import tempfile
 import unittest
@@ -106,6 +107,37 @@ class CliVideoWriteTest(unittest.TestCase):
         # A file without a title or recorded date is reported, not copied.
         result = self.cli("title-to-name", self.mp4.replace("VID_", "missing_"), check=False)
         self.assertNotEqual(result.returncode, 0)
+
+    def test_one_line_per_file_and_no_file_of_others_replaced(self):
+        mine = os.path.join(self.out, "clip.mov")
+        with open(mine, "wb") as f:
+            f.write(b"the user's own file")
+        other = os.path.join(self.tmp.name, "other")
+        os.makedirs(other, exist_ok=True)
+        second = os.path.join(other, "clip.mov")
+        shutil.copyfile(self.mov, second)
+        broken = os.path.join(other, "broken.mov")
+        with open(broken, "wb") as f:
+            f.write(b"\0\0\0\x10moov" + b"\xff" * 64)
+        named = [self.mov, second, "song.mp3", "photo.jpg", "missing.mov", broken]
+        for stub in ("song.mp3", "photo.jpg"):
+            open(os.path.join(other, stub), "wb").close()
+        named[2:4] = [os.path.join(other, n) for n in ("song.mp3", "photo.jpg")]
+        result = self.cli("set", "--title", "T", *named, check=False)
+        self.assertEqual(result.returncode, 1, result.stderr)
+        lines = result.stdout.splitlines()
+        self.assertEqual(lines[:5], [os.path.join(self.out, "clip (2).mov"), os.path.join(self.out, "clip (3).mov"),
+                                     "skipped: audio files are not supported yet",
+                                     "skipped: photos are not supported yet", "failed: no such file"])
+        self.assertTrue(lines[5].startswith("failed: the file is damaged"), lines[5])
+        self.assertEqual(len(lines), 6)
+        with open(mine, "rb") as f:
+            self.assertEqual(f.read(), b"the user's own file")
+        # An output of ours is replaced by the next command.
+        self.assertEqual(self.cli("set", "--title", "U", second).stdout.strip(), os.path.join(self.out, "clip (2).mov"))
+        self.assertEqual(info(os.path.join(self.out, "clip (2).mov"))["fileTitle"], "U")
+        self.assertEqual(self.cli("set", check=False).returncode, 2)
+        self.assertEqual(self.cli("set", "--no-such-option", self.mov, check=False).returncode, 2)
 
     def test_items_list_matches_exiftool(self):
         items = info(self.mov, "--items")["items"]

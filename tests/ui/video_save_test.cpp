@@ -91,6 +91,14 @@ private Q_SLOTS:
         QCOMPARE(written->fileArist, "Someone");  // not edited, kept
         QCOMPARE(readFile(m_clip), m_clipBytes);  // the source is only read
         QVERIFY(m_desktop->revealed().contains(output()));
+        // The status bar tells where the file went and shows it on request.
+        auto* told = m_app->mainWindow()->findChild<QLabel*>("writeResult");
+        QTRY_VERIFY(told->text().contains(output()));
+        auto* show = m_app->mainWindow()->findChild<QAbstractButton*>("showWrittenFile");
+        QVERIFY(show && show->isVisible());
+        const qsizetype revealed = m_desktop->revealed().count(output());
+        show->click();
+        QCOMPARE(m_desktop->revealed().count(output()), revealed + 1);
     }
 
     void removalAndToolsWriteCopies() {

@@ -53,6 +53,14 @@ bool isSameFile(const QString& a, const QString& b) {
     return !ca.isEmpty() && ca == QFileInfo(b).canonicalFilePath();
 }
 
+VideoWriteResult VideoWriteResult::skippedFile(const QString& source, const QString& why) {
+    VideoWriteResult result;
+    result.sourcePath = source;
+    result.reason = why;
+    result.skipped = true;
+    return result;
+}
+
 QString VideoWriteResult::message() const {
     const QString name = QFileInfo(sourcePath).fileName();
     QString text;

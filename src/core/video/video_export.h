@@ -79,6 +79,8 @@ struct VideoWriteResult {
     bool skipped = false;  // nothing to do for this file (`reason` says why)
 
     bool ok() const { return status == ExportStatus::Completed; }
+    // A file left alone, and why.
+    static VideoWriteResult skippedFile(const QString& source, const QString& why);
     // One sentence for the status bar: what was saved where, or what failed and why.
     QString message() const;
     friend bool operator==(const VideoWriteResult& r, ExportStatus s) { return r.status == s; }

@@ -35,14 +35,6 @@ VideoWriteResult copyWithDates(const QString& source, const QString& target,
                          batch ? *batch : single);
 }
 
-VideoWriteResult skipped(const QString& source, const QString& reason) {
-    VideoWriteResult result;
-    result.sourcePath = source;
-    result.reason = reason;
-    result.skipped = true;
-    return result;
-}
-
 }  // namespace
 
 QString videoToolOutputFolder(const IKImageItem& item, const StorageContext& storage) {
@@ -58,8 +50,8 @@ VideoWriteResult CopyvideoTitletoFileNameAction(const IKImageItem& item,
     title.replace(QLatin1Char('/'), QLatin1Char('-'));  // a title is one file name, not a path
     if (title.isEmpty() || title == QLatin1String(".") || title == QLatin1String("..")) {
         qCInfo(lcTagsmith) << "no title to name the copy after ==" << item.filePath;
-        return skipped(item.filePath,
-                       QStringLiteral("the file has no title to name the copy after"));
+        return VideoWriteResult::skippedFile(
+            item.filePath, QStringLiteral("the file has no title to name the copy after"));
     }
     const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') + title +
                            QLatin1Char('.') + QFileInfo(item.filePath).suffix();
@@ -150,7 +142,8 @@ VideoWriteResult ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& ite
     const QDateTime when = recordedDate(existing);
     if (!when.isValid()) {
         qCInfo(lcTagsmith) << "no recorded date to copy ==" << item.filePath;
-        return skipped(item.filePath, QStringLiteral("the file has no recorded date"));
+        return VideoWriteResult::skippedFile(item.filePath,
+                                             QStringLiteral("the file has no recorded date"));
     }
     const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') +
                            QFileInfo(item.filePath).fileName();

@@ -17,9 +17,11 @@ using Bmff::makeBox;
 namespace {
 
 // Writes `data` as a source, rewrites it and checks the failure path: the
-// reason contains `why`, no file appears in the output folder and the
-// source is unchanged.
-void expectRefused(const QByteArray& data, const QString& why) {
+// reason contains `why`, the user is told `userWhy` (plain words, never the
+// internal reason), no file appears in the output folder and the source is
+// unchanged.
+void expectRefused(const QByteArray& data, const QString& why,
+                   const QString& userWhy = "the file is damaged or incomplete") {
     QTemporaryDir dir;
     QDir().mkpath(dir.filePath("out"));
     const QString source = dir.filePath("source.mov");
@@ -30,6 +32,7 @@ void expectRefused(const QByteArray& data, const QString& why) {
     EXPECT_FALSE(result.ok) << why.toStdString();
     EXPECT_TRUE(result.reason.contains(why, Qt::CaseInsensitive))
         << "expected '" << why.toStdString() << "', got '" << result.reason.toStdString() << "'";
+    EXPECT_TRUE(result.userReason.startsWith(userWhy)) << result.userReason.toStdString();
     EXPECT_TRUE(QDir(dir.filePath("out"))
                     .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden)
                     .isEmpty());
@@ -51,7 +54,8 @@ TEST(MovieRewriterRefusal, UnfitClips) {
         words("-f lavfi -i testsrc=size=160x120:rate=25:duration=2 -c:v libx264 -preset ultrafast "
               "-g 10 -movflags frag_keyframe+empty_moov"));
     ASSERT_FALSE(fragmented.isEmpty());
-    expectRefused(readFile(fragmented), "fragmented");
+    expectRefused(readFile(fragmented), "fragmented",
+                  "the file is a fragmented movie, which cannot be rewritten safely");
 
     const QByteArray clip = readFile(faststartClip());
     // The self-contained flag of the clip's data references cleared.
@@ -59,15 +63,17 @@ TEST(MovieRewriterRefusal, UnfitClips) {
     ASSERT_GE(clip.indexOf(selfContained), 0);
     expectRefused(
         QByteArray(clip).replace(selfContained, QByteArray("\x00\x00\x00\x0curl \0\0\0\0", 12)),
-        "another file");
+        "another file", "the file refers to media stored in other files");
     const qsizetype moovAt = clip.indexOf("moov") - 4;
-    expectRefused(clip + clip.mid(moovAt, Bmff::readU32(clip, moovAt)), "several movie boxes");
+    expectRefused(clip + clip.mid(moovAt, Bmff::readU32(clip, moovAt)), "several movie boxes",
+                  "the file has several movie headers");
     expectRefused(clip.left(clip.size() * 2 / 3), "declares");  // truncated
 }
 
 TEST(MovieRewriterRefusal, MalformedStructures) {
     const QByteArray cmov = makeBox("cmov", makeBox("dcom", "zlib") + makeBox("cmvd", "xxxxxxxx"));
-    expectRefused(fileTypeBox() + makeBox("moov", cmov) + makeBox("mdat", "data"), "compressed");
+    expectRefused(fileTypeBox() + makeBox("moov", cmov) + makeBox("mdat", "data"), "compressed",
+                  "the file's movie header is compressed");
     expectRefused(fileTypeBox() + makeBox("mdat", "data"), "no movie box");
     expectRefused(QByteArray("not a movie at all"), "declares");
     expectRefused(fileTypeBox() + makeBox("moov", makeBox("mvhd", "x")) + "abc", "stray bytes");
