@@ -1,6 +1,8 @@
 #include "core/video/video_items.h"
 
 #include <QBuffer>
+#include <QHash>
+#include <QMap>
 #include <QSet>
 
 namespace VideoItems {
@@ -120,19 +122,8 @@ QList<MetadataItem> dateItems(const QList<MetadataItem>& existing, const QString
 }
 
 QList<MetadataItem> replaceDateItems(const QList<MetadataItem>& existing, const QString& dateText) {
-    QList<MetadataItem> items;
-    bool replaced = false;
-    for (const MetadataItem& item : existing) {
-        if (!isDateIdentifier(item.identifier)) {
-            items.append(item);
-        } else if (!dateText.isEmpty()) {
-            items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), QString(), dateText));
-            replaced = true;
-        }
-    }
-    if (!replaced)
-        items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), kUisoDate, dateText));
-    return items;
+    return merge({make(QStringLiteral("uiso"), QStringLiteral("date"), kUisoDate, dateText)},
+                 existing, VideoFileType::QuickTimeMovie);
 }
 
 QString nativeIdentifier(const MetadataItem& item, VideoFileType type) {
@@ -160,16 +151,139 @@ QString nativeIdentifier(const MetadataItem& item, VideoFileType type) {
     return itunes.value(key, id);
 }
 
+namespace {
+
+// Where each field lives: its QuickTime key names (matched with and without
+// the "com.apple.quicktime." prefix) and its identifiers in the other key
+// spaces. User-data "©aut" is an artist to the common readers; the 3GPP
+// "perf" box is the performer; the professional cameras' manufacturer is
+// shown as the producer, so it is replaced with it.
+struct FieldPlaces {
+    Field field;
+    QStringList quickTimeKeys;
+    QStringList identifiers;
+};
+
+const QList<FieldPlaces>& fieldPlaces() {
+    static const QList<FieldPlaces> places{
+        {Field::Title,
+         {"title"},
+         {"udta/%A9nam", "itsk/%A9nam", "uiso/titl", "common/title", "id3/TIT2"}},
+        {Field::Album,
+         {"album"},
+         {"udta/%A9alb", "itsk/%A9alb", "uiso/albm", "common/albumName", "id3/TALB"}},
+        {Field::Artist,
+         {"artist"},
+         {"udta/%A9ART", "udta/%A9aut", "itsk/%A9ART", "common/artist", "id3/TPE1"}},
+        {Field::Director, {"director"}, {"udta/%A9dir", "itsk/%A9dir"}},
+        {Field::Performer, {"performer"}, {"udta/%A9prf", "itsk/%A9prf", "uiso/perf"}},
+        {Field::Producer,
+         {"producer"},
+         {"udta/%A9prd", "itsk/%A9prd", "mdta/com.apple.proapps.manufacturer"}},
+        {Field::Publisher, {"publisher"}, {"udta/%A9pub", "itsk/%A9pub", "common/publisher"}},
+        {Field::Copyright,
+         {"copyright"},
+         {"udta/%A9cpy", "itsk/cprt", "uiso/cprt", "common/copyrights"}},
+        {Field::Description,
+         {"description"},
+         {"udta/%A9des", "itsk/%A9des", "itsk/desc", "uiso/dscp", "common/description"}},
+        {Field::Keywords, {"keywords"}, {"udta/%A9key", "itsk/keyw", "uiso/kywd"}},
+        {Field::Date,
+         {"creationdate"},
+         {"uiso/date", "udta/date", "udta/%A9day", "itsk/%A9day", "uiso/yrrc",
+          "common/creationDate"}},
+        {Field::Artwork, {"artwork"}, {"itsk/covr", "common/artwork", "id3/APIC"}},
+        {Field::Location, {"location.ISO6709", "location"}, {"uiso/loci", "udta/%A9xyz"}},
+    };
+    return places;
+}
+
+// The key spaces a movie file holds (ID3 items have no place in one).
+const QStringList kMovieSpaces{"itsk", "mdta", "udta", "uiso"};
+
+std::optional<Field> fieldOfIdentifier(const QString& id) {
+    static const QHash<QString, Field> byIdentifier = [] {
+        QHash<QString, Field> map;
+        for (const FieldPlaces& p : fieldPlaces()) {
+            for (const QString& key : p.quickTimeKeys) {
+                map.insert(QStringLiteral("mdta/") + key, p.field);
+                map.insert(QStringLiteral("mdta/com.apple.quicktime.") + key, p.field);
+            }
+            for (const QString& identifier : p.identifiers) map.insert(identifier, p.field);
+        }
+        return map;
+    }();
+    const auto it = byIdentifier.constFind(id);
+    if (it == byIdentifier.cend()) return std::nullopt;
+    return *it;
+}
+
+QString identifierOf(const MetadataItem& item) {
+    return item.identifier.isEmpty() ? metadataIdentifier(item.keySpace, item.key)
+                                     : item.identifier;
+}
+
+bool isEmptyValue(const QVariant& value) {
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray().isEmpty()
+                                                   : value.toString().isEmpty();
+}
+
+// The new value of a field in the place of an existing item: its key
+// space, key and language. Pictures stay data; every other value is text
+// there (the QuickTime keywords are stored as UTF-8 data, other places
+// hold them as text).
+MetadataItem placedLike(const MetadataItem& place, const MetadataItem& value, Field field) {
+    MetadataItem item;
+    item.keySpace = place.keySpace;
+    item.key = place.key;
+    item.identifier = place.identifier;
+    item.language = place.language;
+    if (field == Field::Artwork) {
+        item.value = value.value;
+        item.dataType = value.dataType;
+    } else {
+        item.value = value.value.typeId() == QMetaType::QByteArray
+                         ? QString::fromUtf8(value.value.toByteArray())
+                         : value.value.toString();
+    }
+    return item;
+}
+
+}  // namespace
+
+std::optional<Field> fieldOf(const MetadataItem& item, VideoFileType type) {
+    const QString id = identifierOf(item);
+    if (const auto field = fieldOfIdentifier(id)) return field;
+    return fieldOfIdentifier(nativeIdentifier(item, type));
+}
+
 QList<MetadataItem> merge(const QList<MetadataItem>& newItems, const QList<MetadataItem>& existing,
                           VideoFileType type) {
     QSet<QString> replaced;
+    QMap<Field, const MetadataItem*> newFields;  // the first new item of each field
     for (const MetadataItem& item : newItems) {
-        replaced.insert(item.identifier);
+        replaced.insert(identifierOf(item));
         replaced.insert(nativeIdentifier(item, type));
+        if (const auto field = fieldOf(item, type); field && !newFields.contains(*field))
+            newFields.insert(*field, &item);
     }
     QList<MetadataItem> out = newItems;
+    // The new value also where the file holds the field in other places.
     for (const MetadataItem& item : existing) {
-        if (!replaced.contains(item.identifier) &&
+        const auto field = fieldOf(item, type);
+        if (!field || !newFields.contains(*field)) continue;
+        const MetadataItem& value = *newFields.value(*field);
+        const QString id = nativeIdentifier(item, type);
+        if (replaced.contains(id) || isEmptyValue(value.value) ||
+            !kMovieSpaces.contains(item.keySpace))
+            continue;
+        replaced.insert(id);
+        out.append(placedLike(item, value, *field));
+    }
+    for (const MetadataItem& item : existing) {
+        const auto field = fieldOf(item, type);
+        if (field && newFields.contains(*field)) continue;  // an older value of a new field
+        if (!replaced.contains(identifierOf(item)) &&
             !replaced.contains(nativeIdentifier(item, type))) {
             out.append(item);
         }

@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 #include "core/video/metadata_item.h"
 #include "core/video/video_export.h"
 
@@ -16,7 +18,6 @@ inline const QString kUdtaDate = QStringLiteral("udta/date");
 inline const QString kQuickTimeCreationDate =
     QStringLiteral("mdta/com.apple.quicktime.creationdate");
 inline const QString kItunesTitle = QStringLiteral("itsk/%A9nam");
-inline const QString kId3Title = QStringLiteral("id3/TIT2");
 
 MetadataItem make(const QString& keySpace, const QString& key, const QString& identifier,
                   const QVariant& value);
@@ -50,17 +51,46 @@ QString locationText(const QString& latitude, const QString& longitude, const QS
 QList<MetadataItem> dateItems(const QList<MetadataItem>& existing, const QString& dateText,
                               bool* rewroteQuickTimeDate);
 
-// The items with every date item replaced by a 3GPP date (no identifier
-// set on it) carrying `dateText`, or dropped when the text is empty; one
-// "uiso/date" item is added when nothing was replaced.
+// The items with the date replaced: a 3GPP date carrying `dateText`, the
+// same text wherever else the file holds a date (see merge), every older
+// date item dropped. An empty text drops every date item.
 QList<MetadataItem> replaceDateItems(const QList<MetadataItem>& existing, const QString& dateText);
+
+// The fields the writers write. A field can live in every key space of a
+// movie: the QuickTime keys, the user data, the iTunes items and the 3GPP
+// boxes; a new value replaces it in each of them.
+enum class Field {
+    Title,
+    Album,
+    Artist,
+    Director,
+    Performer,
+    Producer,
+    Publisher,
+    Copyright,
+    Description,
+    Keywords,
+    Date,
+    Artwork,
+    Location,
+};
+
+// The field an item carries, or nullopt. QuickTime keys count with and
+// without their "com.apple.quicktime." prefix; "common" items count in the
+// output type's native form as well as in their own.
+std::optional<Field> fieldOf(const MetadataItem& item, VideoFileType type);
 
 // The identifier an item gets in a file of the given type: "common" items
 // take the type's native form (iTunes items, or QuickTime keys for movies).
 QString nativeIdentifier(const MetadataItem& item, VideoFileType type);
 
-// New items first, then every existing item whose identifier no new item
-// has (compared in the output type's native form), in its existing order.
+// New items first; then, for every field a new item carries, the first new
+// value of that field in each other place the file already holds the field
+// (one item per identifier, keeping the place's key and language), so that
+// every reader finds the new value; then every existing item that carries
+// none of the new fields and whose identifier no new item has (compared in
+// the output type's native form), in its existing order. A new item with an
+// empty value thus removes its field from every key space.
 QList<MetadataItem> merge(const QList<MetadataItem>& newItems, const QList<MetadataItem>& existing,
                           VideoFileType type);
 

@@ -64,18 +64,8 @@ VideoWriteJob CopyvideofilenametoTitleAction(const IKImageItem& item,
                                              const QList<MetadataItem>& existing,
                                              const StorageContext& storage) {
     const QString titleText = QFileInfo(item.filePath).completeBaseName();
-    QList<MetadataItem> items;
-    bool replaced = false;
-    for (const MetadataItem& m : existing) {
-        if (m.identifier == kId3Title || m.identifier == kItunesTitle) {
-            items.append(title(titleText));
-            replaced = true;
-        } else {
-            items.append(m);
-        }
-    }
-    if (!replaced) items.append(title(titleText));
-    return exportJob(item, items, storage);
+    return exportJob(item, merge({title(titleText)}, existing, VideoFileType::QuickTimeMovie),
+                     storage);
 }
 
 VideoWriteJob ClickCopyVideoCreatedDateToCameraDateAction(const IKImageItem& item,

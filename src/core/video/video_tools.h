@@ -24,8 +24,8 @@ VideoWriteResult CopyvideoTitletoFileNameAction(const IKImageItem& item,
                                                 const StorageContext& storage,
                                                 OutputBatch* batch = nullptr);
 
-// Re-export with the file name (without extension) as the title: every
-// existing title item (iTunes or ID3) is replaced; one is added when none exists.
+// Re-export with the file name (without extension) as the title, in every
+// key space that holds a title and as an iTunes title.
 VideoWriteJob CopyvideofilenametoTitleAction(const IKImageItem& item,
                                              const QList<MetadataItem>& existing,
                                              const StorageContext& storage);

@@ -60,30 +60,21 @@ TEST_F(VideoToolsTest, TitleBecomesTheCopysNameWithTheSourceDates) {
     EXPECT_TRUE(QFile::exists(copy));
 }
 
-TEST_F(VideoToolsTest, FileNameBecomesTitleReplacingEveryTitleItem) {
-    const QList<MetadataItem> both{item("id3/TIT2", "a"), item("udta/%A9cmt", "c"),
-                                   item("itsk/%A9nam", "b")};
-    VideoWriteJob job = CopyvideofilenametoTitleAction(video, both, storage);
-    ASSERT_EQ(job.request.metadata.size(), 3);
-    EXPECT_EQ(job.request.metadata[0].identifier, "itsk/%A9nam");
-    EXPECT_EQ(job.request.metadata[2].identifier, "itsk/%A9nam");  // two title items, same value
-    EXPECT_EQ(job.request.metadata[2].value.toString(), "2021-03-04 10.30 beach");
+TEST_F(VideoToolsTest, FileNameBecomesTitleAndCreationDateRecordedDate) {
+    const QString name = "2021-03-04 10.30 beach";
+    VideoWriteJob job = CopyvideofilenametoTitleAction(
+        video, {item("udta/%A9nam", "a"), item("udta/%A9cmt", "c"), item("itsk/%A9nam", "b")},
+        storage);
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"itsk/%A9nam", "udta/%A9nam", "udta/%A9cmt"}));
+    EXPECT_EQ(valueOf(job.request.metadata, "udta/%A9nam"), name);
     EXPECT_EQ(job.request.fileType, VideoFileType::QuickTimeMovie);
     EXPECT_EQ(job.request.outputPath, storage.storagelocation + "/" + video.fileName);
-    job = CopyvideofilenametoTitleAction(video, {item("udta/%A9cmt", "c")}, storage);
-    EXPECT_EQ(job.request.metadata.size(), 2);
-}
 
-TEST_F(VideoToolsTest, CreationDateBecomesRecordedDate) {
-    const QString expected = dateText(readFileDates(video.filePath).creation);
-    VideoWriteJob job =
-        ClickCopyVideoCreatedDateToCameraDateAction(video, {item("udta/date", "x")}, storage);
-    ASSERT_EQ(job.request.metadata.size(), 1);
-    EXPECT_EQ(job.request.metadata[0].keySpace, "uiso");
-    EXPECT_TRUE(job.request.metadata[0].identifier.isEmpty());
-    EXPECT_EQ(job.request.metadata[0].value.toString(), expected);
-    job = ClickCopyVideoCreatedDateToCameraDateAction(video, {}, storage);
-    EXPECT_EQ(job.request.metadata[0].identifier, "uiso/date");
+    const QString created = dateText(readFileDates(video.filePath).creation);
+    job = ClickCopyVideoCreatedDateToCameraDateAction(video, {item("udta/date", "x")}, storage);
+    EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/date", "udta/date"}));
+    EXPECT_EQ(valueOf(job.request.metadata, "udta/date"), created);
 }
 
 TEST(VideoTools, DatesFoundInFileNames) {

@@ -31,22 +31,68 @@ TEST(VideoItems, LocationTextSignsEachPartAndPadsNothing) {
     EXPECT_EQ(VideoItems::locationText("1", "2", "-7.5"), "+1+2-7.5");
 }
 
-TEST(VideoItems, MergeKeepsUnreplacedItemsAfterTheNewOnes) {
-    const QList<MetadataItem> existing{
-        item("itsk/%A9nam", "old title"), item("itsk/%A9pub", "old publisher"),
-        item("mdta/com.apple.quicktime.publisher", "qt publisher"), item("udta/%A9cmt", "comment")};
-    const QList<MetadataItem> merged =
-        VideoItems::merge({VideoItems::title("new"), VideoItems::publisher("pub")}, existing,
-                          VideoFileType::AppleM4V);
-    // A common item replaces the output type's native item of the same meaning.
-    EXPECT_EQ(identifiers(merged),
-              (QStringList{"itsk/%A9nam", "common/publisher", "mdta/com.apple.quicktime.publisher",
-                           "udta/%A9cmt"}));
-    EXPECT_EQ(merged[0].value.toString(), "new");
-    const QList<MetadataItem> asMovie =
-        VideoItems::merge({VideoItems::publisher("pub")}, existing, VideoFileType::QuickTimeMovie);
-    EXPECT_EQ(identifiers(asMovie),
-              (QStringList{"common/publisher", "itsk/%A9nam", "itsk/%A9pub", "udta/%A9cmt"}));
+// A new value replaces its field in every key space the file holds it in, so
+// that no reader finds an older value; other items follow unchanged.
+TEST(VideoItems, NewValueReplacesItsFieldInEveryKeySpace) {
+    const struct {
+        const char* name;
+        MetadataItem newItem;
+        VideoFileType type;
+        QList<MetadataItem> existing;
+        QStringList expected;  // identifiers; each of the field's carries the new value
+    } cases[] = {
+        {"title",
+         VideoItems::title("new"),
+         VideoFileType::AppleM4V,
+         {item("mdta/com.apple.quicktime.title", "keys"), item("udta/%A9cmt", "comment"),
+          item("itsk/%A9nam", "itunes", "UTF-8", "eng"),
+          item("udta/%A9nam", "user data", {}, "eng"), item("mdta/title", "bare key"),
+          item("uiso/titl", "3gpp"), item("id3/TIT2", "id3")},
+         {"itsk/%A9nam", "mdta/com.apple.quicktime.title", "udta/%A9nam", "mdta/title", "uiso/titl",
+          "udta/%A9cmt"}},
+        {"common item in a movie",
+         VideoItems::publisher("new"),
+         VideoFileType::QuickTimeMovie,
+         {item("itsk/%A9pub", "itunes"), item("mdta/com.apple.quicktime.publisher", "keys")},
+         {"common/publisher", "itsk/%A9pub"}},
+        {"location",
+         VideoItems::location("new"),
+         VideoFileType::AppleM4V,
+         {item("udta/%A9xyz", "+1+2/"), item("mdta/com.apple.quicktime.location.ISO6709", "+1+2/")},
+         {"uiso/loci", "udta/%A9xyz", "mdta/com.apple.quicktime.location.ISO6709"}},
+        {"keywords as text outside the keys",
+         VideoItems::keywords("new"),
+         VideoFileType::AppleM4V,
+         {item("uiso/kywd", "a,b"), item("itsk/keyw", "a")},
+         {"mdta/com.apple.quicktime.keywords", "uiso/kywd", "itsk/keyw"}},
+        {"date, with the year box",
+         VideoItems::make("uiso", "date", "uiso/date", "new"),
+         VideoFileType::AppleM4V,
+         {item("itsk/%A9day", "2001"), item("uiso/yrrc", "2001"), item("udta/%A9cmt", "c")},
+         {"uiso/date", "itsk/%A9day", "uiso/yrrc", "udta/%A9cmt"}},
+        {"an empty value removes the field everywhere",
+         VideoItems::title(""),
+         VideoFileType::AppleM4V,
+         {item("udta/%A9nam", "a"), item("mdta/title", "b"), item("itsk/%A9ART", "c")},
+         {"itsk/%A9nam", "itsk/%A9ART"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const QList<MetadataItem> merged = VideoItems::merge({c.newItem}, c.existing, c.type);
+        EXPECT_EQ(identifiers(merged), c.expected);
+        for (const MetadataItem& m : merged) {
+            if (VideoItems::fieldOf(m, c.type) != VideoItems::fieldOf(c.newItem, c.type)) continue;
+            EXPECT_EQ(m.value.typeId() == QMetaType::QByteArray
+                          ? QString::fromUtf8(m.value.toByteArray())
+                          : m.value.toString(),
+                      c.newItem.value.toString().isEmpty() ? QString() : QString("new"))
+                << m.identifier.toStdString();
+        }
+    }
+    // The place keeps its language.
+    const QList<MetadataItem> merged = VideoItems::merge(
+        {VideoItems::title("t")}, {item("udta/%A9nam", "a", {}, "fra")}, VideoFileType::AppleM4V);
+    EXPECT_EQ(merged.at(1).language, "fra");
 }
 
 TEST(VideoWriters, EditorSaveWritesOnlyChangedFieldsOfEditedGroups) {
@@ -161,20 +207,19 @@ TEST(VideoWriters, XmpBatchWritesUniversalTimeAndReplacesTheSource) {
     EXPECT_TRUE(undated.request.metadata.isEmpty());
 }
 
-TEST(VideoWriters, BatchDateChangeReplacesDateItemsInPlace) {
+TEST(VideoWriters, BatchDateChangeReplacesTheDateWhereverItLives) {
     const QList<MetadataItem> existing{item("itsk/%A9nam", "t"), item("udta/date", "old"),
                                        item("mdta/com.apple.quicktime.creationdate", "old")};
     VideoWriteJob job =
         SetVideoFileWithFilePath("/in/a.mp4", "/out/a.mp4", "2000:01:01 00:00:00", existing);
-    ASSERT_EQ(job.request.metadata.size(), 3);
-    EXPECT_EQ(job.request.metadata[0].identifier, "itsk/%A9nam");
-    for (int i : {1, 2}) {
-        EXPECT_EQ(job.request.metadata[i].keySpace, "uiso");
-        EXPECT_TRUE(job.request.metadata[i].identifier.isEmpty());
-    }
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"uiso/date", "udta/date", "mdta/com.apple.quicktime.creationdate",
+                           "itsk/%A9nam"}));
+    for (int i : {0, 1, 2}) EXPECT_EQ(job.request.metadata[i].value, "2000:01:01 00:00:00");
     EXPECT_EQ(job.request.fileType, VideoFileType::QuickTimeMovie);
-    job = SetVideoFileWithFilePath("/in/a.mp4", "/out/a.mp4", "2000:01:01 00:00:00", {existing[0]});
-    EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"itsk/%A9nam", "uiso/date"}));
+    job = SetVideoFileWithFilePath("/in/a.mp4", "/out/a.mp4", "", existing);
+    EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/date", "itsk/%A9nam"}));
+    EXPECT_EQ(job.request.metadata[0].value, "");  // left out by the encoder
 }
 
 TEST(VideoWriters, RemovalEmptiesHeldFieldsAndMirrorsFolders) {
