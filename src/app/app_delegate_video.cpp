@@ -111,10 +111,17 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
         } else if (isVideoPath(item->filePath) && isMxf(item->filePath)) {
             reportWrite(saveUnchangedVideoCopy(*item, editor, storage, batch.get()));
         } else if (isVideoPath(item->filePath)) {
+            // Each record's artwork is its own picture: the panel's picture
+            // goes only into the record the panel shows.
+            VideoEditorState forItem = editor;
+            if (item != videoMetaView->shownItem()) {
+                forItem.mediaImage = QImage();
+                forItem.imageIsPlaceholder = true;
+            }
             runVideoJobLater(
-                [item, editor, storage] {
+                [item, forItem, storage] {
                     return SaveChangedVideoExifDateAction(
-                        *item, editor, readExistingMetadata(item->filePath), storage);
+                        *item, forItem, readExistingMetadata(item->filePath), storage);
                 },
                 batch);
         }
