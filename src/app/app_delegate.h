@@ -89,6 +89,8 @@ public:
     void RemoveMediaFileAction(QObject* sender);
     void RemoveSelectedMediaFileAction(QObject* sender);
     void RemoveAllMediaFileAction(QObject* sender);
+    // The privacy strip of the selected videos ("Remove All Metadata").
+    void RemoveAllMetadataAction(QObject* sender);
     int numberOfRowsInTableView() const;
     bool importRunning() const { return !m_importThreads.isEmpty(); }
     // Stops every running import and waits for its thread.

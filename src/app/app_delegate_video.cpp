@@ -158,6 +158,22 @@ void AppDelegate::RemoveAllMediaFileAction(QObject*) {
     removeMetadataOf(localPhotoItemArray);
 }
 
+void AppDelegate::RemoveAllMetadataAction(QObject*) {
+    const IKImageItemList items = selectedItemsInImportOrder();
+    if (items.isEmpty()) return showNothingSelected();
+    const StorageContext storage = storageContext();
+    ensureFolder(storagelocation);
+    for (const IKImageItemPtr& item : items) {
+        if (isVideoPath(item->filePath) && !isMxf(item->filePath)) {
+            runVideoJobLater(
+                [item, storage] { return RemoveAllVideoMetadataAction(*item, storage, false); });
+        } else {
+            qCInfo(lcTagsmith) << "removing all metadata is available for movies only =="
+                               << item->filePath;
+        }
+    }
+}
+
 void AppDelegate::showNothingSelected() {
     if (m_quietAlerts) {
         qCInfo(lcTagsmith) << "No Item has been selected";
@@ -257,6 +273,9 @@ void AppDelegate::setupVideoActions() {
                 [this, action = action] { (this->*action)(videoBatchEditMenu); });
     }
     for (QAction* a : removeExifMenu->actions()) a->setEnabled(true);
+    removeExifMenu->addSeparator();
+    connect(removeExifMenu->addAction(tr("Remove All Metadata")), &QAction::triggered, this,
+            [this] { RemoveAllMetadataAction(removeExifMenu); });
     SaveMediaChangesBtn->setEnabled(true);
     connect(videoMetaView, &VideoMetaView::basicFieldEdited, this,
             [this] { basicInfoChange = true; });

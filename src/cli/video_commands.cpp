@@ -261,18 +261,46 @@ int runSet(const QStringList& args) {
 }
 
 int runStrip(const QStringList& args) {
-    return runTool(
-        QStringLiteral("strip"),
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
         QStringLiteral(
             "Writes a copy of each video into the storage folder with its title, album, artist,\n"
             "director, performer, producer, publisher, copyright, keywords, description,\n"
-            "recorded date and artwork removed. A location is removed when it lies north\n"
-            "and east of zero."),
-        args, [](const IKImageItem& item, const StorageContext& storage, OutputBatch& batch) {
-            const VideoWriteJob job = RemoveVideoExifDateAction(
-                item, videoEditorStateFor(item), readExistingMetadata(item.filePath), storage);
-            return runVideoWriteJob(job, storage.storagelocation, batch);
-        });
+            "recorded date and artwork removed, from every key space that holds them. A\n"
+            "location is removed when it lies north and east of zero.\n"
+            "\n"
+            "--all removes every metadata item instead: QuickTime keys, user data (the\n"
+            "location included), iTunes items, 3GPP boxes, XMP and every other vendor box\n"
+            "of the movie, the tracks' own metadata, cover art and every location. Track\n"
+            "structure, edit lists, handler names, chapter tracks and the media are kept,\n"
+            "and so are the file's kind and dates. --tracks (with --all) also drops the\n"
+            "timed metadata tracks (GPS telemetry, camera motion, chapter texts); their\n"
+            "samples stay in the file, unreferenced. When --all fails no copy is left.") +
+        QLatin1String(kOutputHelp));
+    addCommonOptions(parser);
+    parser.addOption({QStringLiteral("all"), QStringLiteral("Remove every metadata item.")});
+    parser.addOption({QStringLiteral("tracks"),
+                      QStringLiteral("With --all: drop the timed metadata tracks too.")});
+    if (const int code = parse(parser, QStringLiteral("strip"), args); code >= 0) return code;
+    const bool all = parser.isSet(QStringLiteral("all"));
+    const bool tracks = parser.isSet(QStringLiteral("tracks"));
+    if (tracks && !all) {
+        std::fputs("tagsmith-cli strip: --tracks needs --all\n", stderr);
+        return 2;
+    }
+    const StorageContext storage{resolveStorage(parser), false, QString()};
+    OutputBatch batch;
+    FileReport report;
+    for (const QString& path : parser.positionalArguments()) {
+        const IKImageItemPtr item = loadVideo(path, report);
+        if (!item) continue;
+        const VideoWriteJob job =
+            all ? RemoveAllVideoMetadataAction(*item, storage, tracks)
+                : RemoveVideoExifDateAction(*item, videoEditorStateFor(*item),
+                                            readExistingMetadata(item->filePath), storage);
+        report.result(runVideoWriteJob(job, storage.storagelocation, batch));
+    }
+    return report.exitCode();
 }
 
 int runVideoTool(const QString& command, const QStringList& args) {

@@ -137,6 +137,12 @@ int TreeBox::removeChildren(QByteArrayView type) {
     return int(before - m_children.size());
 }
 
+int TreeBox::removeChildrenIf(const std::function<bool(const TreeBox&)>& remove) {
+    const auto before = m_children.size();
+    std::erase_if(m_children, [&](const auto& c) { return remove(*c); });
+    return int(before - m_children.size());
+}
+
 TreeBox* TreeBox::child(QByteArrayView type) const {
     for (const auto& c : m_children) {
         if (c->type() == type) return c.get();

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -60,6 +61,8 @@ public:
     void appendChild(std::unique_ptr<TreeBox> child);
     // Removes every direct child of the type; answers how many.
     int removeChildren(QByteArrayView type);
+    // Removes every direct child the predicate names; answers how many.
+    int removeChildrenIf(const std::function<bool(const TreeBox&)>& remove);
     // The first direct child of the type, or null.
     TreeBox* child(QByteArrayView type) const;
     QList<TreeBox*> childrenOf(QByteArrayView type) const;

@@ -19,6 +19,7 @@
 #include "core/video/metadata_encoder.h"
 #include "core/video/movie_layout.h"
 #include "core/video/movie_metadata_reader.h"
+#include "core/video/movie_strip.h"
 
 namespace {
 
@@ -229,6 +230,13 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
     if (!moov) return fail(reason);
     payload.clear();
     if (!checkMovie(*moov, &reason)) return fail(reason, refusalInWords(reason));
+
+    if (request.dropTimedMetadataTracks) MovieStrip::dropTimedMetadataTracks(*moov);
+    if (request.dropAllMetadataBoxes) {
+        MovieStrip::dropMetadataBoxes(*moov);
+        boxes.removeIf(
+            [](const FileBox& box) { return MovieStrip::isDroppedTopLevelBox(box.type); });
+    }
 
     // New metadata boxes in place of the old ones, at the end of the movie box.
     const MetadataEncoder::MovieMetadataBoxes metadata =

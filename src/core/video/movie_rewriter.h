@@ -13,7 +13,10 @@
 // offsets of the tracks follow the boxes they point into. The new file is
 // written under a temporary name in the destination folder, synced and then
 // renamed into place; on failure nothing appears under the output name and
-// the source, only ever opened for reading, is left as it was.
+// the source, only ever opened for reading, is left as it was. A privacy
+// strip also leaves out the other metadata boxes and, when asked, the timed
+// metadata tracks (movie_strip.h); the samples of a left-out track stay in
+// the media data, unreferenced, so every kept track's bytes stay as they were.
 //
 // Refused, with the reason: fragmented movies, compressed movie boxes,
 // media data in other files, no or several movie boxes, and anything

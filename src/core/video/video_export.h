@@ -30,6 +30,14 @@ struct PassthroughExport {
     QString outputPath;
     QList<MetadataItem> metadata;
     VideoFileType fileType = VideoFileType::AppleM4V;
+    // Privacy strip: besides the movie's own metadata boxes, the tracks'
+    // metadata boxes, every XMP box and the padding boxes (which can hold
+    // stale metadata) are left out.
+    bool dropAllMetadataBoxes = false;
+    // The timed metadata tracks (GPS telemetry, camera motion, chapter
+    // texts) are left out with every track reference to them; their samples
+    // stay in the media data, unreferenced.
+    bool dropTimedMetadataTracks = false;
 };
 
 // How an export ended and, for a failure, why in the user's words ("the

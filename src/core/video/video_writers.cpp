@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "core/common/dates.h"
+#include "core/video/video_file_ops.h"
 #include "core/video/video_items.h"
 
 namespace {
@@ -191,6 +192,16 @@ VideoWriteJob RemoveVideoExifDateAction(const IKImageItem& item, const VideoEdit
                VideoFileType::AppleM4V);
     job.newDate = changedCreatedDate(e.mediaCreatedDate, e.oldMovieCreatedDate);
     job.fallbackCopyPath = storageOutput(storage, item.filePath);
+    return job;
+}
+
+VideoWriteJob RemoveAllVideoMetadataAction(const IKImageItem& item, const StorageContext& storage,
+                                           bool tracks) {
+    const QString output = mirroredOutputPath(storage.storagelocation, item.filePath,
+                                              storage.bImportLocalFolder, storage.bImportLocalPath);
+    VideoWriteJob job = jobFor(item.filePath, output, {}, movieFileType(item.filePath));
+    job.request.dropAllMetadataBoxes = true;
+    job.request.dropTimedMetadataTracks = tracks;
     return job;
 }
 

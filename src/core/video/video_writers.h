@@ -71,6 +71,14 @@ VideoWriteJob RemoveVideoExifDateAction(const IKImageItem& item, const VideoEdit
                                         const QList<MetadataItem>& existing,
                                         const StorageContext& storage);
 
+// The privacy strip: a copy (sub-folders mirrored as by the removal) with no
+// descriptive item in any key space, no location, no cover and no XMP, in
+// the source's own kind of file and with its dates; with `tracks` the timed
+// metadata tracks are left out too. When the strip fails nothing is copied:
+// an unchanged copy would pass for a stripped one.
+VideoWriteJob RemoveAllVideoMetadataAction(const IKImageItem& item, const StorageContext& storage,
+                                           bool tracks);
+
 // The date text the XMP batch writes: the universal-time description with
 // "-" turned into ":" and the offset dropped ("2021:03:04 05:06:07").
 QString xmpDateText(const QDateTime& date);

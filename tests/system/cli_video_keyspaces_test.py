@@ -1,0 +1,194 @@
+#!/usr/bin/env python3
+"""A field is written in every key space that holds it (set), and the privacy
+strip (strip --all, --tracks) leaves no descriptive item: checked with
+exiftool and ffprobe over files made like camera and phone files."""
+
+import json
+import os
+import struct
+import subprocess
+import tempfile
+import unittest
+
+from cli_video_write_test import CLI, exif, run, sha
+
+# The groups exiftool reports descriptive movie items in.
+DESCRIPTIVE = ("UserData", "ItemList", "Keys", "XMP", "3GP")
+
+
+def descriptive(tags):
+    return {k: v for k, v in tags.items() if k.split(":")[0].startswith(DESCRIPTIVE)}
+
+
+def kept_streams_md5(path, streams):
+    """framemd5 of the given streams (ffmpeg stream specifiers), pictures aside."""
+    maps = [arg for s in streams for arg in ("-map", "0:" + s)]
+    out = run("ffmpeg", "-v", "error", "-i", path, *maps, "-c", "copy", "-f", "framemd5", "-").stdout
+    return [line for line in out.splitlines() if not line.startswith("#")]
+
+
+def format_tags(path):
+    out = run("ffprobe", "-v", "error", "-show_entries", "format_tags", "-of", "json", path).stdout
+    return json.loads(out)["format"].get("tags", {})
+
+
+def stream_tags(path):
+    out = run("ffprobe", "-v", "error", "-show_entries", "stream=codec_type,codec_tag_string",
+              "-show_chapters", "-of", "json", path).stdout
+    return json.loads(out)
+
+
+def probe_chapters(path):
+    return stream_tags(path)["chapters"]
+
+
+def make_timed_metadata_track(path, track_number):
+    """Turns a subtitle track into a GoPro-like telemetry track in place: its
+    handler becomes "meta" and its sample description "gpmd" (same sizes)."""
+    with open(path, "rb") as f:
+        data = bytearray(f.read())
+    containers = {b"moov", b"trak", b"mdia", b"minf", b"stbl"}
+    tracks = []
+
+    def walk(start, end, trak):
+        pos = start
+        while pos + 8 <= end:
+            size, kind = struct.unpack(">I4s", data[pos:pos + 8])
+            if kind == b"trak":
+                tracks.append([])
+                trak = len(tracks) - 1
+            if kind in (b"hdlr", b"stsd") and trak is not None:
+                tracks[trak].append((kind, pos))
+            if kind in containers:
+                walk(pos + 8, pos + size, trak)
+            pos += size
+
+    walk(0, len(data), None)
+    for kind, pos in tracks[track_number]:
+        if kind == b"hdlr":
+            data[pos + 16:pos + 20] = b"meta"
+        else:
+            data[pos + 20:pos + 24] = b"gpmd"
+    with open(path, "wb") as f:
+        f.write(data)
+
+
+class CliVideoKeySpacesTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.tmp = tempfile.TemporaryDirectory()
+        src = os.path.join(cls.tmp.name, "src")
+        os.makedirs(src)
+        clip = ["-f", "lavfi", "-i", "testsrc=size=160x120:rate=10:duration=1", "-f", "lavfi",
+                "-i", "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac",
+                "-shortest"]
+        # A camera movie: a keys title and location beside a user-data title
+        # and location and an iTunes title.
+        cls.mov = os.path.join(src, "camera.mov")
+        run("ffmpeg", "-y", "-v", "error", *clip, "-movflags", "+use_metadata_tags",
+            "-metadata", "title=Keys title", cls.mov)
+        run("exiftool", "-q", "-overwrite_original", "-ItemList:Title=iTunes title",
+            "-UserData:Title=User data title", "-UserData:GPSCoordinates=11, 21",
+            "-Keys:GPSCoordinates=12, 22, 5", cls.mov)
+        # A phone file with every key space, XMP, a cover, a location,
+        # chapters, a subtitle and a telemetry track.
+        for name, text in (("sub.srt", "Hello"), ("tel.srt", "Telemetry")):
+            with open(os.path.join(src, name), "w") as f:
+                f.write("1\n00:00:00,000 --> 00:00:00,800\n%s\n" % text)
+        with open(os.path.join(src, "chapters.txt"), "w") as f:
+            f.write(";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=1000\ntitle=One\n")
+        cover = os.path.join(src, "cover.png")
+        run("ffmpeg", "-y", "-v", "error", "-f", "lavfi", "-i", "color=red:size=16x16",
+            "-frames:v", "1", cover)
+        cls.phone = os.path.join(src, "phone.3gp")
+        run("ffmpeg", "-y", "-v", "error", *clip[:8], "-i", os.path.join(src, "sub.srt"),
+            "-i", os.path.join(src, "tel.srt"), "-i", os.path.join(src, "chapters.txt"),
+            "-map", "0", "-map", "1", "-map", "2", "-map", "3", "-map_chapters", "4",
+            *clip[8:], "-c:s", "mov_text", "-metadata", "title=3GPP title",
+            "-metadata", "artist=3GPP performer", "-metadata", "location=+48.8566+002.3522/",
+            "-f", "3gp", cls.phone)
+        make_timed_metadata_track(cls.phone, 3)
+        run("exiftool", "-q", "-overwrite_original", "-ItemList:Title=iTunes title",
+            "-Keys:Title=Keys title", "-ItemList:CoverArt<=" + cover,
+            "-UserData:GPSCoordinates=11, 21", "-Keys:GPSCoordinates=12, 22, 5",
+            "-Keys:Make=Phone maker", "-XMP-dc:Title=XMP title", "-XMP-exif:GPSLatitude=40",
+            cls.phone)
+        cls.hashes = {p: sha(p) for p in (cls.mov, cls.phone)}
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.tmp.cleanup()
+
+    def setUp(self):
+        self.out = tempfile.mkdtemp(dir=self.tmp.name)
+
+    def tearDown(self):
+        for path, digest in self.hashes.items():
+            self.assertEqual(sha(path), digest, "the source was changed: " + path)
+
+    def output(self, source):
+        return os.path.join(self.out, os.path.basename(source))
+
+    def test_set_replaces_title_and_location_in_every_key_space(self):
+        for source in (self.mov, self.phone):
+            with self.subTest(source=os.path.basename(source)):
+                run(CLI, "set", "--title", "New title", "--latitude", "48.5", "--longitude",
+                    "-3.25", "--altitude", "7", "--storage", self.out, source)
+                out = self.output(source)
+                tags = exif(out)
+                # XMP is kept as it is (not one of the key spaces written).
+                titles = {k: v for k, v in tags.items()
+                          if k.endswith(":Title") and not k.startswith("XMP")}
+                self.assertGreaterEqual(len(titles), 3, titles)
+                self.assertEqual(set(titles.values()), {"New title"}, titles)
+                places = {k: v for k, v in tags.items()
+                          if k.endswith(":GPSCoordinates") or k.endswith("LocationInformation")}
+                self.assertGreaterEqual(len(places), 2, places)
+                for key, value in places.items():
+                    self.assertRegex(value, r"48(\.5| deg 30').*3(\.25| deg 15')", key)
+                ffprobe = format_tags(out)
+                self.assertEqual(ffprobe["title"], "New title")
+                for key, value in ffprobe.items():
+                    if "location" in key or key.startswith("title"):
+                        self.assertIn(value, ("New title", "+48.5-3.25+7"), key)
+                rec = json.loads(run(CLI, "info", out).stdout)[0]
+                self.assertEqual(rec["fileTitle"], "New title")
+                self.assertAlmostEqual(rec["filelongtitude"], 3.25)
+                self.assertEqual(tags.get("ItemList:CoverArt") is None,
+                                 exif(source).get("ItemList:CoverArt") is None)
+
+    def test_strip_all_leaves_no_descriptive_item_nor_location(self):
+        streams = ("V", "a", "s", "d?")
+        for extra in ((), ("--tracks",)):
+            with self.subTest(flags=extra):
+                out_dir = tempfile.mkdtemp(dir=self.tmp.name)
+                result = run(CLI, "strip", "--all", *extra, "--storage", out_dir, self.phone)
+                out = os.path.join(out_dir, "phone.3gp")
+                self.assertEqual(result.stdout.strip(), out)
+                tags = exif(out)
+                self.assertEqual(descriptive(tags), {})
+                self.assertEqual(probe_chapters(out), [])  # they were user data
+                self.assertEqual([k for k in tags if "GPS" in k or "Location" in k], [])
+                self.assertNotIn("CoverArt", str(tags))
+                ffprobe = format_tags(out)
+                self.assertEqual([k for k in ffprobe if k not in ("major_brand", "minor_version",
+                                                                   "compatible_brands")], [])
+                probe = stream_tags(out)
+                kinds = [(s["codec_type"], s["codec_tag_string"]) for s in probe["streams"]]
+                if extra:
+                    # The telemetry and chapter tracks go; the subtitle stays.
+                    self.assertEqual(kinds, [("video", "avc1"), ("audio", "mp4a"),
+                                             ("subtitle", "tx3g")])
+                    self.assertEqual(kept_streams_md5(out, streams),
+                                     kept_streams_md5(self.phone, ("V", "a", "2")))
+                else:
+                    self.assertIn(("data", "gpmd"), kinds)
+                    self.assertEqual(kept_streams_md5(out, streams),
+                                     kept_streams_md5(self.phone, streams))
+        # --tracks alone is a usage error.
+        result = run(CLI, "strip", "--tracks", "--storage", self.out, self.phone, check=False)
+        self.assertEqual(result.returncode, 2)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
