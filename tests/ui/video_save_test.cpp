@@ -154,6 +154,26 @@ private Q_SLOTS:
         QCOMPARE(m_app->hasUnsavedEdits(), classic);
     }
 
+    // The panel's picture is the artwork of the record it shows only.
+    void saveOfSeveralRowsKeepsEachOnesArtwork() {
+        startClean();
+        const IKImageItemPtr clip = m_app->localPhotoItemArray.at(0);
+        QImage red(8, 8, QImage::Format_RGB32);
+        red.fill(Qt::red);
+        clip->fileImage = red;
+        m_app->ShowVideoViewWithItem(clip);
+        m_app->dragtableView->selectionModel()->select(
+            m_app->mediaController->index(1, 0),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        QCOMPARE(m_app->selectedItems().size(), 2);
+        QVERIFY(!m_app->videoMetaView->showsPlaceholderArtwork());
+        m_app->SaveMeidaFileChangesAction(nullptr);
+        m_app->waitForVideoJobs();
+        clip->fileImage = QImage();
+        QVERIFY(!MediaImporter::importFile(output("clip.mp4"), true)->fileImage.isNull());
+        QVERIFY(MediaImporter::importFile(output("waves.mp4"), true)->fileImage.isNull());
+    }
+
     void leavingAnEditedRowAsks_data() {
         QTest::addColumn<QString>("press");
         QTest::newRow("cancel") << "Cancel";
