@@ -114,7 +114,7 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
             // Each record's artwork is its own picture: the panel's picture
             // goes only into the record the panel shows.
             VideoEditorState forItem = editor;
-            if (item != videoMetaView->shownItem()) {
+            if (item != m_shownItem) {
                 forItem.mediaImage = QImage();
                 forItem.imageIsPlaceholder = true;
             }
@@ -159,14 +159,16 @@ void AppDelegate::RemoveAllMediaFileAction(QObject*) {
 }
 
 void AppDelegate::RemoveAllMetadataAction(QObject*) {
-    const IKImageItemList items = selectedItemsInImportOrder();
+    const IKImageItemList items = selectedItems();
     if (items.isEmpty()) return showNothingSelected();
     const StorageContext storage = storageContext();
     ensureFolder(storagelocation);
+    const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isVideoPath(item->filePath) && !isMxf(item->filePath)) {
             runVideoJobLater(
-                [item, storage] { return RemoveAllVideoMetadataAction(*item, storage, false); });
+                [item, storage] { return RemoveAllVideoMetadataAction(*item, storage, false); },
+                batch);
         } else {
             qCInfo(lcTagsmith) << "removing all metadata is available for movies only =="
                                << item->filePath;

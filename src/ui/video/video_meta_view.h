@@ -42,8 +42,6 @@ public:
     QLabel* infoLabel(const QString& name) const { return m_info.value(name); }
     MapView* mapView() const { return m_map; }
     bool showsPlaceholderArtwork() const { return m_artwork.isNull(); }
-    // The record the panel shows (an empty record when none).
-    const IKImageItemPtr& shownItem() const { return m_item; }
 
 Q_SIGNALS:
     void basicFieldEdited();
