@@ -12,10 +12,8 @@ from support import CLI, ffmpeg, ffprobe, run
 
 
 def size_text(n):
-    # The list's size text, computed the way the program does (single precision).
-    def f32(x):
-        return struct.unpack("f", struct.pack("f", x))[0]
-
+    """The list's size text, computed the way the program does (single precision)."""
+    f32 = lambda x: struct.unpack("f", struct.pack("f", x))[0]  # noqa: E731
     if n <= 999:
         return "%d bytes" % n
     v = f32(f32(float(n)) / 1000.0)
@@ -33,17 +31,14 @@ class CliInfoTest(unittest.TestCase):
         root = cls.tmp.name
         os.makedirs(os.path.join(root, "nested", "deeper"))
         cls.h264 = os.path.join(root, "h264.mp4")
-        ffmpeg("-f", "lavfi", "-i", "testsrc=size=320x240:rate=25:duration=2",
-               "-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000:duration=2",
-               "-ac", "2", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-b:a", "96k",
-               "-shortest", cls.h264)
+        ffmpeg(*("-f lavfi -i testsrc=size=320x240:rate=25:duration=2 -f lavfi -i sine=frequency=440:"
+                 "sample_rate=48000:duration=2 -ac 2 -c:v libx264 -pix_fmt yuv420p -c:a aac -b:a 96k "
+                 "-shortest").split(), cls.h264)
         cls.mov = os.path.join(root, "nested", "deeper", "Portrait.MOV")
-        ffmpeg("-f", "lavfi", "-i", "testsrc=size=180x320:rate=30:duration=3.5",
-               "-c:v", "mpeg4", cls.mov)
+        ffmpeg(*"-f lavfi -i testsrc=size=180x320:rate=30:duration=3.5 -c:v mpeg4".split(), cls.mov)
         cls.mkv = os.path.join(root, "nested", "stereo.mkv")
-        ffmpeg("-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=61",
-               "-f", "lavfi", "-i", "sine=sample_rate=22050:duration=61",
-               "-c:v", "libx264", "-preset", "ultrafast", "-c:a", "libvorbis", "-shortest", cls.mkv)
+        ffmpeg(*("-f lavfi -i testsrc=size=64x48:rate=10:duration=61 -f lavfi -i sine=sample_rate=22050:"
+                 "duration=61 -c:v libx264 -preset ultrafast -c:a libvorbis -shortest").split(), cls.mkv)
         # Neither kind, and audio (not listed until the audio readers exist).
         with open(os.path.join(root, "notes.txt"), "w") as f:
             f.write("not media\n")

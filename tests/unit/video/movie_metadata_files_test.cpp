@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
-
 #include <algorithm>
-#include <random>
 
 #include "core/library/ik_image_item.h"
+#include "core/video/bmff_box.h"
 #include "core/video/movie_metadata_reader.h"
 #include "core/video/video_metadata_rules.h"
 #include "metadata_test_items.h"
@@ -169,44 +167,23 @@ TEST(VideoMetadataFiles, ThreeGppBoxesAndLocation) {
     EXPECT_EQ(record.shootDate, QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)));
 }
 
-TEST(VideoMetadataFiles, TruncatedAndCorruptedCopiesAreReadSafely) {
+// Cut copies never list more than the whole file, and a cut after the movie
+// box loses nothing. (Random damage: the fuzz_bmff_reader target.)
+TEST(VideoMetadataFiles, TruncatedCopiesAreReadSafely) {
     REQUIRE_TOOLS();
-    QStringList sources;
-    sources << itunesClip() << keysClip();
-    std::mt19937 random(20261121);
-    for (const QString& path : sources) {
-        if (path.isEmpty()) continue;
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QByteArray data = file.readAll();
+    for (const QString& path : {itunesClip(), keysClip()}) {
+        const QByteArray data = readFile(path);
         const auto full = readMovieMetadataFromData(data);
         ASSERT_FALSE(full.isEmpty()) << path.toStdString();
-
-        // Where the movie box lies.
         const qsizetype moovStart = std::max<qsizetype>(0, data.indexOf("moov") - 4);
-        const auto* header = reinterpret_cast<const uchar*>(data.constData() + moovStart);
-        const qsizetype declared =
-            (qsizetype(header[0]) << 24) | (header[1] << 16) | (header[2] << 8) | header[3];
-        const qsizetype moovSize = std::clamp<qsizetype>(declared, 8, data.size() - moovStart);
+        const qsizetype moovEnd = moovStart + Bmff::readU32(data, moovStart);
         // Cut at every 1/200th of the file and at every byte of its first 4 KiB.
         for (qsizetype cut = 0; cut < data.size(); cut += (cut < 4096 ? 1 : data.size() / 200)) {
             const auto items = readMovieMetadataFromData(data.left(cut));
             EXPECT_LE(items.size(), full.size() + 64);
-            // A cut after the movie box loses nothing.
-            if (cut >= moovStart + moovSize) {
+            if (cut >= moovEnd) {
                 EXPECT_EQ(items.size(), full.size()) << cut;
             }
-        }
-        // Flip bits, mostly inside the movie box.
-        for (int round = 0; round < 400; ++round) {
-            QByteArray damaged = data;
-            const int flips = 1 + int(random() % 8);
-            for (int i = 0; i < flips; ++i) {
-                const qsizetype at = round % 4 ? moovStart + qsizetype(random() % quint32(moovSize))
-                                               : qsizetype(random() % quint32(data.size()));
-                damaged[at] = char(damaged[at] ^ char(1 << (random() % 8)));
-            }
-            (void)readMovieMetadataFromData(damaged);
         }
     }
 }

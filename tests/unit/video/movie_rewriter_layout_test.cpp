@@ -4,24 +4,20 @@
 #include "core/video/bmff_tree.h"
 #include "core/video/metadata_encoder.h"
 #include "core/video/movie_layout.h"
+#include "video/bmff_test_boxes.h"
 
 using Bmff::FileBox;
 using Bmff::makeBox;
+using TestBoxes::u32;
+using TestBoxes::u64;
 
 namespace {
 
 constexpr qint64 kGiB = qint64(1) << 30;
 
 QByteArray offsetTable(const char* type, const QList<quint64>& offsets) {
-    QByteArray p;
-    Bmff::appendU32(p, 0);
-    Bmff::appendU32(p, quint32(offsets.size()));
-    for (quint64 o : offsets) {
-        if (QByteArrayView(type) == "co64")
-            Bmff::appendU64(p, o);
-        else
-            Bmff::appendU32(p, quint32(o));
-    }
+    QByteArray p = u32(0) + u32(quint32(offsets.size()));
+    for (quint64 o : offsets) p += QByteArrayView(type) == "co64" ? u64(o) : u32(quint32(o));
     return makeBox(type, p);
 }
 
@@ -123,11 +119,7 @@ TEST(BmffTree, SerializesWhatItParsed) {
     EXPECT_FALSE(moov->child("udta"));
 
     // A 64-bit header is kept as found.
-    QByteArray large;
-    Bmff::appendU32(large, 1);
-    large += "free";
-    Bmff::appendU64(large, 20);
-    large += "abcd";
+    const QByteArray large = u32(1) + "free" + u64(20) + "abcd";
     auto withLarge = Bmff::parseMovieBox(large, nullptr);
     ASSERT_TRUE(withLarge);
     EXPECT_EQ(withLarge->serialize(), makeBox("moov", large));
@@ -164,12 +156,8 @@ TEST(MetadataEncoder, LocationFromIso6709Text) {
 // auxiliary type that precedes them.
 TEST(MovieRewriterLayout, AuxiliaryOffsetsMoveAndWiden) {
     const qint64 mdatAt = 4 * kGiB - 40;
-    QByteArray saio;
-    Bmff::appendU32(saio, 1);  // version 0, flags: type and parameter present
-    saio += "cenc";
-    Bmff::appendU32(saio, 0);
-    Bmff::appendU32(saio, 1);
-    Bmff::appendU32(saio, quint32(mdatAt + 8));
+    // Version 0, flags: type and parameter present; one offset.
+    const QByteArray saio = u32(1) + "cenc" + u32(0) + u32(1) + u32(quint32(mdatAt + 8));
     auto moov = movieWith({offsetTable("stco", {16}) + makeBox("saio", saio)});
     ASSERT_TRUE(moov);
     QList<FileBox> source{{"ftyp", 0, 16, 8, false},

@@ -10,6 +10,7 @@
 #include "core/video/bmff_tree.h"
 #include "core/video/movie_rewriter.h"
 #include "movie_rewriter_support.h"
+#include "video/bmff_test_boxes.h"
 
 using namespace RewriterTest;
 using Bmff::makeBox;
@@ -89,10 +90,7 @@ TEST(MovieRewriterRefusal, MalformedStructures) {
     expectRefused(fileTypeBox() + makeBox("moov", nested), "nested");
 
     // A chunk offset that points into the movie box itself.
-    QByteArray stco;
-    Bmff::appendU32(stco, 0);
-    Bmff::appendU32(stco, 1);
-    Bmff::appendU32(stco, 40);
+    QByteArray stco = TestBoxes::u32(0) + TestBoxes::u32(1) + TestBoxes::u32(40);
     const QByteArray stbl = makeBox("stbl", makeBox("stco", stco));
     const QByteArray moov =
         makeBox("moov", makeBox("trak", makeBox("mdia", makeBox("minf", stbl))));
@@ -138,10 +136,7 @@ TEST(MovieRewriterRefusal, OversizedMovieBox) {
     QTemporaryDir dir;
     const QString source = dir.filePath("huge.mov");
     const qint64 moovSize = qint64(300) * 1024 * 1024;
-    QByteArray head = fileTypeBox();
-    Bmff::appendU32(head, quint32(moovSize));
-    head += "moov";
-    writeFile(source, head);
+    writeFile(source, fileTypeBox() + TestBoxes::u32(quint32(moovSize)) + "moov");
     ASSERT_TRUE(QFile::resize(source, fileTypeBox().size() + moovSize));
     const QString output = dir.filePath("out.m4v");
     const RewriteResult result = rewriteMovieFile(request(source, output, {}));
