@@ -181,8 +181,12 @@ VideoWriteJob RemoveVideoExifDateAction(const IKImageItem& item, const VideoEdit
     if (!item.shootDateStr.isEmpty()) {
         items.append(make(QStringLiteral("uiso"), QStringLiteral("date"), kUisoDate, QString()));
     }
-    // Only a position north and east of zero is cleared.
-    if (item.filelongtitude > 0.0 && item.filelatitude > 0.0) items.append(location(QString()));
+    // Only a position north and east of zero is cleared. The record holds
+    // magnitudes; the hemispheres are in the sign fields.
+    const bool northEast =
+        item.latitudeFormat != QLatin1String("-") && item.longtitudeFormat != QLatin1String("-");
+    if (northEast && item.filelongtitude > 0.0 && item.filelatitude > 0.0)
+        items.append(location(QString()));
     if (!item.fileImage.isNull()) items.append(artwork(QImage()));
 
     const QString output = mirroredOutputPath(storage.storagelocation, item.filePath,

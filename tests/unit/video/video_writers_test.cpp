@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <QTimeZone>
 
+#include <tuple>
+
 #include "core/common/dates.h"
 #include "core/common/desktop_integration.h"
 #include "core/video/video_items.h"
@@ -236,10 +238,16 @@ TEST(VideoWriters, RemovalEmptiesHeldFieldsAndMirrorsFolders) {
     for (const auto& i : job.request.metadata) EXPECT_TRUE(i.value.toString().isEmpty());
     EXPECT_EQ(job.request.fileType, VideoFileType::AppleM4V);
     EXPECT_EQ(job.fallbackCopyPath, "/store/a.mov");
-    // A southern or western position is left in place.
-    item.filelatitude = 0.0;
-    job = RemoveVideoExifDateAction(item, {}, {}, kStorage);
-    EXPECT_FALSE(identifiers(job.request.metadata).contains("uiso/loci"));
+    // A southern, western or zero position is left in place (the record
+    // holds magnitudes; the signs stand beside them).
+    for (const auto& [latitudeSign, longitudeSign, latitude] :
+         {std::tuple{"-", "+", 33.8}, {"+", "-", 33.8}, {"+", "+", 0.0}}) {
+        item.latitudeFormat = latitudeSign;
+        item.longtitudeFormat = longitudeSign;
+        item.filelatitude = latitude;
+        job = RemoveVideoExifDateAction(item, {}, {}, kStorage);
+        EXPECT_FALSE(identifiers(job.request.metadata).contains("uiso/loci")) << latitudeSign;
+    }
     EXPECT_EQ(job.request.outputPath, "/store/a.mov");
 }
 
