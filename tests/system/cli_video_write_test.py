@@ -8,7 +8,7 @@ import struct
 import tempfile
 import unittest
 
-from support import CLI, exif, ffmpeg, ffprobe, framemd5, info, run, sha
+from support import CLI, exif, exif_write, ffmpeg, ffprobe, framemd5, info, run, sha
 
 
 class CliVideoWriteTest(unittest.TestCase):
@@ -25,7 +25,7 @@ class CliVideoWriteTest(unittest.TestCase):
         ffmpeg("-i", cls.mp4, "-c", "copy", "-movflags", "+faststart+use_metadata_tags",
             "-metadata", "title=Movie title", "-metadata", "com.apple.quicktime.creationdate=2001-02-03T04:05:06Z",
             cls.mov)
-        run("exiftool", "-q", "-overwrite_original", "-ItemList:Title=Movie title", cls.mov)
+        exif_write(cls.mov, "-ItemList:Title=Movie title")
         cls.hashes = {p: sha(p) for p in (cls.mp4, cls.mov)}
 
     @classmethod
@@ -253,8 +253,8 @@ class CliKeepsUntouchedMetadataTest(unittest.TestCase):
             ffmpeg("-f", "lavfi", "-i", "testsrc=size=160x120:rate=25:duration=1", "-f", "lavfi", "-i",
                    "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest", path)
             add_to_moov(path, cls.udta, cls.ilst)
-            run("exiftool", "-q", "-overwrite_original", "-ItemList:Title=Old title",
-                "-Keys:Title=Old keys title", "-Keys:Make=Phone maker", "-XMP-dc:Description=from xmp", path)
+            exif_write(path, "-ItemList:Title=Old title", "-Keys:Title=Old keys title",
+                       "-Keys:Make=Phone maker", "-XMP-dc:Description=from xmp")
             cls.files[ext] = path
 
     @classmethod

@@ -27,14 +27,21 @@ def exif(path, *options):
     return json.loads(run("exiftool", "-j", "-G1", "-a", *options, path).stdout)[0]
 
 
+def exif_write(path, *assignments):
+    """Changes a file in place with exiftool ("-Keys:Title=New")."""
+    run("exiftool", "-q", "-overwrite_original", *assignments, path)
+
+
 def sha(path):
     with open(path, "rb") as f:
         return hashlib.sha256(f.read()).hexdigest()
 
 
-def framemd5(path):
-    """Per-packet checksums of every stream, without the lines naming the file."""
-    out = run("ffmpeg", "-v", "error", "-i", path, "-map", "0", "-c", "copy", "-f", "framemd5", "-").stdout
+def framemd5(path, streams=("",)):
+    """Per-packet checksums of the streams (ffmpeg stream specifiers after "0:";
+    all by default), without the lines naming the file."""
+    maps = [arg for s in streams for arg in ("-map", ("0:" + s).rstrip(":"))]
+    out = run("ffmpeg", "-v", "error", "-i", path, *maps, "-c", "copy", "-f", "framemd5", "-").stdout
     return [line for line in out.splitlines() if not line.startswith("#")]
 
 
