@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "core/library/frame_image.h"
@@ -28,14 +27,11 @@ TEST(FrameImage, FitsTheSizeKeepsTheAspectAndTurnsRotatedVideos) {
 TEST(FrameImage, NothingForFilesWithoutVideo) {
     QTemporaryDir tmp;
     const QString junk = tmp.filePath("junk.mp4");
-    QFile f(junk);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(QByteArray(2048, 'x'));
-    f.close();
+    ASSERT_TRUE(writeFile(junk, QByteArray(2048, 'x')));
     EXPECT_TRUE(videoFrameImage(junk, 0, QSize(16, 16)).isNull());
     EXPECT_TRUE(videoFrameImage(tmp.filePath("missing.mov"), 0, QSize(16, 16)).isNull());
-    const QString audio = ffmpegFixture("frame-audio-only.m4a",
-                                        {"-f", "lavfi", "-i", "sine=duration=1", "-c:a", "aac"});
+    const QString audio =
+        ffmpegFixture("frame-audio-only.m4a", words("-f lavfi -i sine=duration=1 -c:a aac"));
     ASSERT_FALSE(audio.isEmpty());
     EXPECT_TRUE(videoFrameImage(audio, 0, QSize(16, 16)).isNull());
 }
