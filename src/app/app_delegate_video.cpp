@@ -135,8 +135,8 @@ void AppDelegate::removeMetadataOf(const IKImageItemList& items) {
     const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
-            qCInfo(lcTagsmith) << "audio metadata removal is not available yet =="
-                               << item->filePath;
+            reportWrite(VideoWriteResult::skippedFile(
+                item->filePath, QStringLiteral("audio files are not supported yet")));
         } else if (isVideoPath(item->filePath)) {
             runVideoJobLater(
                 [item, editor, storage] {
@@ -170,8 +170,9 @@ void AppDelegate::RemoveAllMetadataAction(QObject*) {
                 [item, storage] { return RemoveAllVideoMetadataAction(*item, storage, false); },
                 batch);
         } else {
-            qCInfo(lcTagsmith) << "removing all metadata is available for movies only =="
-                               << item->filePath;
+            reportWrite(VideoWriteResult::skippedFile(
+                item->filePath,
+                QStringLiteral("removing all metadata is available for movies only")));
         }
     }
 }
@@ -197,7 +198,11 @@ void AppDelegate::runVideoTool(
     qCInfo(lcTagsmith) << name << "==" << items.size() << "videos";
     const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
-        if (isVideoPath(item->filePath)) tool(item, batch);
+        if (isVideoPath(item->filePath))
+            tool(item, batch);
+        else
+            reportWrite(VideoWriteResult::skippedFile(
+                item->filePath, QStringLiteral("the video tools work on videos only")));
     }
 }
 
