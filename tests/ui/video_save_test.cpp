@@ -162,6 +162,7 @@ private Q_SLOTS:
         red.fill(Qt::red);
         clip->fileImage = red;
         m_app->ShowVideoViewWithItem(clip);
+        clip->fileImage = QImage();  // as if the user had chosen the picture
         m_app->dragtableView->selectionModel()->select(
             m_app->mediaController->index(1, 0),
             QItemSelectionModel::Select | QItemSelectionModel::Rows);
@@ -169,7 +170,6 @@ private Q_SLOTS:
         QVERIFY(!m_app->videoMetaView->showsPlaceholderArtwork());
         m_app->SaveMeidaFileChangesAction(nullptr);
         m_app->waitForVideoJobs();
-        clip->fileImage = QImage();
         QVERIFY(!MediaImporter::importFile(output("clip.mp4"), true)->fileImage.isNull());
         QVERIFY(MediaImporter::importFile(output("waves.mp4"), true)->fileImage.isNull());
     }
