@@ -10,7 +10,8 @@ import struct
 import tempfile
 import unittest
 
-from support import CLI, exif, ffmpeg, ffprobe, framemd5, info, run
+from support import (CLI, append_boxes, box, children, exif, ffmpeg, ffprobe, framemd5, info,
+                     read_bytes, run, write_bytes)
 
 CLIP = ["-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=1", "-f", "lavfi", "-i",
         "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest"]
@@ -19,11 +20,6 @@ TITLE = "Été à Paris"
 TITLE_PLACES = {"keys/com.apple.quicktime.title", "udta/©nam", "ilst/©nam", "udta/titl"}
 LOCATION_PLACES = {"keys/com.apple.quicktime.location.ISO6709", "udta/©xyz", "udta/loci"}
 ENG = 0x15C7  # "eng" packed as ISO 639-2; a code below 0x400 is a Macintosh language
-
-
-def box(kind, payload=b""):
-    kind = kind if isinstance(kind, bytes) else kind.encode("latin-1")
-    return struct.pack(">I", 8 + len(payload)) + kind + payload
 
 
 def qt_text(kind, text, language=ENG):  # a QuickTime user-data text: length, language, bytes
@@ -48,53 +44,9 @@ def keys_meta(*entries):
                + box("keys", struct.pack(">II", 0, len(entries)) + keys) + box("ilst", ilst))
 
 
-def read(path):
-    with open(path, "rb") as f:
-        return bytearray(f.read())
-
-
-def write(path, content):
-    with open(path, "wb") as f:
-        f.write(content)
-
-
-def children(buf, start, end):
-    """(type, start, body start, end) of the boxes in buf[start:end]."""
-    while start + 8 <= end:
-        size, kind = struct.unpack(">I4s", buf[start:start + 8])
-        head = 16 if size == 1 else 8
-        size = {0: end - start, 1: struct.unpack(">Q", buf[start + 8:start + 16])[0]}.get(size, size)
-        if size < head or start + size > end:
-            return
-        kind = kind.decode("latin-1")
-        # A `meta` is a full box unless its `hdlr` follows at once.
-        skip = 4 if kind == "meta" and buf[start + 12:start + 16] != b"hdlr" else 0
-        yield kind, start, start + head + skip, start + size
-        start += size
-
-
-def append(path, payload, chain=("moov", "udta")):
-    """Appends boxes at the end of the box at `chain`, made where missing. ffmpeg
-    writes the movie box last, so no media offset moves."""
-    buf, parents, start = read(path), [], 0
-    end = len(buf)
-    for kind in chain:
-        found = next((c for c in children(buf, start, end) if c[0] == kind), None)
-        if not found:
-            break
-        parents.append(found[1])
-        start, end = found[2:]
-    for kind in reversed(chain[len(parents):]):
-        payload = box(kind, payload)
-    buf[end:end] = payload
-    for pos in parents:
-        struct.pack_into(">I", buf, pos, struct.unpack_from(">I", buf, pos)[0] + len(payload))
-    write(path, buf)
-
-
 def move_movie_first(path):
     """Puts the movie box before the media, as fast-start exports do."""
-    buf = read(path)
+    buf = read_bytes(path)
     top = {kind: (pos, end) for kind, pos, _, end in children(buf, 0, len(buf))}
     (start, end), media = top["moov"], top["mdat"][0]
     moov = buf[start:end]
@@ -109,14 +61,14 @@ def move_movie_first(path):
                 struct.pack_into(form, moov, s + 8, *(o + len(moov) for o in offsets))
 
     shift(8, len(moov))
-    write(path, buf[:media] + moov + buf[media:start] + buf[end:])
+    write_bytes(path, buf[:media] + moov + buf[media:start] + buf[end:])
 
 
 def items(path):
     """Every metadata item by place ("udta/©nam", "keys/com.apple.quicktime.make",
     "ilst/covr", "ilst/----:iTunMOVI", "uuid/HEX", "trak/udta/name"; repeats get
     "#n") mapped to its stored bytes (a keys item's without its index)."""
-    buf, out = read(path), {}
+    buf, out = read_bytes(path), {}
 
     def add(name, value):
         n = sum(1 for k in out if k.split("#")[0] == name)
@@ -171,32 +123,32 @@ def make_folder(folder):
         ffmpeg("-f", "lavfi", "-i", "color=%s:size=16x16" % colour, "-frames:v", "1", path(name))
     # A phone's camera app: QuickTime keys in the movie's meta box, a user-data location.
     ffmpeg(*CLIP, "-f", "mov", path("IMG_0001.MOV"))
-    append(path("IMG_0001.MOV"), qt_text("©xyz", b"-33.8688+151.2093+012.000/"))
+    append_boxes(path("IMG_0001.MOV"), qt_text("©xyz", b"-33.8688+151.2093+012.000/"))
     run(*exiftool, "-Keys:Make=Apple", "-Keys:Model=iPhone 12", "-Keys:Software=16.1",
         "-Keys:CreationDate=2022:05:01 10:00:00+10:00",
         "-Keys:GPSCoordinates=-33.8688, 151.2093, 12", path("IMG_0001.MOV"))
     # An Android phone: a creation time, a user-data location, typed keys.
     ffmpeg(*CLIP, "-metadata", "creation_time=2022-05-01T10:00:00Z", path("VID_20220501.mp4"))
-    append(path("VID_20220501.mp4"), qt_text("©xyz", b"+48.8566+002.3522/"))
-    append(path("VID_20220501.mp4"), keys_meta(
+    append_boxes(path("VID_20220501.mp4"), qt_text("©xyz", b"+48.8566+002.3522/"))
+    append_boxes(path("VID_20220501.mp4"), keys_meta(
         ("com.android.version", 1, b"12"), ("com.android.capture.fps", 23, struct.pack(">f", 30)),
         ("com.android.manufacturer.flags", 21, b"\x01")), ("moov",))
     # An action camera: a timecode track, vendor boxes in the user data and the movie.
     ffmpeg(*CLIP, "-timecode", "01:00:00:00", path("GX010001.MP4"))
-    append(path("GX010001.MP4"), box("FIRM", b"HD9.01.01.60.00") + box("LENS", b"LAJ8052311203000")
+    append_boxes(path("GX010001.MP4"), box("FIRM", b"HD9.01.01.60.00") + box("LENS", b"LAJ8052311203000")
            + box("CAME", bytes(range(16))) + box("GPMF", b"DEVC\0\x01\0\x08STRM\0\0\0\0"))
-    append(path("GX010001.MP4"), box("uuid", bytes.fromhex("85c0b687820f11e08111f4ce462b6a48")
+    append_boxes(path("GX010001.MP4"), box("uuid", bytes.fromhex("85c0b687820f11e08111f4ce462b6a48")
                                      + box("CNCV", b"CanonAVC0010")), ("moov",))
     # QuickTime Player: Mac Roman texts (one in two languages), player boxes, 3GPP
     # items, two covers with a name, a track name, fast start, XMP.
     ffmpeg(*CLIP, "-f", "mov", path("Holiday.mov"))
-    append(path("Holiday.mov"), box("name", b"Movie track") + qt_text("©nam", b"Track one"),
+    append_boxes(path("Holiday.mov"), box("name", b"Movie track") + qt_text("©nam", b"Track one"),
            ("moov", "trak", "udta"))
     album = qt_text("©alb", b"Caf\x8e au lait", 0)[8:] + qt_text("©alb", b"Milchkaffee", 2)[8:]
-    covers = data(13, read(path("cover.jpg"))) + box("name", b"\0\0\0\0Front") \
-        + data(14, read(path("cover.png")))
+    covers = data(13, read_bytes(path("cover.jpg"))) + box("name", b"\0\0\0\0Front") \
+        + data(14, read_bytes(path("cover.png")))
     hdlr = box("hdlr", b"\0" * 8 + b"mdirappl" + b"\0" * 9)
-    append(path("Holiday.mov"), qt_text("©nam", b"Caf\x8e", 0) + box("©alb", album)
+    append_boxes(path("Holiday.mov"), qt_text("©nam", b"Caf\x8e", 0) + box("©alb", album)
            + box("WLOC", b"\0\x64\0\x64") + box("AllF", b"\x01") + gpp("titl", b"Titre 3GPP\0")
            + gpp("auth", b"Auteur\0") + gpp("kywd", b"\x02\x04one\0\x04two\0")
            + qt_text("©xyz", b"+48.8566+002.3522+035.000/")
@@ -206,7 +158,7 @@ def make_folder(folder):
     # iTunes: list items, a freeform item, a cover beside a QuickTime keys title, XMP.
     ffmpeg(*CLIP, "-f", "ipod", "-metadata", "title=iTunes title", "-metadata", "artist=Artist",
            path("Film.m4v"))
-    append(path("Film.m4v"), box("stik", data(21, b"\x09")) + box(
+    append_boxes(path("Film.m4v"), box("stik", data(21, b"\x09")) + box(
         "----", box("mean", b"\0\0\0\0com.apple.iTunes") + box("name", b"\0\0\0\0iTunMOVI")
         + data(1, b"<plist/>")), ("moov", "udta", "meta", "ilst"))
     move_movie_first(path("Film.m4v"))

@@ -1,9 +1,11 @@
 """What the system tests share: running tools, making media with ffmpeg, and
-the one way they ask exiftool and ffprobe about a file."""
+the one way they ask exiftool and ffprobe about a file, and a few box helpers
+to make files shaped like real ones."""
 
 import hashlib
 import json
 import os
+import struct
 import subprocess
 
 CLI = os.environ.get("TAGSMITH_CLI", "tagsmith-cli")
@@ -48,3 +50,53 @@ def framemd5(path, streams=("",)):
 def info(path, *extra):
     """The first record `tagsmith-cli info --json` prints for the path."""
     return json.loads(run(CLI, "info", "--json", *extra, path).stdout)[0]
+
+
+def box(kind, payload=b""):
+    kind = kind if isinstance(kind, bytes) else kind.encode("latin-1")
+    return struct.pack(">I", 8 + len(payload)) + kind + payload
+
+
+def read_bytes(path):
+    with open(path, "rb") as f:
+        return bytearray(f.read())
+
+
+def write_bytes(path, content):
+    with open(path, "wb") as f:
+        f.write(content)
+
+
+def children(buf, start, end):
+    """(type, start, body start, end) of the boxes in buf[start:end]."""
+    while start + 8 <= end:
+        size, kind = struct.unpack(">I4s", buf[start:start + 8])
+        head = 16 if size == 1 else 8
+        size = {0: end - start, 1: struct.unpack(">Q", buf[start + 8:start + 16])[0]}.get(size, size)
+        if size < head or start + size > end:
+            return
+        kind = kind.decode("latin-1")
+        # A `meta` is a full box unless its `hdlr` follows at once.
+        skip = 4 if kind == "meta" and buf[start + 12:start + 16] != b"hdlr" else 0
+        yield kind, start, start + head + skip, start + size
+        start += size
+
+
+def append_boxes(path, payload, chain=("moov", "udta")):
+    """Appends boxes at the end of the box at `chain` (made where missing),
+    growing its parents. Nothing moves the media: for files whose movie box
+    comes last, as ffmpeg writes them."""
+    buf, parents, start = read_bytes(path), [], 0
+    end = len(buf)
+    for kind in chain:
+        found = next((c for c in children(buf, start, end) if c[0] == kind), None)
+        if not found:
+            break
+        parents.append(found[1])
+        start, end = found[2:]
+    for kind in reversed(chain[len(parents):]):
+        payload = box(kind, payload)
+    buf[end:end] = payload
+    for pos in parents:
+        struct.pack_into(">I", buf, pos, struct.unpack_from(">I", buf, pos)[0] + len(payload))
+    write_bytes(path, buf)
