@@ -10,8 +10,8 @@ import struct
 import tempfile
 import unittest
 
-from support import (CLI, append_boxes, box, children, exif, ffmpeg, ffprobe, framemd5, info,
-                     read_bytes, run, write_bytes)
+from support import (CLI, append_boxes, box, children, exif, exif_write, ffmpeg, ffprobe, framemd5,
+                     info, read_bytes, run, write_bytes)
 
 CLIP = ["-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=1", "-f", "lavfi", "-i",
         "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest"]
@@ -118,15 +118,14 @@ def items(path):
 def make_folder(folder):
     """Five files shaped like what phones, cameras and Apple's tools write."""
     path = lambda name: os.path.join(folder, name)
-    exiftool = ["exiftool", "-q", "-overwrite_original"]
     for name, colour in (("cover.jpg", "red"), ("cover.png", "blue")):
         ffmpeg("-f", "lavfi", "-i", "color=%s:size=16x16" % colour, "-frames:v", "1", path(name))
     # A phone's camera app: QuickTime keys in the movie's meta box, a user-data location.
     ffmpeg(*CLIP, "-f", "mov", path("IMG_0001.MOV"))
     append_boxes(path("IMG_0001.MOV"), qt_text("©xyz", b"-33.8688+151.2093+012.000/"))
-    run(*exiftool, "-Keys:Make=Apple", "-Keys:Model=iPhone 12", "-Keys:Software=16.1",
-        "-Keys:CreationDate=2022:05:01 10:00:00+10:00",
-        "-Keys:GPSCoordinates=-33.8688, 151.2093, 12", path("IMG_0001.MOV"))
+    exif_write(path("IMG_0001.MOV"), "-Keys:Make=Apple", "-Keys:Model=iPhone 12",
+               "-Keys:Software=16.1", "-Keys:CreationDate=2022:05:01 10:00:00+10:00",
+               "-Keys:GPSCoordinates=-33.8688, 151.2093, 12")
     # An Android phone: a creation time, a user-data location, typed keys.
     ffmpeg(*CLIP, "-metadata", "creation_time=2022-05-01T10:00:00Z", path("VID_20220501.mp4"))
     append_boxes(path("VID_20220501.mp4"), qt_text("©xyz", b"+48.8566+002.3522/"))
@@ -154,7 +153,7 @@ def make_folder(folder):
            + qt_text("©xyz", b"+48.8566+002.3522+035.000/")
            + box("meta", b"\0\0\0\0" + hdlr + box("ilst", box("covr", covers))))
     move_movie_first(path("Holiday.mov"))
-    run(*exiftool, "-XMP-dc:Title=XMP title", path("Holiday.mov"))
+    exif_write(path("Holiday.mov"), "-XMP-dc:Title=XMP title")
     # iTunes: list items, a freeform item, a cover beside a QuickTime keys title, XMP.
     ffmpeg(*CLIP, "-f", "ipod", "-metadata", "title=iTunes title", "-metadata", "artist=Artist",
            path("Film.m4v"))
@@ -162,8 +161,8 @@ def make_folder(folder):
         "----", box("mean", b"\0\0\0\0com.apple.iTunes") + box("name", b"\0\0\0\0iTunMOVI")
         + data(1, b"<plist/>")), ("moov", "udta", "meta", "ilst"))
     move_movie_first(path("Film.m4v"))
-    run(*exiftool, "-ItemList:CoverArt<=" + path("cover.jpg"), "-Keys:Title=Keys title",
-        "-XMP-dc:Title=XMP title", path("Film.m4v"))
+    exif_write(path("Film.m4v"), "-ItemList:CoverArt<=" + path("cover.jpg"),
+               "-Keys:Title=Keys title", "-XMP-dc:Title=XMP title")
     return [path(n) for n in ("IMG_0001.MOV", "VID_20220501.mp4", "GX010001.MP4", "Holiday.mov",
                               "Film.m4v")]
 
