@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -15,6 +16,7 @@
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
 #include "core/library/media_import.h"
+#include "core/video/movie_metadata_reader.h"
 #include "core/video/video_file_ops.h"
 #include "support/media_fixtures.h"
 #include "ui/library/media_table_model.h"
@@ -119,6 +121,16 @@ private Q_SLOTS:
         const IKImageItemPtr stripped = MediaImporter::importFile(output(), true);
         QVERIFY(stripped->fileTitle.isEmpty());
         QVERIFY(stripped->fileArist.isEmpty());
+        QVERIFY(!readMovieMetadata(output()).isEmpty());  // the encoder's name stays
+
+        // "Remove All Metadata" leaves no item at all.
+        QAction* all = nullptr;
+        for (QAction* a : m_app->removeExifMenu->actions())
+            if (a->text() == "Remove All Metadata") all = a;
+        QVERIFY(all && all->isEnabled());
+        all->trigger();
+        m_app->waitForVideoJobs();
+        QCOMPARE(readMovieMetadata(output()).size(), 0);
         QCOMPARE(readFile(m_clip), m_clipBytes);
     }
 
