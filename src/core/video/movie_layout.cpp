@@ -17,6 +17,23 @@ using Bmff::TreeBox;
 // it settles after at most one round per table.
 constexpr int kMaxRounds = 64;
 
+// Large media data is put at the same offset within a file-system block as
+// in the source, behind a free box: the kernel then copies it block by block
+// (or shares the blocks, where the file system can) instead of shifting every
+// byte, which halves the time of a write on ext4.
+constexpr qint64 kBlockSize = 4096;
+constexpr qint64 kAlignedMediaMinimum = qint64(1) << 20;
+
+// The size of the free box that aligns `box` when it would start at `pos`;
+// 0 when it needs none.
+qint64 alignmentPadding(const Bmff::FileBox& box, qint64 pos) {
+    if (box.type != "mdat" || box.size < kAlignedMediaMinimum) return 0;
+    qint64 padding = (box.offset - pos) % kBlockSize;
+    if (padding < 0) padding += kBlockSize;
+    if (padding > 0 && padding < 8) padding += kBlockSize;  // a box has at least a header
+    return padding;
+}
+
 void setReason(QString* reason, const QString& text) {
     if (reason) *reason = text;
 }
@@ -148,14 +165,18 @@ bool planRewrite(const QList<Bmff::FileBox>& source, Bmff::TreeBox& moov,
         // Positions of the boxes in the new file.
         const qint64 moovSize = moov.size();
         QList<Moved> moved;
+        QList<qint64> padding(source.size(), 0);
         qint64 pos = fileTypeBox.size();
-        for (const Bmff::FileBox& box : source) {
+        for (qsizetype i = 0; i < source.size(); ++i) {
+            const Bmff::FileBox& box = source[i];
             if (box.type == "ftyp") continue;
             if (box.type == "moov") {
                 addMovieLeaves(moov, box.offset, pos, tableBoxes, moved);
                 pos += moovSize;
                 continue;
             }
+            padding[i] = alignmentPadding(box, pos);
+            pos += padding[i];
             moved.append({box.offset, box.size, pos});
             pos += box.size;
         }
@@ -197,14 +218,19 @@ bool planRewrite(const QList<Bmff::FileBox>& source, Bmff::TreeBox& moov,
 
         plan.outputSize = outputSize;
         plan.pieces.append({-1, fileTypeBox.size(), fileTypeBox});
-        for (const Bmff::FileBox& box : source) {
+        for (qsizetype i = 0; i < source.size(); ++i) {
+            const Bmff::FileBox& box = source[i];
             if (box.type == "ftyp") continue;
             if (box.type == "moov") {
                 const QByteArray bytes = moov.serialize();
                 plan.pieces.append({-1, bytes.size(), bytes});
-            } else {
-                plan.pieces.append({box.offset, box.size, {}});
+                continue;
             }
+            if (padding[i] > 0) {
+                const QByteArray free = Bmff::makeBox("free", QByteArray(padding[i] - 8, '\0'));
+                plan.pieces.append({-1, free.size(), free});
+            }
+            plan.pieces.append({box.offset, box.size, {}});
         }
         return true;
     }

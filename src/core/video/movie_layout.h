@@ -10,7 +10,8 @@
 // new file type box, then the source's top-level boxes in their order with
 // the movie box replaced by its edited tree; the media data is copied
 // unchanged, so every chunk offset moves by as much as the box that holds
-// its chunk has moved.
+// its chunk has moved. A large media data box is preceded by a free box that
+// puts it at the same offset within a 4 KiB block as in the source.
 namespace MovieLayout {
 
 // One stretch of the new file: a range of the source copied as it is, or

@@ -32,6 +32,9 @@ constexpr qint64 kCopyBuffer = qint64(8) * 1024 * 1024;
 // Progress is told (and a cancel heard) after at most this many bytes.
 constexpr qint64 kProgressSlice = qint64(64) * 1024 * 1024;
 
+// The file-system block the layout aligns large media data to.
+constexpr qint64 kBlock = 4096;
+
 // Data references: every entry must say that the media is in this file.
 bool checkDataReferences(const TreeBox& trak, QString* reason) {
     for (TreeBox* mdia : trak.childrenOf("mdia")) {
@@ -273,7 +276,13 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
         // Copies go in slices so that progress is told and a cancel is heard.
         qint64 at = 0;
         do {
-            const qint64 slice = qMin(piece.size - at, kProgressSlice);
+            qint64 slice = qMin(piece.size - at, kProgressSlice);
+            // Copied slices after the first start on a block boundary of the
+            // source (and of the output, where the layout aligned the box),
+            // so a file system that clones blocks can share them.
+            const qint64 intoBlock =
+                piece.sourceOffset >= 0 ? (piece.sourceOffset + at) % kBlock : 0;
+            if (intoBlock > 0) slice = qMin(slice, kBlock - intoBlock);
             const bool written = piece.sourceOffset >= 0
                                      ? copyRange(in, piece.sourceOffset + at, slice, out, buffer)
                                      : writeAll(out, piece.bytes.constData() + at, slice);

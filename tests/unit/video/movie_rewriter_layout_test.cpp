@@ -102,6 +102,42 @@ TEST(MovieRewriterLayout, MissingFileTypeIsInsertedFirst) {
     EXPECT_EQ(plan.widenedTables, 0);
 }
 
+// Large media data lands at the source's offset within a 4 KiB block,
+// behind a free box (at least a header long), so the kernel copies whole
+// blocks; small media data is not padded.
+TEST(MovieRewriterLayout, LargeMediaKeepsItsOffsetWithinABlock) {
+    const qint64 mib = qint64(1) << 20;
+    struct Case {
+        qint64 mdatAt, mdatSize, ftypSize, padding;
+    };
+    // The new file type box moves the media by (its size - 20); the padding
+    // takes it back to the source's offset within the block.
+    for (const Case& c :
+         {Case{28, 2 * mib, 32, 4084}, Case{28, 2 * mib, 16, 4100}, Case{4096, 2 * mib, 24, 4092},
+          Case{28, 2 * mib, 20, 0}, Case{36, mib - 1, 24, 0}}) {
+        QList<FileBox> source{{"ftyp", 0, 20, 8, false},
+                              {"free", 20, c.mdatAt - 20, 8, false},
+                              {"mdat", c.mdatAt, c.mdatSize, 8, false},
+                              {"moov", c.mdatAt + c.mdatSize, 0, 8, false}};
+        auto moov = movieWith({offsetTable("stco", {quint64(c.mdatAt) + 8})});
+        source[3].size = moov->size();
+        MovieLayout::Plan plan;
+        ASSERT_TRUE(MovieLayout::planRewrite(
+            source, *moov, makeBox("ftyp", QByteArray(c.ftypSize - 8, 'x')), plan, nullptr));
+        const qint64 newAt = c.ftypSize + (c.mdatAt - 20) + c.padding;
+        QList<quint64> offsets;
+        MovieLayout::chunkOffsets(*moov, offsets);
+        EXPECT_EQ(offsets, QList<quint64>{quint64(newAt) + 8}) << c.mdatAt << " " << c.ftypSize;
+        if (c.padding > 0) {
+            ASSERT_EQ(plan.pieces.size(), 5);
+            EXPECT_EQ(plan.pieces[2].bytes, makeBox("free", QByteArray(c.padding - 8, '\0')));
+            EXPECT_EQ(newAt % 4096, c.mdatAt % 4096);
+        } else {
+            EXPECT_EQ(plan.pieces.size(), 4);
+        }
+    }
+}
+
 TEST(BmffTree, SerializesWhatItParsed) {
     const QByteArray payload =
         makeBox("mvhd", "abcd") +
