@@ -20,7 +20,7 @@ namespace {
 constexpr int kMaxFolderDepth = 512;
 }  // namespace
 
-void fillFileFacts(IKImageItem& item) {
+void fillFileAttributes(IKImageItem& item) {
     const QString& path = item.filePath;
     const qint64 size = fileSizeOf(path);
     if (size >= 0) {
@@ -33,14 +33,15 @@ void fillFileFacts(IKImageItem& item) {
         item.fileCreateDateStr = dateText(dates.creation);
     }
     if (dates.modification.isValid()) item.fileModifyDate = dates.modification;
+}
 
-    const ProbeFacts facts = probeMediaFile(path);
+void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
     if (facts.durationSeconds) {
         item.fileduration = *facts.durationSeconds;
         item.fileduratStr = getMediaDuration(static_cast<qint32>(std::trunc(item.fileduration)));
     }
     const QMimeDatabase mimes;
-    const QMimeType mime = mimes.mimeTypeForFile(path);
+    const QMimeType mime = mimes.mimeTypeForFile(item.filePath);
     if (mime.isValid() && !mime.isDefault() && !mime.comment().isEmpty()) {
         item.fileType = mime.comment();
     }
@@ -55,7 +56,12 @@ void fillFileFacts(IKImageItem& item) {
     if (facts.pixelWidth) item.filePixWidth = *facts.pixelWidth;
 }
 
-IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
+namespace {
+
+// A new record of a video file with its file attributes; null for a file
+// of another kind (audio too, until audio readers exist) or one that is
+// not a regular file.
+IKImageItemPtr newVideoRecord(const QString& path) {
     // Audio is asked first; a file of neither kind is skipped silently.
     if (!isVideoPath(path) && !isAudioPath(path)) return nullptr;
     if (!isRegularFile(path)) {
@@ -73,11 +79,30 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
     item->fileType = QStringLiteral("Movie");
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
-    fillFileFacts(*item);
-    // The folder scan leaves out the technical texts and reads a smaller set
-    // of metadata items; the full import has everything.
-    if (technical) fillTechnicalInfo(*item);
+    fillFileAttributes(*item);
+    return item;
+}
+
+}  // namespace
+
+IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
+    IKImageItemPtr item = newVideoRecord(path);
+    if (!item) return nullptr;
+    {
+        // One open of the file serves the probed facts and the track texts.
+        const OpenedMedia media(path);
+        fillProbeFacts(*item, probeMediaFile(media));
+        // The folder scan leaves out the technical texts and reads a smaller
+        // set of metadata items; the full import has everything.
+        if (technical) fillTechnicalInfo(*item, describeMovieTracks(media));
+    }
     readVideoFileMetadata(*item, !technical);
+    return item;
+}
+
+IKImageItemPtr MediaImporter::importFileForWriting(const QString& path) {
+    IKImageItemPtr item = newVideoRecord(path);
+    if (item) readVideoFileMetadata(*item, false);
     return item;
 }
 

@@ -44,6 +44,11 @@ public:
     // `technical` adds the technical texts of the full import.
     static IKImageItemPtr importFile(const QString& path, bool technical);
 
+    // The record as the writers need it: file attributes and every metadata
+    // item, without opening the file as media (no probed facts, kind text or
+    // technical texts). Null where importFile() answers null.
+    static IKImageItemPtr importFileForWriting(const QString& path);
+
     // Asks a running import to stop after the current file.
     void cancel() { m_cancelled = true; }
 
@@ -55,5 +60,9 @@ private:
     std::atomic<bool> m_cancelled{false};
 };
 
-// Fills a video record's file attributes and probed facts.
-void fillFileFacts(IKImageItem& item);
+struct ProbeFacts;
+
+// Fills a video record's file attributes: size text and file dates.
+void fillFileAttributes(IKImageItem& item);
+// Fills the probed facts and the kind text of the file's type.
+void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts);

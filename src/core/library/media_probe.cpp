@@ -20,11 +20,6 @@ void quietLibraryLog() {
     std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
 }
 
-struct FormatContext {
-    AVFormatContext* ctx = nullptr;
-    ~FormatContext() { avformat_close_input(&ctx); }
-};
-
 bool streamsDescribed(const AVFormatContext* ctx) {
     for (unsigned i = 0; i < ctx->nb_streams; ++i) {
         const AVCodecParameters* p = ctx->streams[i]->codecpar;
@@ -36,36 +31,46 @@ bool streamsDescribed(const AVFormatContext* ctx) {
 
 }  // namespace
 
-ProbeFacts probeMediaFile(const QString& path) {
+OpenedMedia::OpenedMedia(const QString& path) {
     quietLibraryLog();
-    ProbeFacts facts;
-    FormatContext format;
     const QByteArray native = QFile::encodeName(path);
-    if (avformat_open_input(&format.ctx, native.constData(), nullptr, nullptr) < 0) {
+    if (avformat_open_input(&m_context, native.constData(), nullptr, nullptr) < 0) {
         qCInfo(lcTagsmith) << "not a readable media file ==" << path;
-        return facts;
+        m_context = nullptr;
+        return;
     }
-    // Containers with full headers (MP4, MOV, ...) describe their streams at
-    // once; only the others need packets read and decoded.
-    if (!streamsDescribed(format.ctx) && avformat_find_stream_info(format.ctx, nullptr) < 0) {
+    if (!streamsDescribed(m_context) && avformat_find_stream_info(m_context, nullptr) < 0) {
         qCInfo(lcTagsmith) << "no stream information ==" << path;
     }
-    const AVFormatContext* ctx = format.ctx;
+}
+
+OpenedMedia::~OpenedMedia() {
+    avformat_close_input(&m_context);
+}
+
+ProbeFacts probeMediaFile(const OpenedMedia& media) {
+    ProbeFacts facts;
+    AVFormatContext* ctx = media.context();
+    if (!ctx) return facts;
     if (ctx->duration > 0 && ctx->duration != AV_NOPTS_VALUE) {
         facts.durationSeconds = static_cast<double>(ctx->duration) / AV_TIME_BASE;
     }
-    const int audio = av_find_best_stream(format.ctx, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+    const int audio = av_find_best_stream(ctx, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (audio >= 0) {
         const AVCodecParameters* p = ctx->streams[audio]->codecpar;
         if (p->bit_rate > 0) facts.audioBitRate = p->bit_rate;
         if (p->sample_rate > 0) facts.audioSampleRate = p->sample_rate;
         if (p->ch_layout.nb_channels > 0) facts.audioChannels = p->ch_layout.nb_channels;
     }
-    const int video = av_find_best_stream(format.ctx, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    const int video = av_find_best_stream(ctx, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
     if (video >= 0) {
         const AVCodecParameters* p = ctx->streams[video]->codecpar;
         if (p->width > 0) facts.pixelWidth = p->width;
         if (p->height > 0) facts.pixelHeight = p->height;
     }
     return facts;
+}
+
+ProbeFacts probeMediaFile(const QString& path) {
+    return probeMediaFile(OpenedMedia(path));
 }

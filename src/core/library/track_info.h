@@ -8,6 +8,7 @@
 #include <utility>
 
 struct IKImageItem;
+class OpenedMedia;
 
 // One media track as the technical-information texts need it: the first
 // format description (codec code, bit depth, colour extensions, the audio
@@ -41,6 +42,7 @@ struct MovieTracks {
 
 // Reads the track descriptions of a media file with FFmpeg. No value when the
 // file cannot be opened as media.
+std::optional<MovieTracks> describeMovieTracks(const OpenedMedia& media);
 std::optional<MovieTracks> describeMovieTracks(const QString& path);
 
 // Track operations. Each answers "Unknown" (or 0) rather than failing.
@@ -78,8 +80,10 @@ struct TechnicalTexts {
 // Builds the texts from the tracks and the file's size in bytes.
 TechnicalTexts technicalTexts(const MovieTracks& tracks, qint64 fileBytes);
 
-// Reads the tracks of item.filePath and stores the technical texts in the
-// record. A file without tracks leaves the record as it was.
+// Stores the technical texts of the tracks in the record (the file's size
+// is read from item.filePath). No tracks leave the record as it was.
+void fillTechnicalInfo(IKImageItem& item, const std::optional<MovieTracks>& tracks);
+// The same with the tracks read from item.filePath.
 void fillTechnicalInfo(IKImageItem& item);
 
 // Frame-rate diagnostic: the smallest and largest instantaneous frame rate

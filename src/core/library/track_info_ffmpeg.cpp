@@ -20,37 +20,15 @@ extern "C" {
 }
 
 #include "core/common/logging.h"
+#include "core/library/media_probe.h"
 #include "core/library/track_info.h"
 
 namespace {
-
-struct FormatCloser {
-    void operator()(AVFormatContext* ctx) const { avformat_close_input(&ctx); }
-};
-using FormatPtr = std::unique_ptr<AVFormatContext, FormatCloser>;
 
 struct PacketFree {
     void operator()(AVPacket* p) const { av_packet_free(&p); }
 };
 using PacketPtr = std::unique_ptr<AVPacket, PacketFree>;
-
-FormatPtr openMedia(const QString& path) {
-    av_log_set_level(AV_LOG_QUIET);
-    AVFormatContext* raw = nullptr;
-    const QByteArray native = QFile::encodeName(path);
-    if (avformat_open_input(&raw, native.constData(), nullptr, nullptr) < 0) return nullptr;
-    FormatPtr ctx(raw);
-    // Full-header containers describe their streams at once; the others need
-    // packets read first.
-    bool described = ctx->nb_streams > 0;
-    for (unsigned i = 0; i < ctx->nb_streams; ++i) {
-        const AVCodecParameters* p = ctx->streams[i]->codecpar;
-        if (p->codec_type == AVMEDIA_TYPE_VIDEO && p->width <= 0) described = false;
-        if (p->codec_type == AVMEDIA_TYPE_AUDIO && p->sample_rate <= 0) described = false;
-    }
-    if (!described) avformat_find_stream_info(ctx.get(), nullptr);
-    return ctx;
-}
 
 int firstStream(const AVFormatContext* ctx, AVMediaType type) {
     for (unsigned i = 0; i < ctx->nb_streams; ++i) {
@@ -278,23 +256,28 @@ TrackDescription describeAudio(const AVFormatContext* ctx, const AVStream* st) {
 
 }  // namespace
 
-std::optional<MovieTracks> describeMovieTracks(const QString& path) {
-    const FormatPtr ctx = openMedia(path);
+std::optional<MovieTracks> describeMovieTracks(const OpenedMedia& media) {
+    const AVFormatContext* ctx = media.context();
     if (!ctx) return std::nullopt;
     MovieTracks tracks;
     if (ctx->duration > 0)
         tracks.durationSeconds = static_cast<double>(ctx->duration) / AV_TIME_BASE;
-    if (const int v = firstStream(ctx.get(), AVMEDIA_TYPE_VIDEO); v >= 0)
-        tracks.video = describeVideo(ctx.get(), ctx->streams[v]);
-    if (const int a = firstStream(ctx.get(), AVMEDIA_TYPE_AUDIO); a >= 0)
-        tracks.audio = describeAudio(ctx.get(), ctx->streams[a]);
+    if (const int v = firstStream(ctx, AVMEDIA_TYPE_VIDEO); v >= 0)
+        tracks.video = describeVideo(ctx, ctx->streams[v]);
+    if (const int a = firstStream(ctx, AVMEDIA_TYPE_AUDIO); a >= 0)
+        tracks.audio = describeAudio(ctx, ctx->streams[a]);
     return tracks;
+}
+
+std::optional<MovieTracks> describeMovieTracks(const QString& path) {
+    return describeMovieTracks(OpenedMedia(path));
 }
 
 FrameRateRange analyzeVideoFrameRatesAtURL(const QString& path) {
     FrameRateRange range;
-    const FormatPtr ctx = openMedia(path);
-    const int v = ctx ? firstStream(ctx.get(), AVMEDIA_TYPE_VIDEO) : -1;
+    const OpenedMedia media(path);
+    AVFormatContext* ctx = media.context();
+    const int v = ctx ? firstStream(ctx, AVMEDIA_TYPE_VIDEO) : -1;
     if (v < 0) {
         qCInfo(lcTagsmith) << "No video track found";
         return range;
@@ -308,7 +291,7 @@ FrameRateRange analyzeVideoFrameRatesAtURL(const QString& path) {
     // puts them in presentation order.
     std::vector<int64_t> times;
     int status = 0;
-    while ((status = av_read_frame(ctx.get(), packet.get())) >= 0) {
+    while ((status = av_read_frame(ctx, packet.get())) >= 0) {
         if (packet->stream_index == v) {
             const int64_t ts = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
             if (ts != AV_NOPTS_VALUE) times.push_back(ts);

@@ -78,7 +78,10 @@ TechnicalTexts technicalTexts(const MovieTracks& tracks, qint64 fileBytes) {
 }
 
 void fillTechnicalInfo(IKImageItem& item) {
-    const std::optional<MovieTracks> tracks = describeMovieTracks(item.filePath);
+    fillTechnicalInfo(item, describeMovieTracks(item.filePath));
+}
+
+void fillTechnicalInfo(IKImageItem& item, const std::optional<MovieTracks>& tracks) {
     if (!tracks) return;
     const TechnicalTexts t = technicalTexts(*tracks, QFileInfo(item.filePath).size());
     if (t.hasVideo) {

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "core/library/media_import.h"
+#include "library/ffmpeg_open_count.h"
 #include "support/media_fixtures.h"
 
 namespace {
@@ -90,8 +91,10 @@ TEST_F(MediaImportTest, FilesGivenDirectlyAreEachRefreshedAndMissingOnesReported
 
 TEST_F(MediaImportTest, VideoRecordCarriesFileFactsAndProbedFacts) {
     const QString path = place("facts.mp4");
+    const int opensBefore = ffmpegOpenCount();
     const IKImageItemPtr item = MediaImporter::importFile(path, true);
     ASSERT_TRUE(item);
+    EXPECT_EQ(ffmpegOpenCount() - opensBefore, 1);  // the probe and the track texts share it
     EXPECT_EQ(item->fileName + item->filePath, "facts.mp4" + path);
     EXPECT_EQ(item->fileType, "MPEG-4 video");  // the system's kind text replaces "Movie"
     EXPECT_TRUE(item->fileSize.endsWith(" KB")) << item->fileSize.toStdString();
@@ -112,6 +115,12 @@ TEST_F(MediaImportTest, VideoRecordCarriesFileFactsAndProbedFacts) {
     const IKImageItemPtr scanned = MediaImporter::importFile(path, false);
     EXPECT_EQ(scanned->audioDataRateStr, scanned->fileBitRate);
     EXPECT_TRUE(scanned->videoResolutionStr.isEmpty());
+    // The writers' record is not probed, but has the dates and items.
+    const int opensBeforeWriting = ffmpegOpenCount();
+    const IKImageItemPtr forWriting = MediaImporter::importFileForWriting(path);
+    EXPECT_EQ(ffmpegOpenCount(), opensBeforeWriting);
+    EXPECT_EQ(forWriting->fileCreateDateStr, item->fileCreateDateStr);
+    EXPECT_EQ(forWriting->fileMetaArray.size(), item->fileMetaArray.size());
 }
 
 TEST_F(MediaImportTest, DamagedAndEmptyVideosKeepTheirFileFacts) {
