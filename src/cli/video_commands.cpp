@@ -14,7 +14,6 @@
 #include "core/common/file_dates.h"
 #include "core/library/media_import.h"
 #include "core/library/media_kinds.h"
-#include "core/video/video_file_ops.h"
 #include "core/video/video_tools.h"
 #include "core/video/video_writers.h"
 
@@ -131,8 +130,10 @@ private:
     bool m_allWritten = true;
 };
 
-// The record of a video file as the list would hold it; null (reported)
-// for a missing file or one of another kind.
+// The record of a video file as the writers need it (file attributes and
+// every metadata item; the file is not probed as media); null (reported)
+// for a missing file or one of another kind. Its item list is the file's
+// existing metadata: the commands do not read it a second time.
 IKImageItemPtr loadVideo(const QString& path, FileReport& report) {
     if (!QFileInfo::exists(path)) {
         report.failed(QStringLiteral("no such file"));
@@ -151,7 +152,7 @@ IKImageItemPtr loadVideo(const QString& path, FileReport& report) {
         report.skipped(QStringLiteral("photos are not supported yet"));
         return nullptr;
     }
-    IKImageItemPtr item = MediaImporter::importFile(QFileInfo(path).absoluteFilePath(), true);
+    IKImageItemPtr item = MediaImporter::importFileForWriting(QFileInfo(path).absoluteFilePath());
     if (!item) {
         report.skipped(QStringLiteral("not a video, audio or photo file"));
         return nullptr;
@@ -183,7 +184,7 @@ ToolFunction exportTool(VideoWriteJob (*build)(const IKImageItem&, const QList<M
                         const char* nothingToDo) {
     return [build, nothingToDo](const IKImageItem& item, const StorageContext& storage,
                                 OutputBatch& batch) {
-        const VideoWriteJob job = build(item, readExistingMetadata(item.filePath), storage);
+        const VideoWriteJob job = build(item, item.fileMetaArray, storage);
         if (job.request.sourcePath.isEmpty())
             return VideoWriteResult::skippedFile(item.filePath, QLatin1String(nothingToDo));
         return runVideoWriteJob(job, storage.storagelocation, batch);
@@ -253,8 +254,8 @@ int runSet(const QStringList& args) {
             editor.mediaImage = artwork;
             editor.imageIsPlaceholder = false;
         }
-        const VideoWriteJob job = SaveChangedVideoExifDateAction(
-            *item, editor, readExistingMetadata(item->filePath), storage);
+        const VideoWriteJob job =
+            SaveChangedVideoExifDateAction(*item, editor, item->fileMetaArray, storage);
         report.result(runVideoWriteJob(job, storage.storagelocation, batch));
     }
     return report.exitCode();
@@ -294,10 +295,9 @@ int runStrip(const QStringList& args) {
     for (const QString& path : parser.positionalArguments()) {
         const IKImageItemPtr item = loadVideo(path, report);
         if (!item) continue;
-        const VideoWriteJob job =
-            all ? RemoveAllVideoMetadataAction(*item, storage, tracks)
-                : RemoveVideoExifDateAction(*item, videoEditorStateFor(*item),
-                                            readExistingMetadata(item->filePath), storage);
+        const VideoWriteJob job = all ? RemoveAllVideoMetadataAction(*item, storage, tracks)
+                                      : RemoveVideoExifDateAction(*item, videoEditorStateFor(*item),
+                                                                  item->fileMetaArray, storage);
         report.result(runVideoWriteJob(job, storage.storagelocation, batch));
     }
     return report.exitCode();
@@ -347,8 +347,8 @@ int runVideoTool(const QString& command, const QStringList& args) {
                 "Copies each video into the storage folder with both file dates set to its\n"
                 "recorded date (the last date item of the file that reads as a date)."),
             args, [](const IKImageItem& item, const StorageContext& storage, OutputBatch& batch) {
-                return ClickCopyVideoExifDateToCreateDateAction(
-                    item, readExistingMetadata(item.filePath), storage, &batch);
+                return ClickCopyVideoExifDateToCreateDateAction(item, item.fileMetaArray, storage,
+                                                                &batch);
             });
     }
     return -1;
