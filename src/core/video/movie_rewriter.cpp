@@ -208,6 +208,11 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
             const QString reason = QStringLiteral("fragmented movie (moof)");
             return fail(reason, refusalInWords(reason));
         }
+        // A reader stops at a box whose type is no text: one in front of the
+        // movie box would hide the new metadata.
+        if (!moovBox && !Bmff::isPlausibleType(box.type))
+            return fail(
+                QStringLiteral("damaged box at %1, in front of the movie box").arg(box.offset));
         if (box.type != "moov") continue;
         if (moovBox)
             return fail(QStringLiteral("several movie boxes"),

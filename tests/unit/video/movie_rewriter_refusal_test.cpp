@@ -78,6 +78,9 @@ TEST(MovieRewriterRefusal, MalformedStructures) {
     expectRefused(fileTypeBox() + makeBox("mdat", "data"), "no movie box");
     expectRefused(QByteArray("not a movie at all"), "declares");
     expectRefused(fileTypeBox() + makeBox("moov", makeBox("mvhd", "x")) + "abc", "stray bytes");
+    // A box our reader stops at, in front of the movie box: the new
+    // metadata would not read back.
+    expectRefused(makeBox("fS\rp", "x") + makeBox("moov", makeBox("mvhd", "x")), "damaged box");
 
     // A child box larger than its parent.
     QByteArray trak = makeBox("trak", makeBox("tkhd", "12345678"));
