@@ -28,8 +28,8 @@ test: build fuzz-smoke
 # (clang with libFuzzer, AddressSanitizer and UBSan; only the fuzz targets are built).
 fuzz-smoke: deps
 	cmake --preset fuzz -DTAGSMITH_WERROR=$(WERROR) >/dev/null
-	cmake --build build/fuzz -j $(JOBS) --target fuzz_bmff_reader
-	cd build/fuzz && ctest --output-on-failure -R '^fuzz_'
+	cmake --build build/fuzz -j $(JOBS) --target fuzz_bmff_reader fuzz_movie_rewriter
+	cd build/fuzz && ctest -j $(JOBS) --output-on-failure -R '^fuzz_'
 
 test-long: build
 	cd $(BUILD_DIR) && ctest -j $(JOBS) --output-on-failure -L long

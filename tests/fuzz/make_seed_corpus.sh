@@ -1,11 +1,13 @@
 #!/bin/sh
-# Makes a small seed corpus for the movie metadata reader: tiny MP4, M4V,
-# MOV and 3GP files carrying every kind of metadata the reader knows, written
-# by ffmpeg and exiftool. Usage: make_seed_corpus.sh <output folder>
+# Makes a small seed corpus for the movie metadata reader and the movie
+# rewriter: tiny MP4, M4V, MOV and 3GP files carrying every kind of metadata
+# the reader knows and the layouts the rewriter meets (movie box before or
+# after the media, audio beside video, 64-bit chunk offsets, fragments),
+# written by ffmpeg and exiftool. Usage: make_seed_corpus.sh <output folder>
 set -eu
 out=${1:?usage: make_seed_corpus.sh <output folder>}
 mkdir -p "$out"
-[ -n "$(ls -A "$out" 2>/dev/null)" ] && exit 0  # already made
+[ "$out/.made" -nt "$0" ] && exit 0  # already made by this version of the script
 
 clip="-f lavfi -i testsrc=size=32x24:rate=5:duration=0.2 -c:v libx264 -pix_fmt yuv420p"
 ff() { ffmpeg -v error -y $clip "$@"; }
@@ -19,6 +21,35 @@ ffmpeg -v error -y -f lavfi -i testsrc=size=176x144:rate=5:duration=0.2 -c:v lib
    -metadata title=Title -metadata author=Author -metadata album=Album \
    -metadata "location=-33.8688+151.2093+012.000/" "$out/iso.3gp"
 
+# Layouts: audio and video, 64-bit chunk offsets, a fragmented movie (refused).
+ffmpeg -v error -y -f lavfi -i testsrc=size=32x24:rate=5:duration=0.2 \
+   -f lavfi -i sine=frequency=440:sample_rate=8000:duration=0.2 -c:v libx264 -pix_fmt yuv420p \
+   -c:a aac -b:a 16k -shortest -metadata title=Both "$out/audio_video.mp4"
+ff -movflags +faststart -write_tmcd 0 "$out/faststart.mov"
+ff -movflags use_metadata_tags+frag_keyframe+empty_moov "$out/fragmented.mp4"
+ff -f mp4 -movflags +faststart "$out/co64.mp4" && \
+  python3 - "$out/co64.mp4" <<'PY' || rm -f "$out/co64.mp4"
+import struct, sys
+# Widen the chunk offset tables (stco to co64) in place of a fast-start file.
+path = sys.argv[1]
+data = bytearray(open(path, "rb").read())
+pos = data.find(b"stco")
+if pos > 0:
+    size = struct.unpack(">I", data[pos - 4:pos])[0]
+    count = struct.unpack(">I", data[pos + 8:pos + 12])[0]
+    offsets = struct.unpack(">%dI" % count, data[pos + 12:pos + 12 + 4 * count])
+    grow = 4 * count
+    table = struct.pack(">I4sII", size + grow, b"co64", 0, count)
+    table += b"".join(struct.pack(">Q", o + grow) for o in offsets)
+    data[pos - 4:pos - 4 + size] = table
+    # Every box that holds the table grows with it (moov, trak, mdia, minf, stbl).
+    for name in (b"moov", b"trak", b"mdia", b"minf", b"stbl"):
+        at = data.find(name)
+        if 4 <= at < pos:
+            struct.pack_into(">I", data, at - 4, struct.unpack(">I", data[at - 4:at])[0] + grow)
+    open(path, "wb").write(bytes(data))
+PY
+
 if command -v exiftool >/dev/null 2>&1; then
   ffmpeg -v error -y -f lavfi -i color=red:size=8x8 -frames:v 1 "$out/.cover.png"
   cp "$out/itunes.mp4" "$out/cover.m4v"
@@ -29,3 +60,4 @@ if command -v exiftool >/dev/null 2>&1; then
     -UserData:Description=Description "$out/keys_edited.mov"
   rm -f "$out/.cover.png"
 fi
+touch "$out/.made"
