@@ -10,7 +10,7 @@ import struct
 import tempfile
 import unittest
 
-from support import (CLI, append_boxes, box, children, exif, exif_write, ffmpeg, ffprobe, framemd5,
+from support import (CLI, append_boxes, box, children, data_atom, exif, exif_write, ffmpeg, ffprobe, framemd5,
                      info, read_bytes, run, write_bytes)
 
 CLIP = ["-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=1", "-f", "lavfi", "-i",
@@ -30,15 +30,11 @@ def gpp(kind, payload):  # a 3GPP asset: version and flags, packed language, val
     return box(kind, struct.pack(">IH", 0, ENG) + payload)
 
 
-def data(type_code, payload):  # the value of a list item
-    return box("data", struct.pack(">II", type_code, 0) + payload)
-
-
 def keys_meta(*entries):
     """A movie-level QuickTime keys box (no version, as phones write it) of
     (key, data type, value bytes) entries."""
     keys = b"".join(box("mdta", key.encode()) for key, _, _ in entries)
-    ilst = b"".join(box(struct.pack(">I", n + 1), data(kind, value))
+    ilst = b"".join(box(struct.pack(">I", n + 1), data_atom(kind, value))
                     for n, (_, kind, value) in enumerate(entries))
     return box("meta", box("hdlr", b"\0" * 8 + b"mdta" + b"\0" * 13)
                + box("keys", struct.pack(">II", 0, len(entries)) + keys) + box("ilst", ilst))
@@ -144,8 +140,8 @@ def make_folder(folder):
     append_boxes(path("Holiday.mov"), box("name", b"Movie track") + qt_text("©nam", b"Track one"),
            ("moov", "trak", "udta"))
     album = qt_text("©alb", b"Caf\x8e au lait", 0)[8:] + qt_text("©alb", b"Milchkaffee", 2)[8:]
-    covers = data(13, read_bytes(path("cover.jpg"))) + box("name", b"\0\0\0\0Front") \
-        + data(14, read_bytes(path("cover.png")))
+    covers = data_atom(13, read_bytes(path("cover.jpg"))) + box("name", b"\0\0\0\0Front") \
+        + data_atom(14, read_bytes(path("cover.png")))
     hdlr = box("hdlr", b"\0" * 8 + b"mdirappl" + b"\0" * 9)
     append_boxes(path("Holiday.mov"), qt_text("©nam", b"Caf\x8e", 0) + box("©alb", album)
            + box("WLOC", b"\0\x64\0\x64") + box("AllF", b"\x01") + gpp("titl", b"Titre 3GPP\0")
@@ -157,9 +153,9 @@ def make_folder(folder):
     # iTunes: list items, a freeform item, a cover beside a QuickTime keys title, XMP.
     ffmpeg(*CLIP, "-f", "ipod", "-metadata", "title=iTunes title", "-metadata", "artist=Artist",
            path("Film.m4v"))
-    append_boxes(path("Film.m4v"), box("stik", data(21, b"\x09")) + box(
+    append_boxes(path("Film.m4v"), box("stik", data_atom(21, b"\x09")) + box(
         "----", box("mean", b"\0\0\0\0com.apple.iTunes") + box("name", b"\0\0\0\0iTunMOVI")
-        + data(1, b"<plist/>")), ("moov", "udta", "meta", "ilst"))
+        + data_atom(1, b"<plist/>")), ("moov", "udta", "meta", "ilst"))
     move_movie_first(path("Film.m4v"))
     exif_write(path("Film.m4v"), "-ItemList:CoverArt<=" + path("cover.jpg"),
                "-Keys:Title=Keys title", "-XMP-dc:Title=XMP title")

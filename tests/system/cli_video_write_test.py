@@ -8,7 +8,7 @@ import struct
 import tempfile
 import unittest
 
-from support import CLI, exif, exif_write, ffmpeg, ffprobe, framemd5, info, run, sha
+from support import CLI, box, data_atom, exif, exif_write, full_box, ffmpeg, ffprobe, framemd5, info, run, sha
 
 
 class CliVideoWriteTest(unittest.TestCase):
@@ -143,20 +143,7 @@ class CliVideoWriteTest(unittest.TestCase):
         self.assertEqual(info(self.mov)["fileTitle"], "Movie title")
 
 
-# Hand-made boxes for the fixtures below: what phones, cameras and older
-# QuickTime tools store, which ffmpeg and exiftool cannot all write.
-def box(kind, payload):
-    return struct.pack(">I", 8 + len(payload)) + kind + payload
-
-
-def full_box(kind, payload):
-    return box(kind, b"\0\0\0\0" + payload)
-
-
-def data_atom(type_indicator, value):
-    return box(b"data", struct.pack(">II", type_indicator, 0) + value)
-
-
+# What phones, cameras and older QuickTime tools store (box builders: support.py).
 def text_box(kind, language, text):
     return box(kind, struct.pack(">HH", len(text), language) + text)
 

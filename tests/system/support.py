@@ -57,6 +57,15 @@ def box(kind, payload=b""):
     return struct.pack(">I", 8 + len(payload)) + kind + payload
 
 
+def full_box(kind, payload):
+    return box(kind, b"\0\0\0\0" + payload)
+
+
+def data_atom(type_indicator, value):
+    """The value of an iTunes or QuickTime keys list item."""
+    return box(b"data", struct.pack(">II", type_indicator, 0) + value)
+
+
 def read_bytes(path):
     with open(path, "rb") as f:
         return bytearray(f.read())
