@@ -10,8 +10,8 @@ import struct
 import tempfile
 import unittest
 
-from support import (CLI, append_boxes, box, children, data_atom, exif, exif_write, ffmpeg, ffprobe, framemd5,
-                     info, read_bytes, run, write_bytes)
+from support import (CLI, append_boxes, box, children, data_atom, exif, exif_write, ffmpeg, ffprobe,
+                     framemd5, info, read_bytes, run, write_bytes)
 
 CLIP = ["-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=1", "-f", "lavfi", "-i",
         "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest"]
