@@ -28,6 +28,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     IKImageItem record;
     for (const MetadataItem& item : items) {
         if (item.identifier != metadataIdentifier(item.keySpace, item.key)) __builtin_trap();
+        // An item just read stands for the bytes it came from.
+        if (item.origin.form != MetadataOrigin::Form::None &&
+            (!item.isUnchanged() || item.origin.bytes().isEmpty())) {
+            __builtin_trap();
+        }
         if (item.value.typeId() != QMetaType::QString) continue;
         const QString text = item.value.toString();
         applyVideoDateText(record, text);

@@ -161,7 +161,7 @@ def children(data, start, end):
     return out
 
 
-def add_to_moov(path, udta_boxes, ilst_entries):
+def add_to_moov(path, udta_boxes, ilst_entries, after_ilst):
     """Appends boxes to moov/udta and moov/udta/meta/ilst of a file whose
     movie box is last, so no chunk offset moves."""
     with open(path, "rb") as f:
@@ -172,7 +172,7 @@ def add_to_moov(path, udta_boxes, ilst_entries):
     meta = full_box(b"meta", hdlr + box(b"ilst", ilst_entries))
     body = b"".join(c[1] for c in children(data, moov[2], moov[3]) if c[0] != b"udta")
     with open(path, "wb") as f:
-        f.write(data[:moov[2] - 8] + box(b"moov", body + box(b"udta", udta_boxes + meta)))
+        f.write(data[:moov[2] - 8] + box(b"moov", body + box(b"udta", udta_boxes + meta + after_ilst)))
 
 
 def metadata_boxes(path):
@@ -190,7 +190,7 @@ def metadata_boxes(path):
         for kind2, whole2, start2, end2 in children(data, start, end):
             if kind2 == b"udta":
                 for kind3, whole3, start3, end3 in children(data, start2, end2):
-                    if kind3 != b"meta":
+                    if kind3 != b"meta" or data[start3 + 20:start3 + 24] != b"mdir":
                         units[("udta", kind3)] = whole3
                         continue
                     for kind4, _, start4, end4 in children(data, start3 + 4, end3):
@@ -210,14 +210,14 @@ class CliKeepsUntouchedMetadataTest(unittest.TestCase):
     """set --title changes the title items only: every other metadata box of
     files made like camera, phone and QuickTime files comes back byte for byte."""
 
-    JPEG = ("color=c=red:size=32x32", ".jpg")
-    PNG = ("color=c=blue:size=24x24", ".png")
+    PICTURES = (("color=c=red:size=32x32", ".jpg"), ("color=c=blue:size=24x24", ".png"),
+                ("color=c=green:size=8x8", ".bmp"))
 
     @classmethod
     def setUpClass(cls):
         cls.tmp = tempfile.TemporaryDirectory()
         pics = {}
-        for source, ext in (cls.JPEG, cls.PNG):
+        for source, ext in cls.PICTURES:
             pic = os.path.join(cls.tmp.name, "cover" + ext)
             ffmpeg("-f", "lavfi", "-i", source, "-frames:v", "1", pic)
             with open(pic, "rb") as f:
@@ -227,9 +227,12 @@ class CliKeepsUntouchedMetadataTest(unittest.TestCase):
             + full_box(b"kywd", struct.pack(">HB", 0x15C7, 2) + b"\x04one\0\x04two\0")  # 3GPP keywords
             + full_box(b"auth", struct.pack(">H", 0x15C7) + b"An author\0")
             + box(b"Xtgs", b"\x01\x02 not understood \xff"))  # unknown user data
+        # An ID3 tag in a metadata box of its own, after the iTunes one.
+        cls.id3 = full_box(b"meta", full_box(b"hdlr", b"\0\0\0\0ID32" + bytes(13))
+                           + full_box(b"ID32", b"\x15\xc7ID3\x04\0\0\0\0\0\0"))
         cls.ilst = (
             box(b"covr", data_atom(13, pics[".jpg"]) + full_box(b"name", b"front")
-                + data_atom(14, pics[".png"]) + full_box(b"name", b"back"))
+                + data_atom(14, pics[".png"]) + full_box(b"name", b"back") + data_atom(27, pics[".bmp"]))
             + box(b"tgsX", box(b"blob", b"\0\1 not a data atom"))  # unknown entry
             + box(b"----", full_box(b"mean", b"com.example.cam") + full_box(b"name", b"Lens")
                   + data_atom(1, b"24 mm")))
@@ -239,7 +242,7 @@ class CliKeepsUntouchedMetadataTest(unittest.TestCase):
             path = os.path.join(cls.tmp.name, "camera" + ext)
             ffmpeg("-f", "lavfi", "-i", "testsrc=size=160x120:rate=25:duration=1", "-f", "lavfi", "-i",
                    "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest", path)
-            add_to_moov(path, cls.udta, cls.ilst)
+            add_to_moov(path, cls.udta, cls.ilst, cls.id3)
             exif_write(path, "-ItemList:Title=Old title", "-Keys:Title=Old keys title",
                        "-Keys:Make=Phone maker", "-XMP-dc:Description=from xmp")
             cls.files[ext] = path
@@ -254,8 +257,8 @@ class CliKeepsUntouchedMetadataTest(unittest.TestCase):
             with self.subTest(ext):
                 before = metadata_boxes(path)
                 # The fixture holds what the test is about.
-                for unit in (("udta", b"\xa9alb"), ("udta", b"kywd"), ("udta", b"Xtgs"), ("ilst", b"covr", b""),
-                             ("ilst", b"tgsX", b"")):
+                for unit in (("udta", b"\xa9alb"), ("udta", b"kywd"), ("udta", b"Xtgs"), ("udta", b"meta"),
+                             ("ilst", b"covr", b""), ("ilst", b"tgsX", b"")):
                     self.assertIn(unit, before)
                 out_dir = tempfile.mkdtemp(dir=self.tmp.name)
                 run(CLI, "set", "--title", "Nouveau titre é", "--storage", out_dir, path)

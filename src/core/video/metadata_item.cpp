@@ -1,16 +1,27 @@
 #include "core/video/metadata_item.h"
 
+#include <cmath>
+
 QByteArray MetadataOrigin::bytes() const {
     if (!valueInBetween) return prefix + suffix;
     return prefix + value.toByteArray() + suffix;
 }
 
+namespace {
+
+bool sameValue(const QVariant& a, const QVariant& b) {
+    if (a.typeId() != b.typeId()) return false;  // another type is a change
+    if (a.typeId() == QMetaType::Double && std::isnan(a.toDouble()))
+        return std::isnan(b.toDouble());  // a stored NaN is still itself
+    return a == b;
+}
+
+}  // namespace
+
 bool MetadataItem::isUnchanged() const {
-    // QVariant compares a number of another width unequal; that only makes
-    // an item be encoded anew, never kept when changed.
     return origin.form != MetadataOrigin::Form::None && identifier == origin.identifier &&
-           value.typeId() == origin.value.typeId() && value == origin.value &&
-           dataType == origin.dataType && language == origin.language;
+           sameValue(value, origin.value) && dataType == origin.dataType &&
+           language == origin.language;
 }
 
 QString metadataIdentifier(const QString& keySpace, const QByteArray& key) {

@@ -77,7 +77,8 @@ public:
 private:
     void readTrack(QByteArrayView trak);
     void readUserData(QByteArrayView udta);
-    void readMeta(QByteArrayView meta);
+    // Answers whether the handler is one whose items are read.
+    bool readMeta(QByteArrayView meta);
     void readItunesList(QByteArrayView ilst);
     void readItunesItem(const Box& item);
     void readQuickTimeList(QByteArrayView ilst, const QList<QPair<QString, QByteArray>>& keys);
@@ -119,10 +120,8 @@ void MovieBoxReader::readUserData(QByteArrayView udta) {
     Box box;
     while (children.next(box)) {
         if (isType(box, "meta")) {
-            const qsizetype before = m_items.size();
-            readMeta(box.payload);
             // A metadata box of another kind (an ID3 tag, say) is kept whole.
-            if (m_items.size() == before && !box.bytes.isEmpty())
+            if (!readMeta(box.payload) && !box.bytes.isEmpty())
                 m_items.append(rawBoxItem(kUserDataSpace, box));
         } else if (isType(box, "free") || isType(box, "skip") || isType(box, "wide")) {
             continue;  // padding, not metadata
@@ -165,7 +164,7 @@ void MovieBoxReader::readUserData(QByteArrayView udta) {
     }
 }
 
-void MovieBoxReader::readMeta(QByteArrayView meta) {
+bool MovieBoxReader::readMeta(QByteArrayView meta) {
     // The ISO meta box is a full box; the QuickTime one is a plain container.
     // A version-and-flags word of zero tells them apart (a child box cannot
     // start with a zero size there).
@@ -189,6 +188,7 @@ void MovieBoxReader::readMeta(QByteArrayView meta) {
         else if (handler == "mdir" || handler.isEmpty())
             readItunesList(box.payload);
     }
+    return handler == "mdta" || handler == "mdir" || handler.isEmpty();
 }
 
 QList<QPair<QString, QByteArray>> MovieBoxReader::readKeys(QByteArrayView keysPayload) {
