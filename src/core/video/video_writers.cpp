@@ -5,6 +5,7 @@
 #include "core/common/dates.h"
 #include "core/video/video_file_ops.h"
 #include "core/video/video_items.h"
+#include "core/video/video_metadata_rules.h"
 
 namespace {
 
@@ -68,10 +69,12 @@ VideoWriteJob SaveChangedVideoExifDateAction(const IKImageItem& item, const Vide
             if (quickTimeDate) type = VideoFileType::QuickTimeMovie;
         }
     }
-    // The location and the picture go out only when they differ from what
-    // the editor showed: written back from the shown form they would lose
-    // the hemisphere and precision, and every picture but the one shown.
-    const VideoEditorState shown = videoEditorStateFor(item);
+    // The location and the picture go out only when they differ from the
+    // file's own: written back from the editor's form they would lose the
+    // hemisphere and precision, and every picture but the first.
+    IKImageItem fromFile;
+    applyVideoMetadata(fromFile, existing, false);
+    const VideoEditorState shown = videoEditorStateFor(fromFile);
     if (e.mediaLatitude != shown.mediaLatitude || e.mediaLongtitude != shown.mediaLongtitude ||
         e.mediaAatitude != shown.mediaAatitude) {
         addLocation(items, e.mediaLatitude, e.mediaLongtitude, e.mediaAatitude);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -10,6 +11,7 @@
 #include "core/common/dates.h"
 #include "core/common/desktop_integration.h"
 #include "core/video/video_items.h"
+#include "core/video/video_metadata_rules.h"
 #include "core/video/video_writers.h"
 #include "metadata_test_items.h"
 #include "support/media_fixtures.h"
@@ -119,26 +121,29 @@ TEST(VideoWriters, EditorSaveWritesOnlyChangedFieldsOfEditedGroups) {
     EXPECT_FALSE(job.newDate.isValid());  // created date unchanged: the source's own dates
 }
 
-// A location or picture the editor took from the record goes back only when
-// it was changed: written from the shown form, a location loses its
-// hemisphere and the picture replaces every cover of the file.
+// The file's own location and picture go back only when changed: written
+// from the editor's form, a location loses its hemisphere and the picture
+// replaces every cover of the file.
 TEST(VideoWriters, LocationAndArtworkOnlyWhenChanged) {
     QImage red(4, 4, QImage::Format_RGB32);
     red.fill(Qt::red);
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    red.save(&buffer, "PNG");
+    const QList<MetadataItem> existing{item("uiso/loci", "-33.8688+151.2093+000.000/"),
+                                       item("itsk/covr", png, "public.png")};
     IKImageItem record = videoAt("/in/a.mov");
-    record.filelatitude = 33.8688;
-    record.latitudeFormat = "-";
-    record.filelongtitude = 151.2093;
-    record.fileImage = red;
+    applyVideoMetadata(record, existing, false);
     VideoEditorState e = videoEditorStateFor(record);
-    VideoWriteJob job = SaveChangedVideoExifDateAction(record, e, {}, kStorage);
-    EXPECT_TRUE(job.request.metadata.isEmpty())
-        << identifiers(job.request.metadata).join(' ').toStdString();
+    VideoWriteJob job = SaveChangedVideoExifDateAction(record, e, existing, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata), identifiers(existing));
 
     e.mediaLatitude = "48.8566";
     e.mediaLongtitude = "2.3522";
+    e.mediaAatitude = "";
     e.mediaImage = red.scaled(8, 8);
-    job = SaveChangedVideoExifDateAction(record, e, {}, kStorage);
+    job = SaveChangedVideoExifDateAction(record, e, existing, kStorage);
     EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/loci", "common/artwork"}));
     EXPECT_EQ(valueOf(job.request.metadata, "uiso/loci"), "+48.8566+2.3522+");
     const QByteArray tiff = job.request.metadata[1].value.toByteArray();
