@@ -135,7 +135,8 @@ def make_folder(folder):
     append_boxes(path("GX010001.MP4"), box("uuid", bytes.fromhex("85c0b687820f11e08111f4ce462b6a48")
                                      + box("CNCV", b"CanonAVC0010")), ("moov",))
     # QuickTime Player: Mac Roman texts (one in two languages), player boxes, 3GPP
-    # items, two covers with a name, a track name, fast start, XMP.
+    # items, two covers with a name, the list's zero end word, a track name,
+    # fast start, XMP.
     ffmpeg(*CLIP, "-f", "mov", path("Holiday.mov"))
     append_boxes(path("Holiday.mov"), box("name", b"Movie track") + qt_text("©nam", b"Track one"),
            ("moov", "trak", "udta"))
@@ -147,7 +148,7 @@ def make_folder(folder):
            + box("WLOC", b"\0\x64\0\x64") + box("AllF", b"\x01") + gpp("titl", b"Titre 3GPP\0")
            + gpp("auth", b"Auteur\0") + gpp("kywd", b"\x02\x04one\0\x04two\0")
            + qt_text("©xyz", b"+48.8566+002.3522+035.000/")
-           + box("meta", b"\0\0\0\0" + hdlr + box("ilst", box("covr", covers))))
+           + box("meta", b"\0\0\0\0" + hdlr + box("ilst", box("covr", covers))) + b"\0\0\0\0")
     move_movie_first(path("Holiday.mov"))
     exif_write(path("Holiday.mov"), "-XMP-dc:Title=XMP title")
     # iTunes: list items, a freeform item, a cover beside a QuickTime keys title, XMP.

@@ -81,7 +81,10 @@ def children(buf, start, end):
     while start + 8 <= end:
         size, kind = struct.unpack(">I4s", buf[start:start + 8])
         head = 16 if size == 1 else 8
-        size = {0: end - start, 1: struct.unpack(">Q", buf[start + 8:start + 16])[0]}.get(size, size)
+        if size == 0:
+            size = end - start
+        elif size == 1 and start + 16 <= end:
+            size = struct.unpack(">Q", buf[start + 8:start + 16])[0]
         if size < head or start + size > end:
             return
         kind = kind.decode("latin-1")
