@@ -62,11 +62,17 @@ void remember(MetadataItem& item, MetadataOrigin::Form form, QByteArrayView stor
 
 // A whole box read as raw data, kept as it is.
 MetadataItem rawBoxItem(const QString& keySpace, const Box& box) {
+    // A uuid box's value keeps its 16-byte user type (which the iterator
+    // leaves out of the payload), so that a box cut short in the source is
+    // written back as a whole uuid box, not as one that stops every reader.
+    const QByteArrayView body =
+        box.type == "uuid" ? QByteArrayView(box.payload.data() - 16, box.payload.size() + 16)
+                           : box.payload;
     DecodedValue value;
-    value.value = box.payload.toByteArray();
+    value.value = body.toByteArray();
     value.dataType = Bmff::DataType::kRaw;
     MetadataItem item = makeItem(keySpace, box.type, value);
-    remember(item, MetadataOrigin::Form::Box, box.bytes, box.payload);
+    remember(item, MetadataOrigin::Form::Box, box.bytes, body);
     return item;
 }
 

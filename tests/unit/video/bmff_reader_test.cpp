@@ -4,7 +4,9 @@
 #include <QTemporaryDir>
 
 #include "core/video/bmff_box.h"
+#include "core/video/metadata_encoder.h"
 #include "core/video/movie_metadata_reader.h"
+#include "core/video/video_items.h"
 #include "metadata_test_items.h"
 #include "video/bmff_test_boxes.h"
 
@@ -217,6 +219,26 @@ TEST(BmffReader, DamageKeepsWhatWasReadBefore) {
     EXPECT_TRUE(readMovieMetadataFromData("Just some text that is not a movie file.").isEmpty());
     EXPECT_TRUE(readMovieMetadataFromData(QByteArray()).isEmpty());
     EXPECT_TRUE(readMovieMetadata(QStringLiteral("/nonexistent/file.mov")).isEmpty());
+}
+
+// A uuid box cut short in the user data keeps its user type in its raw
+// value, so written back it is a whole box and the reader goes on past it to
+// the items after it (found by the rewriter's fuzz target: a new title
+// behind a 10-byte uuid box did not read back).
+TEST(BmffReader, CutShortUuidBoxIsWrittenBackWhole) {
+    const QByteArray userType(16, 'u');
+    const QByteArray udta = box("udta", u32(5000) + "uuid" + userType + "ab");
+    const QList<MetadataItem> items = readMovieMetadataFromData(movieFile(udta));
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0].value.toByteArray(), userType + "ab");
+
+    const auto boxes = MetadataEncoder::encodeMovieMetadata(
+        VideoItems::merge({VideoItems::title("New")}, items, VideoFileType::MPEG4),
+        VideoFileType::MPEG4);
+    const QList<MetadataItem> again = readMovieMetadataFromData(movieFile(boxes.userData));
+    ASSERT_EQ(again.size(), 2);
+    EXPECT_EQ(again[0].value.toByteArray(), userType + "ab");
+    EXPECT_EQ(again[1].value.toString(), "New");
 }
 
 TEST(BmffReader, OversizedMovieBoxIsNotLoaded) {
