@@ -251,6 +251,15 @@ class CliKeepsUntouchedMetadataTest(unittest.TestCase):
     def tearDownClass(cls):
         cls.tmp.cleanup()
 
+    def test_a_changed_macintosh_text_stays_mac_roman(self):
+        out_dir = tempfile.mkdtemp(dir=self.tmp.name)
+        run(CLI, "set", "--album", "Crème brûlée", "--storage", out_dir, self.files[".mov"])
+        out = os.path.join(out_dir, "camera.mov")
+        self.assertEqual(metadata_boxes(out)[("udta", b"\xa9alb")],
+                         text_box(b"\xa9alb", 0, "Crème brûlée".encode("mac_roman")))
+        self.assertEqual(exif(out)["UserData:Album"], "Crème brûlée")
+        self.assertEqual(ffprobe(out)["format"]["tags"]["album"], "Crème brûlée")
+
     def test_set_title_leaves_every_other_item_byte_identical(self):
         titles = {("ilst", b"\xa9nam", b""), ("keys", b"com.apple.quicktime.title")}
         for ext, path in self.files.items():

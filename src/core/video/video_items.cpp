@@ -238,6 +238,10 @@ MetadataItem placedLike(const MetadataItem& place, const MetadataItem& value, Fi
     item.key = place.key;
     item.identifier = place.identifier;
     item.language = place.language;
+    // What the place was read from goes along: a text stored in Mac Roman
+    // stays in Mac Roman where it fits, an entry keeps its leading boxes,
+    // and a value equal to the old one keeps its bytes.
+    item.origin = place.origin;
     if (field == Field::Artwork) {
         item.value = value.value;
         item.dataType = value.dataType;
