@@ -191,6 +191,26 @@ ToolFunction exportTool(VideoWriteJob (*build)(const IKImageItem&, const QList<M
     };
 }
 
+// The location options given replace their part of the file's position; a
+// part not given keeps the file's own value with its hemisphere, so setting
+// the altitude alone neither drops nor flips the latitude and longitude.
+void setLocationOptions(const QCommandLineParser& parser, const IKImageItem& item,
+                        VideoEditorState& editor) {
+    const bool any = parser.isSet(QStringLiteral("latitude")) ||
+                     parser.isSet(QStringLiteral("longitude")) ||
+                     parser.isSet(QStringLiteral("altitude"));
+    if (!any) return;
+    const auto part = [&](const char* name, double magnitude, const QString& sign) {
+        if (parser.isSet(QLatin1String(name))) return parser.value(QLatin1String(name));
+        if (magnitude == 0.0) return QString();
+        return (sign == QLatin1String("-") ? QStringLiteral("-") : QString()) +
+               QString::asprintf("%lf", magnitude);
+    };
+    editor.mediaLatitude = part("latitude", item.filelatitude, item.latitudeFormat);
+    editor.mediaLongtitude = part("longitude", item.filelongtitude, item.longtitudeFormat);
+    editor.mediaAatitude = part("altitude", item.fileAtitude, item.AtitudeFormat);
+}
+
 }  // namespace
 
 int runSet(const QStringList& args) {
@@ -199,10 +219,12 @@ int runSet(const QStringList& args) {
         QStringLiteral("Writes a copy of each video into the storage folder with the given fields "
                        "changed, as the\n"
                        "editor's save does. Fields not given keep their values; the location is "
-                       "written when both\n"
-                       "--latitude and --longitude are given (signed decimal degrees). "
-                       "--created-date sets both file\n"
-                       "dates of the copy; otherwise the copy keeps the source's dates.") +
+                       "written when\n"
+                       "both latitude and longitude are known (signed decimal degrees): a part "
+                       "not given keeps\n"
+                       "the file's own value. --created-date sets both file dates of the copy; "
+                       "otherwise the\n"
+                       "copy keeps the source's dates.") +
         QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     for (const FieldOption& f : kFieldOptions) {
@@ -245,11 +267,7 @@ int runSet(const QStringList& args) {
         }
         if (parser.isSet(QStringLiteral("created-date")))
             editor.mediaCreatedDate = parser.value(QStringLiteral("created-date"));
-        if (parser.isSet(QStringLiteral("latitude")) || parser.isSet(QStringLiteral("longitude"))) {
-            editor.mediaLatitude = parser.value(QStringLiteral("latitude"));
-            editor.mediaLongtitude = parser.value(QStringLiteral("longitude"));
-            editor.mediaAatitude = parser.value(QStringLiteral("altitude"));
-        }
+        setLocationOptions(parser, *item, editor);
         if (!artwork.isNull()) {
             editor.mediaImage = artwork;
             editor.imageIsPlaceholder = false;

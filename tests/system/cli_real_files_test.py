@@ -228,6 +228,14 @@ class CliRealFilesTest(unittest.TestCase):
                                   round(sign("longtitudeFormat") * rec.get("filelongtitude", 0), 3))
                 self.assertEqual(set(places.values()), {(-12.5, -3.25)}, places)
 
+    def test_altitude_alone_keeps_the_position(self):
+        # Parts of the location not given keep the file's values, hemisphere included.
+        [(source, output)] = self.write("set", "--altitude", "120", sources=self.sources[:1])
+        tags, rec = self.readers(output)
+        places = {k: coordinates(v) for k, v in tags.items() if "GPSCoordinates" in k}
+        self.assertEqual(set(places.values()), {(-33.869, 151.209)}, places)
+        self.assertEqual((rec.get("latitudeFormat"), rec.get("fileAtitude")), ("-", 120), rec)
+
     def test_removal_keeps_a_southern_location(self):
         # The design's removal clears a location only north and east of zero.
         [(source, output)] = self.write("strip", sources=self.sources[:1])
