@@ -103,6 +103,12 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
     const VideoEditorState editor = videoEditorState();
     const StorageContext storage = storageContext();
     if (items.contains(m_shownItem)) markPanelSaved();
+    // The location goes into the other rows only when the user edited it in
+    // the panel; otherwise each file keeps its own.
+    const VideoEditorState shown = m_shownItem ? videoEditorStateFor(*m_shownItem) : editor;
+    const bool locationEdited = editor.mediaLatitude != shown.mediaLatitude ||
+                                editor.mediaLongtitude != shown.mediaLongtitude ||
+                                editor.mediaAatitude != shown.mediaAatitude;
     const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
@@ -117,6 +123,12 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
             if (item != m_shownItem) {
                 forItem.mediaImage = QImage();
                 forItem.imageIsPlaceholder = true;
+                if (!locationEdited) {
+                    const VideoEditorState own = videoEditorStateFor(*item);
+                    forItem.mediaLatitude = own.mediaLatitude;
+                    forItem.mediaLongtitude = own.mediaLongtitude;
+                    forItem.mediaAatitude = own.mediaAatitude;
+                }
             }
             runVideoJobLater(
                 [item, forItem, storage] {

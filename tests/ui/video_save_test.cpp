@@ -167,12 +167,14 @@ private Q_SLOTS:
     }
 
     // The panel's picture is the artwork of the record it shows only.
-    void saveOfSeveralRowsKeepsEachOnesArtwork() {
+    void saveOfSeveralRowsKeepsEachOnesArtworkAndLocation() {
         startClean();
         const IKImageItemPtr clip = m_app->localPhotoItemArray.at(0);
         QImage red(8, 8, QImage::Format_RGB32);
         red.fill(Qt::red);
         clip->fileImage = red;
+        clip->filelatitude = 12.5;  // shown in the panel, not edited
+        clip->filelongtitude = 3.25;
         m_app->ShowVideoViewWithItem(clip);
         clip->fileImage = QImage();  // as if the user had chosen the picture
         m_app->dragtableView->selectionModel()->select(
@@ -183,7 +185,9 @@ private Q_SLOTS:
         m_app->SaveMeidaFileChangesAction(nullptr);
         m_app->waitForVideoJobs();
         QVERIFY(!MediaImporter::importFile(output("clip.mp4"), true)->fileImage.isNull());
-        QVERIFY(MediaImporter::importFile(output("waves.mp4"), true)->fileImage.isNull());
+        const IKImageItemPtr waves = MediaImporter::importFile(output("waves.mp4"), true);
+        QVERIFY(waves->fileImage.isNull());
+        QCOMPARE(waves->filelatitude, 0.0);
     }
 
     void leavingAnEditedRowAsks_data() {
