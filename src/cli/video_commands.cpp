@@ -294,15 +294,26 @@ int runStrip(const QStringList& args) {
             "structure, edit lists, handler names, chapter tracks and the media are kept,\n"
             "and so are the file's kind and dates. --tracks (with --all) also drops the\n"
             "timed metadata tracks (GPS telemetry, camera motion, chapter texts); their\n"
-            "samples stay in the file, unreferenced. When --all fails no copy is left.") +
+            "samples stay in the file, unreferenced. When --all fails no copy is left.\n"
+            "\n"
+            "--gps removes every location item and nothing else: the user data's \"\302\251xyz\",\n"
+            "the 3GPP \"loci\" box, the QuickTime location keys (com.apple.quicktime.location.*,\n"
+            "the position as well as its accuracy, name and date), the iTunes \"\302\251xyz\" and\n"
+            "the location boxes of the tracks' user data. Every other item is kept as its own\n"
+            "bytes, and the media, the file's kind and its dates are kept. XMP is left as it\n"
+            "is, GPS tags included, and so are timed GPS tracks (use --all --tracks). With\n"
+            "--all, --gps changes nothing. When --gps fails no copy is left.") +
         QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     parser.addOption({QStringLiteral("all"), QStringLiteral("Remove every metadata item.")});
     parser.addOption({QStringLiteral("tracks"),
                       QStringLiteral("With --all: drop the timed metadata tracks too.")});
+    parser.addOption({QStringLiteral("gps"),
+                      QStringLiteral("Remove every location item and nothing else (not XMP).")});
     if (const int code = parse(parser, QStringLiteral("strip"), args); code >= 0) return code;
     const bool all = parser.isSet(QStringLiteral("all"));
     const bool tracks = parser.isSet(QStringLiteral("tracks"));
+    const bool gps = parser.isSet(QStringLiteral("gps"));
     if (tracks && !all) {
         std::fputs("tagsmith-cli strip: --tracks needs --all\n", stderr);
         return 2;
@@ -313,9 +324,11 @@ int runStrip(const QStringList& args) {
     for (const QString& path : parser.positionalArguments()) {
         const IKImageItemPtr item = loadVideo(path, report);
         if (!item) continue;
-        const VideoWriteJob job = all ? RemoveAllVideoMetadataAction(*item, storage, tracks)
-                                      : RemoveVideoExifDateAction(*item, videoEditorStateFor(*item),
-                                                                  item->fileMetaArray, storage);
+        const VideoWriteJob job =
+            all   ? RemoveAllVideoMetadataAction(*item, storage, tracks)
+            : gps ? RemoveVideoLocationAction(*item, item->fileMetaArray, storage)
+                  : RemoveVideoExifDateAction(*item, videoEditorStateFor(*item),
+                                              item->fileMetaArray, storage);
         report.result(runVideoWriteJob(job, storage.storagelocation, batch));
     }
     return report.exitCode();

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """A field is written in every key space that holds it (set), and the privacy
-strip (strip --all, --tracks) leaves no descriptive item: checked with
+strip (strip --all, --tracks) leaves no descriptive item and strip --gps no
+location but every other item: checked with
 exiftool and ffprobe over files made like camera and phone files."""
 
 import json
@@ -166,6 +167,37 @@ class CliVideoKeySpacesTest(unittest.TestCase):
         # --tracks alone is a usage error.
         result = run(CLI, "strip", "--tracks", "--storage", self.out, self.phone, check=False)
         self.assertEqual(result.returncode, 2)
+
+    def test_strip_gps_removes_every_location_and_nothing_else(self):
+        def place(key):
+            return "GPS" in key or "Location" in key
+
+        # What moves with the smaller movie box, and the vendor field of the
+        # key list's handler, which the writer fills in.
+        layout = {"SourceFile", "QuickTime:MediaDataOffset", "QuickTime:HandlerVendorID"}
+
+        def kept(tags):
+            return {k: v for k, v in tags.items() if not place(k) and k not in layout
+                    and not k.startswith(("System:", "Composite:"))}
+
+        for flags in (("--gps",), ("--gps", "--all")):
+            with self.subTest(flags=flags):
+                out_dir = tempfile.mkdtemp(dir=self.tmp.name)
+                run(CLI, "strip", *flags, "--storage", out_dir, self.phone)
+                out = os.path.join(out_dir, "phone.3gp")
+                before, after = exif(self.phone, "-n"), exif(out, "-n")
+                self.assertTrue({"UserData:GPSCoordinates", "Keys:GPSCoordinates",
+                                 "UserData:LocationInformation"} <= set(before), before.keys())
+                # XMP is left as it is (exiftool's composite position reads it).
+                self.assertEqual([k for k in after if place(k) and
+                                  not k.startswith(("XMP", "Composite"))], [])
+                streams = ("V", "a", "s", "d?")
+                self.assertEqual(framemd5(out, streams), framemd5(self.phone, streams))
+                if "--all" in flags:
+                    self.assertEqual(descriptive(after), {})
+                else:
+                    self.assertEqual(kept(after), kept(before))
+                    self.assertEqual(after["XMP-exif:GPSLatitude"], 40)
 
 
 if __name__ == "__main__":

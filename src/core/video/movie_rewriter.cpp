@@ -99,6 +99,19 @@ QList<MetadataItem> trackItems(const TreeBox& moov) {
     return readMovieBoxMetadata(tracks);
 }
 
+// The source's file type box as it is stored, or empty when it has none of
+// a plausible size or it cannot be read.
+QByteArray sourceFileTypeBox(QFile& source, const QList<FileBox>& boxes) {
+    for (const FileBox& box : boxes) {
+        if (box.type != "ftyp") continue;
+        if (box.headerSize != 8 || box.size < 16 || box.size > 4096) return {};
+        QByteArray bytes(box.size, Qt::Uninitialized);
+        if (!source.seek(box.offset) || source.read(bytes.data(), box.size) != box.size) return {};
+        return bytes;
+    }
+    return {};
+}
+
 bool writeAll(int fd, const char* data, qint64 size) {
     while (size > 0) {
         const ssize_t n = ::write(fd, data, size_t(qMin<qint64>(size, kCopyBuffer)));
@@ -240,6 +253,7 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
     if (!checkMovie(*moov, &reason)) return fail(reason, refusalInWords(reason));
 
     if (request.dropTimedMetadataTracks) MovieStrip::dropTimedMetadataTracks(*moov);
+    if (request.dropTrackLocations) MovieStrip::dropTrackLocations(*moov);
     if (request.dropAllMetadataBoxes) {
         MovieStrip::dropMetadataBoxes(*moov);
         boxes.removeIf(
@@ -257,9 +271,11 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
         moov->appendChild(std::move(child));
     }
 
+    QByteArray fileType;
+    if (request.keepFileTypeBox) fileType = sourceFileTypeBox(source, boxes);
+    if (fileType.isEmpty()) fileType = MetadataEncoder::fileTypeBox(request.fileType);
     MovieLayout::Plan plan;
-    if (!MovieLayout::planRewrite(boxes, *moov, MetadataEncoder::fileTypeBox(request.fileType),
-                                  plan, &reason)) {
+    if (!MovieLayout::planRewrite(boxes, *moov, fileType, plan, &reason)) {
         return fail(reason);
     }
     moov.reset();

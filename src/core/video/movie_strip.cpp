@@ -126,6 +126,36 @@ int dropMetadataBoxes(TreeBox& moov) {
     return dropped;
 }
 
+int dropTrackLocations(TreeBox& moov) {
+    int dropped = 0;
+    for (TreeBox* trak : moov.childrenOf("trak")) {
+        TreeBox* udta = trak->child("udta");
+        if (!udta || udta->isContainer()) continue;
+        const QByteArray& in = udta->payload();
+        QByteArray out;
+        qint64 pos = 0;
+        int here = 0;
+        while (in.size() - pos >= 8) {
+            const quint32 size = Bmff::readU32(in, pos);
+            if (size < 8 || size > in.size() - pos) break;  // kept from here on as it is
+            const QByteArrayView type = QByteArrayView(in).sliced(pos + 4, 4);
+            if (type == QByteArrayView("\xA9xyz") || type == QByteArrayView("loci"))
+                ++here;
+            else
+                out += in.mid(pos, size);
+            pos += size;
+        }
+        if (here == 0) continue;
+        out += in.mid(pos);  // an old movie's closing zero word, or bytes not understood
+        dropped += here;
+        if (out.isEmpty() || out == QByteArray(4, '\0'))
+            trak->removeChildren("udta");
+        else
+            udta->setPayload(out);
+    }
+    return dropped;
+}
+
 bool isDroppedTopLevelBox(QByteArrayView type) {
     return type == QByteArrayView("uuid") || type == QByteArrayView("meta") ||
            type == QByteArrayView("pnot") || type == QByteArrayView("PICT") || isPadding(type);

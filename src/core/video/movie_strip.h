@@ -21,6 +21,11 @@ int dropMetadataBoxes(Bmff::TreeBox& moov);
 // preview picture with its pointer? Media data and the movie box never are.
 bool isDroppedTopLevelBox(QByteArrayView type);
 
+// Leaves out of the tracks' user data every location box ("©xyz" and the
+// 3GPP "loci"); the track's other user data stays byte for byte, and a user
+// data box left empty goes. Answers how many boxes were left out.
+int dropTrackLocations(Bmff::TreeBox& moov);
+
 // Leaves out the timed metadata tracks: tracks with a metadata handler
 // ("meta", "camm") or a timed metadata sample description (GoPro "gpmd",
 // camera motion "camm", "mebx", "mett", "metx", "urim", "rtmd", "djmd"), and

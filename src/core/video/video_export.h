@@ -38,6 +38,12 @@ struct PassthroughExport {
     // texts) are left out with every track reference to them; their samples
     // stay in the media data, unreferenced.
     bool dropTimedMetadataTracks = false;
+    // The location boxes of the tracks' user data are left out (the movie's
+    // own location items are left out of `metadata` by the writer).
+    bool dropTrackLocations = false;
+    // The source's own file type box is kept (brands and version) instead of
+    // the one of `fileType`; a source without a readable one gets that.
+    bool keepFileTypeBox = false;
 };
 
 // How an export ended and, for a failure, why in the user's words ("the

@@ -261,6 +261,15 @@ std::optional<Field> fieldOf(const MetadataItem& item, VideoFileType type) {
     return fieldOfIdentifier(nativeIdentifier(item, type));
 }
 
+bool isLocationItem(const MetadataItem& item, VideoFileType type) {
+    if (fieldOf(item, type) == Field::Location) return true;
+    if (identifierOf(item) == QLatin1String("itsk/%A9xyz")) return true;
+    if (item.keySpace != QLatin1String("mdta")) return false;
+    QByteArray key = item.key;
+    if (key.startsWith("com.apple.quicktime.")) key.remove(0, 20);
+    return key.startsWith("location.");
+}
+
 QList<MetadataItem> merge(const QList<MetadataItem>& newItems, const QList<MetadataItem>& existing,
                           VideoFileType type) {
     QSet<QString> replaced;

@@ -80,6 +80,11 @@ enum class Field {
 // output type's native form as well as in their own.
 std::optional<Field> fieldOf(const MetadataItem& item, VideoFileType type);
 
+// Does the item hold a place: the location field in any key space, the
+// iTunes "©xyz", and every QuickTime key of the location group (its
+// accuracy, name, body, note, role and date as well as the position)?
+bool isLocationItem(const MetadataItem& item, VideoFileType type);
+
 // The identifier an item gets in a file of the given type: "common" items
 // take the type's native form (iTunes items, or QuickTime keys for movies).
 QString nativeIdentifier(const MetadataItem& item, VideoFileType type);

@@ -212,6 +212,20 @@ VideoWriteJob RemoveAllVideoMetadataAction(const IKImageItem& item, const Storag
     return job;
 }
 
+VideoWriteJob RemoveVideoLocationAction(const IKImageItem& item,
+                                        const QList<MetadataItem>& existing,
+                                        const StorageContext& storage) {
+    const VideoFileType type = movieFileType(item.filePath);
+    QList<MetadataItem> kept = existing;
+    kept.removeIf([type](const MetadataItem& i) { return isLocationItem(i, type); });
+    const QString output = mirroredOutputPath(storage.storagelocation, item.filePath,
+                                              storage.bImportLocalFolder, storage.bImportLocalPath);
+    VideoWriteJob job = jobFor(item.filePath, output, std::move(kept), type);
+    job.request.dropTrackLocations = true;
+    job.request.keepFileTypeBox = true;
+    return job;
+}
+
 VideoEditorState videoEditorStateFor(const IKImageItem& item) {
     const auto magnitude = [](double v) {
         return v == 0.0 ? QString() : QString::asprintf("%lf", v);

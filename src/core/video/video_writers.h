@@ -79,6 +79,16 @@ VideoWriteJob RemoveVideoExifDateAction(const IKImageItem& item, const VideoEdit
 VideoWriteJob RemoveAllVideoMetadataAction(const IKImageItem& item, const StorageContext& storage,
                                            bool tracks);
 
+// The location strip: a copy (placed as by the removal, with the source's
+// own file type box and dates) without any location item: the user
+// data's "©xyz", the 3GPP "loci", the QuickTime location keys, the iTunes
+// "©xyz", and the location boxes of the tracks' user data. Every other item
+// is written back as its own bytes. XMP is left as it is. When the strip
+// fails nothing is copied.
+VideoWriteJob RemoveVideoLocationAction(const IKImageItem& item,
+                                        const QList<MetadataItem>& existing,
+                                        const StorageContext& storage);
+
 // The date text the XMP batch writes: the universal-time description with
 // "-" turned into ":" and the offset dropped ("2021:03:04 05:06:07").
 QString xmpDateText(const QDateTime& date);

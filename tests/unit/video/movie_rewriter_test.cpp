@@ -206,6 +206,39 @@ TEST(MovieRewriter, TrackMetadataStaysWithTheTrack) {
     EXPECT_EQ(streamChecksums(path).toStdString(), streamChecksums(source).toStdString());
 }
 
+// The location strip takes the location boxes out of a track's user data and
+// keeps the track's other boxes as they are.
+TEST(MovieRewriter, TrackLocationsGoWithTheStrip) {
+    if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
+    QByteArray data = readFile(trailingMoovClip());
+    const qsizetype moovAt = data.lastIndexOf("moov") - 4;
+    ASSERT_GT(moovAt, 0);
+    auto moov = Bmff::parseMovieBox(data.mid(moovAt + 8), nullptr);
+    ASSERT_TRUE(moov);
+    const auto text = [](QByteArrayView type, QByteArrayView value) {
+        QByteArray entry;
+        Bmff::appendU16(entry, quint16(value.size()));
+        Bmff::appendU16(entry, 0x15c7);  // "eng"
+        return Bmff::makeBox(type, entry + value.toByteArray());
+    };
+    const QByteArray title = text("\xA9nam", "Track title");
+    moov->childrenOf("trak").first()->appendChild(std::make_unique<Bmff::TreeBox>(
+        "udta", text("\xA9xyz", "+48.8+002.3/") + title + Bmff::makeBox("loci", "x")));
+    QTemporaryDir dir;
+    const QString source = dir.filePath("source.mov");
+    const QString output = dir.filePath("output.mov");
+    writeFile(source, data.left(moovAt) + moov->serialize());
+
+    PassthroughExport strip = request(source, output, {});
+    strip.dropTrackLocations = true;
+    ASSERT_TRUE(rewriteMovieFile(strip).ok);
+    const QByteArray written = readFile(output);
+    EXPECT_FALSE(written.contains("\xA9xyz"));
+    EXPECT_FALSE(written.contains("loci"));
+    EXPECT_TRUE(written.contains("udta" + title));
+    EXPECT_EQ(compareChunks(source, output).toStdString(), "");
+}
+
 // An encrypted track keeps its per-sample auxiliary information (the
 // initialisation vectors) in the sample table, addressed by file offsets
 // that point into the movie box itself; they follow the box when the

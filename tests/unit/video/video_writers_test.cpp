@@ -256,6 +256,35 @@ TEST(VideoWriters, RemovalEmptiesHeldFieldsAndMirrorsFolders) {
     EXPECT_EQ(job.request.outputPath, "/store/a.mov");
 }
 
+// The location strip leaves out every location item, whatever its key space
+// or key, and keeps every other item in its order; the tracks' location boxes
+// go too, and the file keeps its own type box.
+TEST(VideoWriters, LocationStripLeavesOutEveryPlaceAndNothingElse) {
+    const QList<MetadataItem> existing{
+        item("udta/%A9xyz", "+1+2/"),
+        item("mdta/com.apple.quicktime.location.ISO6709", "+1+2/"),
+        item("mdta/location.ISO6709", "+1+2/"),
+        item("mdta/com.apple.quicktime.location.accuracy.horizontal", "5"),
+        item("mdta/com.apple.quicktime.location.name", "Home"),
+        item("uiso/loci", "place"),
+        item("itsk/%A9xyz", "+1+2/"),
+        item("udta/%A9nam", "title"),
+        item("mdta/com.apple.quicktime.make", "Maker"),
+        item("mdta/com.apple.quicktime.locationish", "kept"),
+        item("udta/XMP_", "xmp"),
+    };
+    const VideoWriteJob job =
+        RemoveVideoLocationAction(videoAt("/media/a.mov"), existing, kStorage);
+    EXPECT_EQ(identifiers(job.request.metadata),
+              (QStringList{"udta/%A9nam", "mdta/com.apple.quicktime.make",
+                           "mdta/com.apple.quicktime.locationish", "udta/XMP_"}));
+    EXPECT_TRUE(job.request.dropTrackLocations);
+    EXPECT_TRUE(job.request.keepFileTypeBox);
+    EXPECT_FALSE(job.request.dropAllMetadataBoxes);
+    EXPECT_TRUE(job.fallbackCopyPath.isEmpty());
+    EXPECT_EQ(job.request.outputPath, "/store/a.mov");
+}
+
 TEST(VideoWriters, MirroredOutputPathCreatesSubFolders) {
     QTemporaryDir tmp;
     const QString out = mirroredOutputPath(tmp.path(), "/media/trip/day1/a.mov", true, "/media");
