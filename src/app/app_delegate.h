@@ -91,6 +91,9 @@ public:
     void RemoveAllMediaFileAction(QObject* sender);
     // The privacy strip of the selected videos ("Remove All Metadata").
     void RemoveAllMetadataAction(QObject* sender);
+    // Every location item of the selected videos, and nothing else ("Remove
+    // Location").
+    void RemoveLocationAction(QObject* sender);
     int numberOfRowsInTableView() const;
     bool importRunning() const { return !m_importThreads.isEmpty(); }
     // Stops every running import and waits for its thread.
@@ -254,6 +257,11 @@ private:
                       const std::function<void(const IKImageItemPtr&, const Batch&)>& tool);
     void reportWrite(const VideoWriteResult& result);
     void removeMetadataOf(const IKImageItemList& items);
+    // Runs a strip job for each selected movie; other rows are reported as
+    // skipped with `skipReason`.
+    void stripSelectedMovies(
+        const std::function<VideoWriteJob(const IKImageItem&, const StorageContext&)>& job,
+        const QString& skipReason);
     void showNothingSelected();
 
     QSettings& m_settings;

@@ -170,7 +170,9 @@ void AppDelegate::RemoveAllMediaFileAction(QObject*) {
     removeMetadataOf(localPhotoItemArray);
 }
 
-void AppDelegate::RemoveAllMetadataAction(QObject*) {
+void AppDelegate::stripSelectedMovies(
+    const std::function<VideoWriteJob(const IKImageItem&, const StorageContext&)>& job,
+    const QString& skipReason) {
     const IKImageItemList items = selectedItems();
     if (items.isEmpty()) return showNothingSelected();
     const StorageContext storage = storageContext();
@@ -178,15 +180,27 @@ void AppDelegate::RemoveAllMetadataAction(QObject*) {
     const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isVideoPath(item->filePath) && !isMxf(item->filePath)) {
-            runVideoJobLater(
-                [item, storage] { return RemoveAllVideoMetadataAction(*item, storage, false); },
-                batch);
+            runVideoJobLater([item, storage, job] { return job(*item, storage); }, batch);
         } else {
-            reportWrite(VideoWriteResult::skippedFile(
-                item->filePath,
-                QStringLiteral("removing all metadata is available for movies only")));
+            reportWrite(VideoWriteResult::skippedFile(item->filePath, skipReason));
         }
     }
+}
+
+void AppDelegate::RemoveAllMetadataAction(QObject*) {
+    stripSelectedMovies(
+        [](const IKImageItem& item, const StorageContext& storage) {
+            return RemoveAllVideoMetadataAction(item, storage, false);
+        },
+        QStringLiteral("removing all metadata is available for movies only"));
+}
+
+void AppDelegate::RemoveLocationAction(QObject*) {
+    stripSelectedMovies(
+        [](const IKImageItem& item, const StorageContext& storage) {
+            return RemoveVideoLocationAction(item, readExistingMetadata(item.filePath), storage);
+        },
+        QStringLiteral("removing the location is available for movies only"));
 }
 
 void AppDelegate::showNothingSelected() {
@@ -295,6 +309,8 @@ void AppDelegate::setupVideoActions() {
     removeExifMenu->addSeparator();
     connect(removeExifMenu->addAction(tr("Remove All Metadata")), &QAction::triggered, this,
             [this] { RemoveAllMetadataAction(removeExifMenu); });
+    connect(removeExifMenu->addAction(tr("Remove Location")), &QAction::triggered, this,
+            [this] { RemoveLocationAction(removeExifMenu); });
     SaveMediaChangesBtn->setEnabled(true);
     connect(videoMetaView, &VideoMetaView::basicFieldEdited, this,
             [this] { basicInfoChange = true; });

@@ -123,11 +123,21 @@ private Q_SLOTS:
         QVERIFY(stripped->fileArist.isEmpty());
         QVERIFY(!readMovieMetadata(output()).isEmpty());  // the encoder's name stays
 
+        const auto menuAction = [this](const QString& text) -> QAction* {
+            for (QAction* a : m_app->removeExifMenu->actions())
+                if (a->text() == text && a->isEnabled()) return a;
+            return nullptr;
+        };
+        // "Remove Location" keeps every other item of the source.
+        QAction* location = menuAction("Remove Location");
+        QVERIFY(location);
+        location->trigger();
+        m_app->waitForVideoJobs();
+        QCOMPARE(MediaImporter::importFile(output(), true)->fileTitle, "Before");
+
         // "Remove All Metadata" leaves no item at all.
-        QAction* all = nullptr;
-        for (QAction* a : m_app->removeExifMenu->actions())
-            if (a->text() == "Remove All Metadata") all = a;
-        QVERIFY(all && all->isEnabled());
+        QAction* all = menuAction("Remove All Metadata");
+        QVERIFY(all);
         all->trigger();
         m_app->waitForVideoJobs();
         QCOMPARE(readMovieMetadata(output()).size(), 0);
