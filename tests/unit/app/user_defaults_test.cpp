@@ -5,49 +5,46 @@
 
 #include "core/app/user_defaults.h"
 
+namespace {
+
+QStringList fieldsOf(const LaunchSettings& s) {
+    return {s.storagePath,   s.fontName,        QString::number(s.fontSize),
+            s.positionTitle, s.dateFormatTitle, s.classicBehaviour ? "classic" : "current"};
+}
+
+QStringList stored(QSettings& s) {
+    QStringList keyValues;
+    for (const QString& key : s.allKeys()) keyValues << key + "=" + s.value(key).toString();
+    keyValues.sort();
+    return keyValues;
+}
+
+}  // namespace
+
 TEST(UserDefaults, FirstAndSecondLaunch) {
     QTemporaryDir tmp;
     const QString ini = tmp.path() + "/defaults.ini";
     const QString storage = tmp.path() + "/store/nested";
-    LaunchSettings first;
-    {
-        QSettings s(ini, QSettings::IniFormat);
-        s.setValue(DefaultsKey::storagePath, storage);  // keep the test out of the home folder
-        first = readLaunchSettings(s);
-        EXPECT_TRUE(s.contains("fontName"));
-        EXPECT_TRUE(s.contains("Postion"));
-        EXPECT_TRUE(s.contains("Dateformat"));
-        EXPECT_FALSE(s.contains("fontsize"));
-        EXPECT_FALSE(s.contains("classicBehaviour"));
-        EXPECT_EQ(s.value("Postion").toString(), "lower left corner");
-        EXPECT_EQ(s.value("Dateformat").toString(), "MM/DD/YYYY HH:MM");
-    }
-    EXPECT_EQ(first.storagePath, storage);
-    EXPECT_TRUE(QDir(storage).exists());
-    EXPECT_EQ(first.fontName, "Lucida Grande");
-    EXPECT_EQ(first.fontSize, 14);
-    EXPECT_EQ(first.positionTitle, "Lower left corner");  // the pop-up's capital L
-    EXPECT_EQ(first.dateFormatTitle, "MM/DD/YYYY HH:MM");
-    EXPECT_FALSE(first.classicBehaviour);
-
     QSettings s(ini, QSettings::IniFormat);
-    const LaunchSettings second = readLaunchSettings(s);
-    EXPECT_EQ(second.fontName, "Lucida Grande");
-    EXPECT_EQ(second.fontSize, 0);  // "fontsize" was never written
-    EXPECT_EQ(second.positionTitle, "lower left corner");
+    s.setValue(DefaultsKey::storagePath, storage);  // keep the test out of the home folder
+    EXPECT_EQ(fieldsOf(readLaunchSettings(s)),
+              (QStringList{storage, "Lucida Grande", "14", "Lower left corner", "MM/DD/YYYY HH:MM",
+                           "current"}));  // the pop-up's capital L
+    // Never "fontsize" nor "classicBehaviour" until the preferences' OK.
+    EXPECT_EQ(stored(s), (QStringList{"Dateformat=MM/DD/YYYY HH:MM", "Postion=lower left corner",
+                                      "fontName=Lucida Grande", "storagePath=" + storage}));
+    EXPECT_TRUE(QDir(storage).exists());
 
-    LaunchSettings chosen = second;
+    LaunchSettings chosen = readLaunchSettings(s);
+    EXPECT_EQ(fieldsOf(chosen), (QStringList{storage, "Lucida Grande", "0", "lower left corner",
+                                             "MM/DD/YYYY HH:MM", "current"}));
     chosen.fontSize = 18;
     chosen.positionTitle = "Upper right corner";
     chosen.storagePath = tmp.path() + "/other";
     chosen.classicBehaviour = true;
     storePreferences(s, chosen);
-    const LaunchSettings third = readLaunchSettings(s);
-    EXPECT_EQ(third.fontSize, 18);
-    EXPECT_EQ(third.positionTitle, "Upper right corner");
-    EXPECT_EQ(third.storagePath, tmp.path() + "/other");
-    EXPECT_TRUE(third.classicBehaviour);
-    EXPECT_TRUE(QDir(third.storagePath).exists());
+    EXPECT_EQ(fieldsOf(readLaunchSettings(s)), fieldsOf(chosen));
+    EXPECT_TRUE(QDir(chosen.storagePath).exists());
 }
 
 TEST(UserDefaults, DefaultStorageIsInTheVideosFolder) {

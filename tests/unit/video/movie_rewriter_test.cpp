@@ -284,15 +284,11 @@ TEST(MovieRewriter, MacintoshTextsKeepTheirEncoding) {
     // under language code 0, put in place by our own writer.
     const QByteArray stored = QByteArray("\x00\x0c\x00\x00", 4) + "Caf\x8e \xa5 Paris";
     MetadataItem album = item("udta/%A9alb", "Café • Paris", "", "eng");
-    album.origin = {MetadataOrigin::Form::TextEntry,
-                    stored,
-                    {},
-                    false,
-                    {},
-                    album.identifier,
-                    album.value,
-                    album.dataType,
-                    album.language};
+    album.origin.form = MetadataOrigin::Form::TextEntry;
+    album.origin.prefix = stored;
+    album.origin.identifier = album.identifier;
+    album.origin.value = album.value;
+    album.origin.language = album.language;
     const QString source = dir.filePath("source.mov");
     ASSERT_TRUE(rewriteMovieFile(request(clip, source, {album}, VideoFileType::QuickTimeMovie)).ok);
     const QList<MetadataItem> read = readMovieMetadata(source);
@@ -315,10 +311,7 @@ TEST(MovieRewriter, MacintoshTextsKeepTheirEncoding) {
         const QString output = dir.filePath("out.mov");
         ASSERT_TRUE(
             rewriteMovieFile(request(source, output, items, VideoFileType::QuickTimeMovie)).ok);
-        EXPECT_TRUE(
-            readFile(output).contains("\xa9"
-                                      "alb" +
-                                      c.entry));
+        EXPECT_TRUE(readFile(output).contains("\251alb" + c.entry));
         EXPECT_EQ(exiftoolTags(output)["UserData:Album"].toString(), QString::fromUtf8(c.text));
         ASSERT_TRUE(runTool("ffprobe", {"-v", "error", "-show_entries", "format_tags=album", "-of",
                                         "default=nw=1:nk=1", output}));

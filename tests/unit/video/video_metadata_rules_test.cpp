@@ -1,24 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <QBuffer>
 #include <QImage>
 #include <QVariantMap>
 
 #include "core/library/ik_image_item.h"
 #include "core/video/video_metadata_rules.h"
 #include "metadata_test_items.h"
+#include "support/media_fixtures.h"
 
 namespace {
-
-QByteArray pngOf(int width, int height) {
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return png;
-}
 
 QDateTime local(int y, int mo, int d, int h, int mi, int s) {
     return QDateTime(QDate(y, mo, d), QTime(h, mi, s));
@@ -91,21 +81,21 @@ TEST(VideoMetadataRules, ImportAndFolderScanUseTheirOwnSets) {
 
 TEST(VideoMetadataRules, PicturesDecodeOrLeaveTheImage) {
     IKImageItem record;
-    applyVideoMetadata(record, {item("itsk/covr", pngOf(4, 3))}, false);
-    EXPECT_EQ(record.fileImage.size(), QSize(4, 3));
+    applyVideoMetadata(record, {item("itsk/covr", noisePicture("PNG", 4))}, false);
+    EXPECT_EQ(record.fileImage.size(), QSize(4, 4));
     applyVideoMetadata(record, {item("itsk/covr", QByteArray("not a picture"))}, false);
-    EXPECT_EQ(record.fileImage.size(), QSize(4, 3));
+    EXPECT_EQ(record.fileImage.size(), QSize(4, 4));
 
-    QVariantMap frame{{"data", pngOf(5, 5)}, {"MIMEType", "image/png"}};
+    QVariantMap frame{{"data", noisePicture("PNG", 5)}, {"MIMEType", "image/png"}};
     applyVideoMetadata(record, {item("id3/APIC", frame)}, false);
     EXPECT_EQ(record.fileImage.size(), QSize(5, 5));
-    applyVideoMetadata(record, {item("org.id3/APIC", pngOf(6, 6))}, false);  // wrong identifier
+    applyVideoMetadata(record, {item("org.id3/APIC", noisePicture("PNG", 6))},
+                       false);  // wrong identifier
     EXPECT_EQ(record.fileImage.size(), QSize(5, 5));
     applyVideoMetadata(record, {item("id3/APIC", QVariantMap{{"data", QByteArray()}})}, false);
     applyVideoMetadata(record, {item("id3/APIC", QString("text"))}, false);
     EXPECT_EQ(record.fileImage.size(), QSize(5, 5));
-    MetadataItem raw = item("id3/APIC", pngOf(7, 7));
-    applyVideoMetadata(record, {raw}, true);
+    applyVideoMetadata(record, {item("id3/APIC", noisePicture("PNG", 7))}, true);
     EXPECT_EQ(record.fileImage.size(), QSize(7, 7));
 }
 
