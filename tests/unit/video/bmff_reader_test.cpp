@@ -40,31 +40,31 @@ TEST(BmffBox, LargeSizesZeroSizesAndUserTypesAreWalked) {
     EXPECT_EQ(items[0].value.toString(), "to end");
 }
 
+// Every damaged or cut header ends the walk and marks it damaged.
 TEST(BmffBox, DamagedHeadersEndTheWalk) {
-    Bmff::Box b;
-    // Size smaller than the header.
-    const QByteArray tooSmallData = u32(4) + "free";
-    Bmff::BoxIterator tooSmall{QByteArrayView(tooSmallData)};
-    EXPECT_FALSE(tooSmall.next(b));
-    EXPECT_TRUE(tooSmall.damaged());
-    // Fewer than 8 bytes left after a good box.
-    const QByteArray shortTailData = box("free", "") + "abc";
-    Bmff::BoxIterator shortTail{QByteArrayView(shortTailData)};
-    EXPECT_TRUE(shortTail.next(b));
-    EXPECT_FALSE(shortTail.next(b));
-    EXPECT_TRUE(shortTail.damaged());
-    // A declared size beyond the parent is cut to what is there and ends the walk.
-    const QByteArray cutData = u32(1000) + "skip" + "abcd";
-    Bmff::BoxIterator cut{QByteArrayView(cutData)};
-    ASSERT_TRUE(cut.next(b));
-    EXPECT_TRUE(b.truncated);
-    EXPECT_EQ(b.payload.size(), 4);
-    EXPECT_FALSE(cut.next(b));
-    // A 64-bit size below the 16-byte header.
-    const QByteArray largeData = u32(1) + "skip" + u64(8);
-    Bmff::BoxIterator large{QByteArrayView(largeData)};
-    EXPECT_FALSE(large.next(b));
-    EXPECT_TRUE(large.damaged());
+    const struct {
+        const char* name;
+        QByteArray data;
+        int boxes;           // walked before the walk ends
+        qsizetype lastSize;  // payload of the last box, -1 when none
+    } cases[] = {
+        {"size below the header", u32(4) + "free", 0, -1},
+        {"fewer than 8 bytes after a box", box("free", "") + "abc", 1, 0},
+        {"size beyond the parent: cut to what is there", u32(1000) + "skip" + "abcd", 1, 4},
+        {"64-bit size below its 16-byte header", u32(1) + "skip" + u64(8), 0, -1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Bmff::BoxIterator walk{QByteArrayView(c.data)};
+        Bmff::Box b;
+        int boxes = 0;
+        qsizetype lastSize = -1;
+        for (; walk.next(b); ++boxes) lastSize = b.payload.size();
+        EXPECT_EQ(boxes, c.boxes);
+        EXPECT_EQ(lastSize, c.lastSize);
+        EXPECT_TRUE(walk.damaged());
+        EXPECT_EQ(b.truncated, c.lastSize == 4);
+    }
 }
 
 TEST(BmffBox, LanguageCodes) {
@@ -119,17 +119,20 @@ TEST(BmffReader, ItunesItemsDecodeByTypeIndicator) {
     EXPECT_EQ(items[10].language, "eng");
 }
 
-TEST(BmffReader, ItunesItemsInAQuickTimeListAreKept) {
-    // As found in files whose QuickTime keys list was later given an iTunes title.
+// A QuickTime list keeps the iTunes items it was later given beside its
+// keyed ones, in the movie or its user data, with the handler and keys
+// before or after the item list.
+TEST(BmffReader, QuickTimeListsInAnyOrderKeepTheirItunesItems) {
     const QByteArray keys = fullBox("keys", u32(1) + u32(8 + 5) + "mdta" + "title");
     const QByteArray ilst = box("ilst", box(u32(1), dataAtom(1, "key title")) +
                                             box(kCopyright + "nam", dataAtom(1, "item title")));
-    const auto items = readMovieMetadataFromData(
-        movieFile(box("udta", box("meta", handler("mdta") + keys + ilst))));
-    ASSERT_EQ(items.size(), 2);
-    EXPECT_EQ(items[0].identifier, "mdta/title");
-    EXPECT_EQ(items[1].identifier, "itsk/%A9nam");
-    EXPECT_EQ(items[1].value.toString(), "item title");
+    for (const QByteArray& moov : {box("udta", box("meta", handler("mdta") + keys + ilst)),
+                                   box("meta", ilst + keys + handler("mdta"))}) {
+        QStringList values;
+        for (const MetadataItem& i : readMovieMetadataFromData(movieFile(moov)))
+            values << i.identifier + "=" + i.value.toString();
+        EXPECT_EQ(values, (QStringList{"mdta/title=key title", "itsk/%A9nam=item title"}));
+    }
 }
 
 TEST(BmffReader, QuickTimeKeysNameTheirItems) {
@@ -151,16 +154,6 @@ TEST(BmffReader, QuickTimeKeysNameTheirItems) {
     EXPECT_EQ(items[3].key, "my key/x");
     EXPECT_EQ(items[3].value, QVariant(qint64(-123)));
     EXPECT_EQ(items[4].keySpace, "mdta");
-}
-
-TEST(BmffReader, HandlerAndKeysAfterTheItemListStillApply) {
-    const QByteArray keys = fullBox("keys", u32(1) + u32(8 + 5) + "mdta" + "title");
-    const QByteArray meta =
-        box("meta", box("ilst", box(u32(1), dataAtom(1, "late keys"))) + keys + handler("mdta"));
-    const auto items = readMovieMetadataFromData(movieFile(meta));
-    ASSERT_EQ(items.size(), 1);
-    EXPECT_EQ(items[0].identifier, "mdta/title");
-    EXPECT_EQ(items[0].value.toString(), "late keys");
 }
 
 TEST(BmffReader, UserDataTextRawAndIsoBoxes) {
