@@ -296,13 +296,13 @@ int runStrip(const QStringList& args) {
             "timed metadata tracks (GPS telemetry, camera motion, chapter texts); their\n"
             "samples stay in the file, unreferenced. When --all fails no copy is left.\n"
             "\n"
-            "--gps removes every location item and nothing else: the user data's \"\302\251xyz\",\n"
+            "--gps removes every location item and nothing else: the user data's \"\u00A9xyz\",\n"
             "the 3GPP \"loci\" box, the QuickTime location keys (com.apple.quicktime.location.*,\n"
-            "the position as well as its accuracy, name and date), the iTunes \"\302\251xyz\" and\n"
+            "the position as well as its accuracy, name and date), the iTunes \"\u00A9xyz\" and\n"
             "the location boxes of the tracks' user data. Every other item is kept as its own\n"
             "bytes, and the media, the file's kind and its dates are kept. XMP is left as it\n"
             "is, GPS tags included, and so are timed GPS tracks (use --all --tracks). With\n"
-            "--all, --gps changes nothing. When --gps fails no copy is left.") +
+            "--all, --gps is the same as --all. When --gps fails no copy is left.") +
         QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     parser.addOption({QStringLiteral("all"), QStringLiteral("Remove every metadata item.")});
