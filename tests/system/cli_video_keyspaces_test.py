@@ -153,6 +153,8 @@ class CliVideoKeySpacesTest(unittest.TestCase):
                 probe = ffprobe(out)
                 brands = ("major_brand", "minor_version", "compatible_brands")
                 self.assertEqual([k for k in probe["format"].get("tags", {}) if k not in brands], [])
+                self.assertEqual(probe["format"]["tags"]["major_brand"],  # still a 3GP file
+                                 ffprobe(self.phone)["format"]["tags"]["major_brand"])
                 kinds = [(s["codec_type"], s["codec_tag_string"]) for s in probe["streams"]]
                 if extra:
                     # The telemetry track goes; the subtitle stays.

@@ -209,6 +209,7 @@ VideoWriteJob RemoveAllVideoMetadataAction(const IKImageItem& item, const Storag
     VideoWriteJob job = jobFor(item.filePath, output, {}, movieFileType(item.filePath));
     job.request.dropAllMetadataBoxes = true;
     job.request.dropTimedMetadataTracks = tracks;
+    job.request.keepFileTypeBox = true;  // a 3GP stays a 3GP
     return job;
 }
 
