@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include "core/video/bmff_box.h"
 #include "core/video/metadata_encoder.h"
 #include "core/video/movie_metadata_reader.h"
@@ -233,16 +230,4 @@ TEST(BmffReader, CutShortUuidBoxIsWrittenBackWhole) {
     ASSERT_EQ(again.size(), 2);
     EXPECT_EQ(again[0].value.toByteArray(), userType + "ab");
     EXPECT_EQ(again[1].value.toString(), "New");
-}
-
-TEST(BmffReader, OversizedMovieBoxIsNotLoaded) {
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    QFile file(dir.filePath("huge.mov"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    const qint64 size = Bmff::kMaxMovieBoxSize + 1024;
-    file.write(box("ftyp", "qt  ") + u32(quint32(size)) + "moov");
-    ASSERT_TRUE(file.resize(8 + 12 + size));  // sparse: no real disk use
-    file.close();
-    EXPECT_TRUE(readMovieMetadata(file.fileName()).isEmpty());
 }

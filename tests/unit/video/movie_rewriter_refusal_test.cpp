@@ -8,6 +8,7 @@
 
 #include "core/video/bmff_box.h"
 #include "core/video/bmff_tree.h"
+#include "core/video/movie_metadata_reader.h"
 #include "core/video/movie_rewriter.h"
 #include "movie_rewriter_support.h"
 #include "video/bmff_test_boxes.h"
@@ -134,11 +135,12 @@ TEST(MovieRewriterRefusal, SurvivesRandomDamage) {
 }
 
 // A movie box larger than any real one is damage, not something to load:
-// refused before it is read (the file is sparse, so this costs no disk).
+// refused by the rewriter and the reader before it is read (the file is
+// sparse, so this costs no disk).
 TEST(MovieRewriterRefusal, OversizedMovieBox) {
     QTemporaryDir dir;
     const QString source = dir.filePath("huge.mov");
-    const qint64 moovSize = qint64(300) * 1024 * 1024;
+    const qint64 moovSize = Bmff::kMaxMovieBoxSize + 1024;
     writeFile(source, fileTypeBox() + TestBoxes::u32(quint32(moovSize)) + "moov");
     ASSERT_TRUE(QFile::resize(source, fileTypeBox().size() + moovSize));
     const QString output = dir.filePath("out.m4v");
@@ -146,6 +148,7 @@ TEST(MovieRewriterRefusal, OversizedMovieBox) {
     EXPECT_FALSE(result.ok);
     EXPECT_TRUE(result.reason.contains("movie box of")) << result.reason.toStdString();
     EXPECT_FALSE(QFile::exists(output));
+    EXPECT_TRUE(readMovieMetadata(source).isEmpty());
 }
 
 // Progress reaches the whole size; a cancel leaves nothing behind.
