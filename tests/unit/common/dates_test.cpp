@@ -13,10 +13,8 @@
 TEST(Dates, ParsesBothPatternsAsLocalTime) {
     const QDateTime a = dateFromText("2020:01:02 03:04:05");
     const QDateTime b = dateFromText("2020-01-02 03:04:05");
-    ASSERT_TRUE(a.isValid());
+    EXPECT_EQ(a, QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)));
     EXPECT_EQ(a, b);
-    EXPECT_EQ(a.date(), QDate(2020, 1, 2));
-    EXPECT_EQ(a.time(), QTime(3, 4, 5));
     EXPECT_EQ(a.timeSpec(), Qt::LocalTime);
     for (const char* bad : {"", "2020-01-02T03:04:05Z", "2020/01/02 03:04:05",
                             "2020:13:02 03:04:05", "2020:01:02", "garbage"}) {
