@@ -60,7 +60,7 @@ TEST_F(VideoToolsTest, TitleBecomesTheCopysNameWithTheSourceDates) {
     EXPECT_TRUE(QFile::exists(copy));
 }
 
-TEST_F(VideoToolsTest, FileNameBecomesTitleAndCreationDateRecordedDate) {
+TEST_F(VideoToolsTest, FileNameBecomesTitleOrRecordedDateAndCreationDateRecordedDate) {
     const QString name = "2021-03-04 10.30 beach";
     VideoWriteJob job = CopyvideofilenametoTitleAction(
         video, {item("udta/%A9nam", "a"), item("udta/%A9cmt", "c"), item("itsk/%A9nam", "b")},
@@ -75,6 +75,13 @@ TEST_F(VideoToolsTest, FileNameBecomesTitleAndCreationDateRecordedDate) {
     job = ClickCopyVideoCreatedDateToCameraDateAction(video, {item("udta/date", "x")}, storage);
     EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/date", "udta/date"}));
     EXPECT_EQ(valueOf(job.request.metadata, "udta/date"), created);
+
+    job = ClickSetVideoDateFromFileNameAction(video, {}, storage);
+    EXPECT_EQ(identifiers(job.request.metadata), QStringList{"uiso/date"});
+    EXPECT_EQ(valueOf(job.request.metadata, "uiso/date"), "2021:03:04 10:30:00");
+    video.filePath = tmp.path() + "/nodate.mov";
+    EXPECT_TRUE(
+        ClickSetVideoDateFromFileNameAction(video, {}, storage).request.sourcePath.isEmpty());
 }
 
 TEST(VideoTools, DatesFoundInFileNames) {
@@ -103,13 +110,4 @@ TEST_F(VideoToolsTest, RecordedDateBecomesTheCopysFileDates) {
     EXPECT_EQ(readFileDates(storage.storagelocation + "/" + video.fileName).modification,
               dateFromText("2011:11:11 11:11:11"));
     EXPECT_TRUE(ClickCopyVideoExifDateToCreateDateAction(video, {}, storage).skipped);
-}
-
-TEST_F(VideoToolsTest, DateFromFileNameJob) {
-    const VideoWriteJob job = ClickSetVideoDateFromFileNameAction(video, {}, storage);
-    ASSERT_EQ(job.request.metadata.size(), 1);
-    EXPECT_EQ(job.request.metadata[0].value.toString(), "2021:03:04 10:30:00");
-    video.filePath = tmp.path() + "/nodate.mov";
-    EXPECT_TRUE(
-        ClickSetVideoDateFromFileNameAction(video, {}, storage).request.sourcePath.isEmpty());
 }
