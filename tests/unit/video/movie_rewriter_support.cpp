@@ -40,12 +40,17 @@ QString streamChecksums(const QString& path) {
 
 namespace {
 
+// The top-level boxes of an open file; empty when it cannot be walked.
+QList<Bmff::FileBox> topLevelBoxes(QFile& f) {
+    QList<Bmff::FileBox> boxes;
+    if (!f.isOpen() && !f.open(QIODevice::ReadOnly)) return {};
+    if (!Bmff::scanFileBoxes(f, f.size(), boxes, nullptr)) return {};
+    return boxes;
+}
+
 std::unique_ptr<Bmff::TreeBox> movieTree(const QString& path) {
     QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) return nullptr;
-    QList<Bmff::FileBox> boxes;
-    if (!Bmff::scanFileBoxes(f, f.size(), boxes, nullptr)) return nullptr;
-    for (const Bmff::FileBox& box : boxes) {
+    for (const Bmff::FileBox& box : topLevelBoxes(f)) {
         if (box.type != "moov") continue;
         f.seek(box.offset + box.headerSize);
         return Bmff::parseMovieBox(f.read(box.size - box.headerSize), nullptr);
@@ -63,11 +68,8 @@ QList<quint64> chunkOffsetsOf(const QString& path) {
 
 QList<QByteArray> topLevelTypes(const QString& path) {
     QFile f(path);
-    QList<Bmff::FileBox> boxes;
     QList<QByteArray> types;
-    if (f.open(QIODevice::ReadOnly) && Bmff::scanFileBoxes(f, f.size(), boxes, nullptr)) {
-        for (const auto& b : boxes) types.append(b.type);
-    }
+    for (const auto& b : topLevelBoxes(f)) types.append(b.type);
     return types;
 }
 
@@ -78,11 +80,8 @@ QString compareChunks(const QString& source, const QString& output) {
     if (a.size() != b.size()) return QString("%1 chunks became %2").arg(a.size()).arg(b.size());
     QFile fa(source);
     QFile fb(output);
-    QList<Bmff::FileBox> boxes;
-    if (!fa.open(QIODevice::ReadOnly) || !fb.open(QIODevice::ReadOnly) ||
-        !Bmff::scanFileBoxes(fa, fa.size(), boxes, nullptr)) {
-        return "cannot open";
-    }
+    const QList<Bmff::FileBox> boxes = topLevelBoxes(fa);
+    if (boxes.isEmpty() || !fb.open(QIODevice::ReadOnly)) return "cannot open";
     for (qsizetype i = 0; i < a.size(); ++i) {
         // The window stops at the end of the box that holds the chunk.
         qint64 end = 0;
