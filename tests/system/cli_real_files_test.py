@@ -10,8 +10,8 @@ import struct
 import tempfile
 import unittest
 
-from support import (CLI, append_boxes, box, children, data_atom, exif, exif_write, ffmpeg, ffprobe,
-                     framemd5, info, read_bytes, run, write_bytes)
+from support import (CLI, ENG, append_boxes, box, children, data_atom, exif, exif_write, ffmpeg,
+                     ffprobe, framemd5, info, items, qt_text, read_bytes, run, write_bytes)
 
 CLIP = ["-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=1", "-f", "lavfi", "-i",
         "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest"]
@@ -19,11 +19,6 @@ TITLE = "Été à Paris"
 # Where each field lives, as items() names the places.
 TITLE_PLACES = {"keys/com.apple.quicktime.title", "udta/©nam", "ilst/©nam", "udta/titl"}
 LOCATION_PLACES = {"keys/com.apple.quicktime.location.ISO6709", "udta/©xyz", "udta/loci"}
-ENG = 0x15C7  # "eng" packed as ISO 639-2; a code below 0x400 is a Macintosh language
-
-
-def qt_text(kind, text, language=ENG):  # a QuickTime user-data text: length, language, bytes
-    return box(kind, struct.pack(">HH", len(text), language) + text)
 
 
 def gpp(kind, payload):  # a 3GPP asset: version and flags, packed language, value
@@ -58,57 +53,6 @@ def move_movie_first(path):
 
     shift(8, len(moov))
     write_bytes(path, buf[:media] + moov + buf[media:start] + buf[end:])
-
-
-def items(path):
-    """Every metadata item by place ("udta/©nam", "keys/com.apple.quicktime.make",
-    "ilst/covr", "ilst/----:iTunMOVI", "uuid/HEX", "trak/udta/name"; repeats get
-    "#n") mapped to its stored bytes (a keys item's without its index)."""
-    buf, out = read_bytes(path), {}
-
-    def add(name, value):
-        n = sum(1 for k in out if k.split("#")[0] == name)
-        out[name + ("#%d" % n if n else "")] = bytes(value)
-
-    def meta(start, end):
-        handler, keys = None, []
-        for kind, _, s, e in children(buf, start, end):
-            if kind == "hdlr":
-                handler = buf[s + 8:s + 12]
-            elif kind == "keys":
-                keys = [buf[ks:ke].decode() for _, _, ks, ke in children(buf, s + 8, e)]
-            elif kind == "ilst":
-                for entry, _, es, ee in children(buf, s, e):
-                    if handler == b"mdta":
-                        entry = "keys/" + keys[int.from_bytes(entry.encode("latin-1"), "big") - 1]
-                    elif entry == "----":  # a freeform item, by its name
-                        entry += "".join(":" + buf[ns + 4:ne].decode()
-                                         for k, _, ns, ne in children(buf, es, ee) if k == "name")
-                    add(entry if entry.startswith("keys/") else "ilst/" + entry, buf[es:ee])
-            elif kind not in ("free", "skip"):
-                add("meta/" + kind, buf[s:e])
-
-    def udta(prefix, start, end):
-        for kind, _, s, e in children(buf, start, end):
-            if kind == "meta":
-                meta(s, e)
-            elif kind not in ("free", "skip"):
-                add(prefix + kind, buf[s:e])
-
-    top = list(children(buf, 0, len(buf)))
-    top += [c for kind, _, s, e in top if kind == "moov" for c in children(buf, s, e)]
-    tracks = [c for kind, _, s, e in top if kind == "trak" for c in children(buf, s, e)]
-    for kind, _, s, e in top:
-        if kind == "uuid":
-            add("uuid/" + buf[s:s + 16].hex(), buf[s:e])
-        elif kind == "udta":
-            udta("udta/", s, e)
-        elif kind == "meta":
-            meta(s, e)
-    for kind, _, s, e in tracks:
-        if kind == "udta":
-            udta("trak/udta/", s, e)
-    return out
 
 
 def make_folder(folder):

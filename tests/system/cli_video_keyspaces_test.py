@@ -6,11 +6,11 @@ exiftool and ffprobe over files made like camera and phone files."""
 
 import json
 import os
-import struct
 import tempfile
 import unittest
 
-from support import CLI, exif, exif_write, ffmpeg, ffprobe, framemd5, info, run, sha
+from support import (CLI, children, exif, exif_write, ffmpeg, ffprobe, framemd5, info, read_bytes,
+                     run, sha, write_bytes)
 
 # The groups exiftool reports descriptive movie items in.
 DESCRIPTIVE = ("UserData", "ItemList", "Keys", "XMP", "3GP")
@@ -28,32 +28,19 @@ def chapters(path):
 def make_timed_metadata_track(path, track_number):
     """Turns a subtitle track into a GoPro-like telemetry track in place: its
     handler becomes "meta" and its sample description "gpmd" (same sizes)."""
-    with open(path, "rb") as f:
-        data = bytearray(f.read())
-    containers = {b"moov", b"trak", b"mdia", b"minf", b"stbl"}
-    tracks = []
+    buf = read_bytes(path)
 
-    def walk(start, end, trak):
-        pos = start
-        while pos + 8 <= end:
-            size, kind = struct.unpack(">I4s", data[pos:pos + 8])
-            if kind == b"trak":
-                tracks.append([])
-                trak = len(tracks) - 1
-            if kind in (b"hdlr", b"stsd") and trak is not None:
-                tracks[trak].append((kind, pos))
-            if kind in containers:
-                walk(pos + 8, pos + size, trak)
-            pos += size
+    def walk(start, end):
+        for kind, pos, body, stop in children(buf, start, end):
+            if kind in ("mdia", "minf", "stbl"):
+                walk(body, stop)
+            elif kind in ("hdlr", "stsd"):
+                at = pos + (16 if kind == "hdlr" else 20)
+                buf[at:at + 4] = b"meta" if kind == "hdlr" else b"gpmd"
 
-    walk(0, len(data), None)
-    for kind, pos in tracks[track_number]:
-        if kind == b"hdlr":
-            data[pos + 16:pos + 20] = b"meta"
-        else:
-            data[pos + 20:pos + 24] = b"gpmd"
-    with open(path, "wb") as f:
-        f.write(data)
+    [(_, _, body, end)] = [c for c in children(buf, 0, len(buf)) if c[0] == "moov"]
+    walk(*[c[2:] for c in children(buf, body, end) if c[0] == "trak"][track_number])
+    write_bytes(path, buf)
 
 
 class CliVideoKeySpacesTest(unittest.TestCase):

@@ -57,6 +57,13 @@ def box(kind, payload=b""):
     return struct.pack(">I", 8 + len(payload)) + kind + payload
 
 
+ENG = 0x15C7  # "eng" packed as ISO 639-2; a code below 0x400 is a Macintosh language
+
+
+def qt_text(kind, text, language=ENG):  # a QuickTime user-data text: length, language, bytes
+    return box(kind, struct.pack(">HH", len(text), language) + text)
+
+
 def full_box(kind, payload):
     return box(kind, b"\0\0\0\0" + payload)
 
@@ -112,3 +119,54 @@ def append_boxes(path, payload, chain=("moov", "udta")):
     for pos in parents:
         struct.pack_into(">I", buf, pos, struct.unpack_from(">I", buf, pos)[0] + len(payload))
     write_bytes(path, buf)
+
+
+def items(path):
+    """Every metadata item by place ("udta/©nam", "keys/com.apple.quicktime.make",
+    "ilst/covr", "ilst/----:iTunMOVI", "uuid/HEX", "trak/udta/name"; repeats get
+    "#n") mapped to its stored bytes (a keys item's without its index)."""
+    buf, out = read_bytes(path), {}
+
+    def add(name, value):
+        n = sum(1 for k in out if k.split("#")[0] == name)
+        out[name + ("#%d" % n if n else "")] = bytes(value)
+
+    def meta(start, end):
+        handler, keys = None, []
+        for kind, _, s, e in children(buf, start, end):
+            if kind == "hdlr":
+                handler = buf[s + 8:s + 12]
+            elif kind == "keys":
+                keys = [buf[ks:ke].decode() for _, _, ks, ke in children(buf, s + 8, e)]
+            elif kind == "ilst":
+                for entry, _, es, ee in children(buf, s, e):
+                    if handler == b"mdta":
+                        entry = "keys/" + keys[int.from_bytes(entry.encode("latin-1"), "big") - 1]
+                    elif entry == "----":  # a freeform item, by its name
+                        entry += "".join(":" + buf[ns + 4:ne].decode()
+                                         for k, _, ns, ne in children(buf, es, ee) if k == "name")
+                    add(entry if entry.startswith("keys/") else "ilst/" + entry, buf[es:ee])
+            elif kind not in ("free", "skip"):
+                add("meta/" + kind, buf[s:e])
+
+    def udta(prefix, start, end):
+        for kind, _, s, e in children(buf, start, end):
+            if kind == "meta":
+                meta(s, e)
+            elif kind not in ("free", "skip"):
+                add(prefix + kind, buf[s:e])
+
+    top = list(children(buf, 0, len(buf)))
+    top += [c for kind, _, s, e in top if kind == "moov" for c in children(buf, s, e)]
+    tracks = [c for kind, _, s, e in top if kind == "trak" for c in children(buf, s, e)]
+    for kind, _, s, e in top:
+        if kind == "uuid":
+            add("uuid/" + buf[s:s + 16].hex(), buf[s:e])
+        elif kind == "udta":
+            udta("udta/", s, e)
+        elif kind == "meta":
+            meta(s, e)
+    for kind, _, s, e in tracks:
+        if kind == "udta":
+            udta("trak/udta/", s, e)
+    return out
