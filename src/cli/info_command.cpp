@@ -18,9 +18,11 @@ const char* const kInfoHelp =
     "fields under their field names (fileName, fileSize, fileduration, ...).\n"
     "\n"
     "  --json    the output form (the default and, for now, the only one)\n"
-    "  --items   add each file's metadata items in container order, under\n"
-    "            \"items\": identifier, keySpace, key, value, dataType, language\n"
-    "            (pictures and other binary values as {\"bytes\": N})\n"
+    "  --items   add every metadata item of each file in container order, as\n"
+    "            the window's \"All Tags\" list shows them, under \"items\":\n"
+    "            keySpace, key, value (pictures as \"JPEG picture, W x H\"; XMP\n"
+    "            property by property), the item's identifier, and \"bytes\"\n"
+    "            for binary values\n"
     "\n"
     "A path that does not exist is reported on stderr and makes the exit code\n"
     "1; the other paths are still printed.\n";
@@ -74,7 +76,7 @@ int runInfo(const QStringList& args) {
     for (const IKImageItemPtr& item : sink.items) {
         QJsonObject record = itemToJson(*item);
         if (withItems)
-            record.insert(QStringLiteral("items"), metadataItemsToJson(item->fileMetaArray));
+            record.insert(QStringLiteral("items"), metadataRowsToJson(videoMetadataRows(*item)));
         array.append(record);
     }
     const QByteArray json = QJsonDocument(array).toJson(QJsonDocument::Indented);

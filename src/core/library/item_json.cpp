@@ -102,21 +102,15 @@ QJsonObject itemToJson(const IKImageItem& i) {
     return o;
 }
 
-QJsonArray metadataItemsToJson(const QList<MetadataItem>& items) {
+QJsonArray metadataRowsToJson(const QList<MetadataRow>& rows) {
     QJsonArray out;
-    for (const MetadataItem& m : items) {
+    for (const MetadataRow& row : rows) {
         QJsonObject o;
-        o.insert(QStringLiteral("identifier"), m.identifier);
-        o.insert(QStringLiteral("keySpace"), m.keySpace);
-        o.insert(QStringLiteral("key"), QString::fromLatin1(m.key));
-        if (m.value.typeId() == QMetaType::QByteArray) {
-            o.insert(QStringLiteral("value"),
-                     QJsonObject{{QStringLiteral("bytes"), m.value.toByteArray().size()}});
-        } else {
-            o.insert(QStringLiteral("value"), QJsonValue::fromVariant(m.value));
-        }
-        putText(o, "dataType", m.dataType);
-        putText(o, "language", m.language);
+        o.insert(QStringLiteral("keySpace"), row.keySpace);
+        o.insert(QStringLiteral("key"), row.key);
+        o.insert(QStringLiteral("value"), row.value);
+        putText(o, "identifier", row.identifier);
+        if (row.bytes >= 0) o.insert(QStringLiteral("bytes"), row.bytes);
         out.append(o);
     }
     return out;

@@ -4,26 +4,39 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMediaPlayer>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSlider>
+#include <QStackedLayout>
 #include <QSvgRenderer>
+#include <QTableWidget>
+#include <QThreadPool>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <QVideoWidget>
 
+#include <limits>
+
 #include "core/library/formatters.h"
+#include "core/library/frame_image.h"
 #include "core/library/info_block.h"
+#include "core/video/metadata_rows.h"
 #include "ui/controls/map_view.h"
 
 namespace {
 
 bool g_playerEnabled = !qEnvironmentVariableIsSet("TAGSMITH_NO_PLAYER");
 constexpr int kArtworkSize = 132;
+constexpr int kTagThumbnailSize = 40;
+// The poster is decoded once at a size that stays sharp in a wide panel.
+constexpr int kPosterDecodeSize = 1280;
 
 // Editable fields: outlet name, label, and whether it belongs to the camera
 // group (publisher, copyright, keywords, description, record date) rather
@@ -107,17 +120,39 @@ VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
     m_heading->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(m_heading);
 
-    // Player.
+    // Player: the first frame stands in the screen until Play; the seek bar
+    // moves through the movie at any time.
     m_playerArea = new QWidget(page);
     auto* playerLayout = new QVBoxLayout(m_playerArea);
     playerLayout->setContentsMargins(0, 0, 0, 0);
-    m_videoWidget = new QVideoWidget(m_playerArea);
-    m_videoWidget->setMinimumHeight(200);
+    playerLayout->setSpacing(6);
+    auto* screen = new QWidget(m_playerArea);
+    screen->setObjectName(QStringLiteral("playerScreen"));
+    screen->setMinimumHeight(200);
+    m_screen = new QStackedLayout(screen);
+    m_poster = new QLabel(screen);
+    m_poster->setObjectName(QStringLiteral("posterView"));
+    m_poster->setAlignment(Qt::AlignCenter);
+    m_poster->setMinimumSize(1, 1);
+    m_poster->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    m_videoWidget = new QVideoWidget(screen);
+    m_screen->addWidget(m_poster);
+    m_screen->addWidget(m_videoWidget);
     m_playButton = new QPushButton(tr("Play"), m_playerArea);
     m_playButton->setObjectName(QStringLiteral("playButton"));
     m_playButton->setEnabled(false);
-    playerLayout->addWidget(m_videoWidget, 1);
-    playerLayout->addWidget(m_playButton, 0, Qt::AlignLeft);
+    m_seekBar = new QSlider(Qt::Horizontal, m_playerArea);
+    m_seekBar->setObjectName(QStringLiteral("seekBar"));
+    m_seekBar->setEnabled(false);
+    connect(m_seekBar, &QSlider::sliderMoved, this, &VideoMetaView::seekTo);
+    m_playTime = new QLabel(m_playerArea);
+    m_playTime->setObjectName(QStringLiteral("playTime"));
+    auto* controls = new QHBoxLayout;
+    controls->addWidget(m_playButton);
+    controls->addWidget(m_seekBar, 1);
+    controls->addWidget(m_playTime);
+    playerLayout->addWidget(screen, 1);
+    playerLayout->addLayout(controls);
     layout->addWidget(m_playerArea);
 
     // Artwork beside the information lines, which align by their own blanks
@@ -192,6 +227,29 @@ VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
     save->setObjectName(QStringLiteral("saveVideoButton"));
     connect(save, &QPushButton::clicked, this, &VideoMetaView::saveRequested);
     layout->addWidget(save, 0, Qt::AlignRight);
+
+    // Every item of the file, also those no field above shows.
+    layout->addWidget(sectionTitle(tr("All Tags")));
+    m_allTags = new QTableWidget(0, 3, page);
+    m_allTags->setObjectName(QStringLiteral("allTagsView"));
+    m_allTags->setHorizontalHeaderLabels({tr("Key Space"), tr("Key"), tr("Value")});
+    m_allTags->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_allTags->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_allTags->setWordWrap(false);
+    m_allTags->setTextElideMode(Qt::ElideRight);
+    m_allTags->setIconSize(QSize(kTagThumbnailSize, kTagThumbnailSize));
+    m_allTags->verticalHeader()->hide();
+    m_allTags->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_allTags->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QHeaderView* tagHeader = m_allTags->horizontalHeader();
+    tagHeader->setMaximumSectionSize(260);
+    tagHeader->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    tagHeader->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    tagHeader->setSectionResizeMode(2, QHeaderView::Stretch);
+    m_noTags = new QLabel(tr("This file has no metadata items."), page);
+    m_noTags->setObjectName(QStringLiteral("noTagsLabel"));
+    layout->addWidget(m_allTags);
+    layout->addWidget(m_noTags);
     layout->addStretch(1);
 
     ShowVideoViewWithItem(std::make_shared<IKImageItem>(), VideoEditorState{});
@@ -244,7 +302,39 @@ void VideoMetaView::ShowVideoViewWithItem(const IKImageItemPtr& item, const Vide
     m_map->setPin(lat, lon);
 
     updateInfo(std::nullopt);
+    fillAllTags();
     startPlayer(m_item->filePath);
+}
+
+void VideoMetaView::fillAllTags() {
+    const QList<MetadataRow> rows = videoMetadataRows(*m_item);
+    m_allTags->clearContents();
+    m_allTags->setRowCount(int(rows.size()));
+    const qreal dpr = devicePixelRatioF();
+    for (int r = 0; r < rows.size(); ++r) {
+        const MetadataRow& row = rows.at(r);
+        const QString texts[] = {row.keySpace, row.key, row.value};
+        for (int c = 0; c < 3; ++c) {
+            auto* cell = new QTableWidgetItem(texts[c]);
+            cell->setToolTip(texts[c]);
+            m_allTags->setItem(r, c, cell);
+        }
+        if (row.picture.isEmpty()) continue;
+        QImage picture = QImage::fromData(row.picture);
+        if (picture.isNull()) continue;
+        const int side = qRound(kTagThumbnailSize * dpr);
+        QPixmap thumbnail = QPixmap::fromImage(
+            picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        thumbnail.setDevicePixelRatio(dpr);
+        m_allTags->item(r, 2)->setIcon(QIcon(thumbnail));
+        m_allTags->setRowHeight(r, kTagThumbnailSize + 4);
+    }
+    // The list is as tall as its rows: the panel scrolls, not the list.
+    m_allTags->setVisible(!rows.isEmpty());
+    m_noTags->setVisible(rows.isEmpty() && !m_item->filePath.isEmpty());
+    const int height = m_allTags->horizontalHeader()->sizeHint().height() +
+                       m_allTags->verticalHeader()->length() + 2 * m_allTags->frameWidth();
+    m_allTags->setFixedHeight(height);
 }
 
 VideoEditorState VideoMetaView::editorState() const {
@@ -308,17 +398,26 @@ void VideoMetaView::startPlayer(const QString& path) {
         m_player = nullptr;
     }
     m_playButton->setEnabled(false);
+    m_seekBar->setEnabled(false);
+    m_seekBar->setValue(0);
+    m_playTime->clear();
     m_playerArea->setVisible(g_playerEnabled);
+    showPoster(g_playerEnabled ? path : QString());
     if (!g_playerEnabled || path.isEmpty()) return;
     m_player = new QMediaPlayer(this);
     auto* audio = new QAudioOutput(m_player);
     m_player->setAudioOutput(audio);
     m_player->setVideoOutput(m_videoWidget);
     connect(m_player, &QMediaPlayer::durationChanged, this, &VideoMetaView::playerDurationChanged);
+    connect(m_player, &QMediaPlayer::positionChanged, this, [this](qint64 ms) {
+        if (!m_seekBar->isSliderDown()) m_seekBar->setValue(int(ms));
+        m_playTime->setText(getMediaDuration(qint32(ms / 1000)));
+    });
     connect(
         m_player, &QMediaPlayer::playbackStateChanged, this,
         [this](QMediaPlayer::PlaybackState state) {
             m_playButton->setText(state == QMediaPlayer::PlayingState ? tr("Pause") : tr("Play"));
+            if (state != QMediaPlayer::StoppedState) m_screen->setCurrentWidget(m_videoWidget);
         });
     connect(m_playButton, &QPushButton::clicked, m_player, [this] {
         m_player->playbackState() == QMediaPlayer::PlayingState ? m_player->pause()
@@ -328,11 +427,57 @@ void VideoMetaView::startPlayer(const QString& path) {
     m_playButton->setEnabled(true);
 }
 
+void VideoMetaView::showPoster(const QString& path) {
+    // The frame is decoded off the main thread; an answer for a file that is
+    // no longer shown is dropped.
+    const quint64 request = ++m_posterRequest;
+    m_posterImage = QImage();
+    m_poster->clear();
+    m_screen->setCurrentWidget(m_poster);
+    if (path.isEmpty()) return;
+    QPointer<VideoMetaView> self(this);
+    QThreadPool::globalInstance()->start([self, path, request] {
+        const QImage frame =
+            videoFrameImage(path, 0.0, QSize(kPosterDecodeSize, kPosterDecodeSize));
+        QMetaObject::invokeMethod(
+            qApp,
+            [self, frame, request] {
+                if (!self || self->m_posterRequest != request || frame.isNull()) return;
+                self->m_posterImage = frame;
+                self->updatePoster();
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void VideoMetaView::updatePoster() {
+    if (m_posterImage.isNull()) return;
+    const qreal dpr = devicePixelRatioF();
+    QPixmap pixmap = QPixmap::fromImage(m_posterImage.scaled(
+        (QSizeF(m_poster->size()) * dpr).toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    pixmap.setDevicePixelRatio(dpr);
+    m_poster->setPixmap(pixmap);
+}
+
+void VideoMetaView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    updatePoster();
+}
+
+void VideoMetaView::seekTo(int ms) {
+    if (!m_player) return;
+    // A movie that has not played yet is paused first, so the frame shows.
+    if (m_player->playbackState() == QMediaPlayer::StoppedState) m_player->pause();
+    m_player->setPosition(ms);
+}
+
 void VideoMetaView::playerDurationChanged(qint64 ms) {
     if (ms <= 0 || !m_item) return;
     const double seconds = ms / 1000.0;
     m_item->fileduration = seconds;
     m_item->fileduratStr = getMediaDuration(playerWholeSeconds(seconds));
+    m_seekBar->setRange(0, int(std::min<qint64>(ms, std::numeric_limits<int>::max())));
+    m_seekBar->setEnabled(true);
     updateInfo(seconds);
 }
 

@@ -12,6 +12,9 @@ class QLabel;
 class QLineEdit;
 class QMediaPlayer;
 class QPushButton;
+class QSlider;
+class QStackedLayout;
+class QTableWidget;
 class QVideoWidget;
 class MapView;
 
@@ -41,6 +44,11 @@ public:
     QString fileNameText() const;
     QLabel* infoLabel(const QString& name) const { return m_info.value(name); }
     MapView* mapView() const { return m_map; }
+    // Every metadata item of the file, read-only ("All Tags").
+    QTableWidget* allTagsView() const { return m_allTags; }
+    // The still picture shown in the player until it plays.
+    QLabel* posterView() const { return m_poster; }
+    QSlider* seekBar() const { return m_seekBar; }
     bool showsPlaceholderArtwork() const { return m_artwork.isNull(); }
 
 Q_SIGNALS:
@@ -48,13 +56,20 @@ Q_SIGNALS:
     void cameraFieldEdited();
     void saveRequested();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QLineEdit* addField(class QGridLayout* grid, int row, int column, const QString& outlet,
                         const QString& title);
     void setArtwork(const QImage& picture);
     void chooseArtwork();
     void startPlayer(const QString& path);
+    void showPoster(const QString& path);
+    void updatePoster();
+    void seekTo(int ms);
     void playerDurationChanged(qint64 ms);
+    void fillAllTags();
     void updateInfo(std::optional<double> playerSeconds);
 
     QLabel* m_heading = nullptr;
@@ -66,6 +81,14 @@ private:
     QVideoWidget* m_videoWidget = nullptr;
     QMediaPlayer* m_player = nullptr;
     QPushButton* m_playButton = nullptr;
+    QStackedLayout* m_screen = nullptr;
+    QLabel* m_poster = nullptr;
+    QSlider* m_seekBar = nullptr;
+    QLabel* m_playTime = nullptr;
+    quint64 m_posterRequest = 0;
+    QImage m_posterImage;
+    QTableWidget* m_allTags = nullptr;
+    QLabel* m_noTags = nullptr;
     MapView* m_map = nullptr;
     IKImageItemPtr m_item;
 };
