@@ -101,6 +101,7 @@ void AppDelegate::awakeFromNib() {
     if (m_window) return;
     getSystemVersionMajor(nullptr, &macOsVer, nullptr);
 
+    QApplication::setPalette(tagsmithPalette());
     m_window = new MainWindow;
     m_window->setStyleSheet(tagsmithStyleSheet());
     m_window->shouldClose = [this] { return windowShouldClose(); };

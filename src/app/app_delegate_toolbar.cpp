@@ -131,6 +131,14 @@ void AppDelegate::setupMenus() {
                     [this] { OpenComputerFoldertoImportAction(nullptr); });
     file->addAction(tr("Remove from List"), QKeySequence::Delete, this,
                     [this] { RemoveMediaFileAction(nullptr); });
+    // The toolbar's Save and Remove Metadata, also here with their shortcuts.
+    file->addSeparator();
+    QAction* save = file->addAction(tr("Save"), QKeySequence::Save, this,
+                                    [this] { MybuttonMouseDownHandle(SaveMediaChangesBtn); });
+    save->setObjectName(QStringLiteral("saveMenuAction"));
+    removeExifMenu->setTitle(tr("Remove Metadata"));
+    file->addMenu(removeExifMenu);
+    removal.at(0)->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete));
     QMenu* view = bar->addMenu(tr("&View"));
     QAction* activity = m_window->activityDock()->toggleViewAction();
     activity->setText(tr("Activity"));

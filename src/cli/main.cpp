@@ -20,7 +20,8 @@ int main(int argc, char** argv) {
         (args.first() == QLatin1String("--verbose") || args.first() == QLatin1String("-v"))) {
         args.removeFirst();
     } else {
-        QLoggingCategory::setFilterRules(QStringLiteral("tagsmith.info=false"));
+        QLoggingCategory::setFilterRules(
+            QStringLiteral("tagsmith.info=false\ntagsmith.user.info=false"));
     }
     // New files are not shown in a file manager from the command line.
     DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());

@@ -68,6 +68,8 @@ struct IKImageItem {
     QString fileActor;
     QString fileproducer;
     QList<MetadataItem> fileMetaArray;
+    // Why the file could not be read, in words for the user; empty when it was.
+    QString fileReadProblem;
 
     QString videoResolutionStr, videocodeIDStr, videoBitDepStr, videoCodeFPSStr, videoDataRateStr,
         videoAspectStr, videoCurScaleStr, videoColorPrimStr, videoTransfStr, videoYCbCrStr,

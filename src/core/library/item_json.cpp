@@ -99,6 +99,7 @@ QJsonObject itemToJson(const IKImageItem& i) {
         {"audioTrackIDStr", &i.audioTrackIDStr},
     };
     for (const auto& [name, value] : more) putText(o, name, *value);
+    putText(o, "fileReadProblem", i.fileReadProblem);
     return o;
 }
 

@@ -1,6 +1,8 @@
 #include "core/library/media_import.h"
 
+#include <QCoreApplication>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
 
@@ -56,6 +58,21 @@ void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
     if (facts.pixelWidth) item.filePixWidth = *facts.pixelWidth;
 }
 
+QString readProblemOf(const IKImageItem& item) {
+    QFile file(item.filePath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return QCoreApplication::translate("MediaImporter", "The file cannot be opened (%1).")
+            .arg(file.errorString());
+    }
+    if (file.size() == 0) return QCoreApplication::translate("MediaImporter", "The file is empty.");
+    // A movie that FFmpeg reads has a length, a picture or a sound.
+    if (item.fileduration <= 0 && item.filePixWidth <= 0 && item.fileSampleRate.isEmpty()) {
+        return QCoreApplication::translate(
+            "MediaImporter", "The file is damaged or is not a movie that Tagsmith can read.");
+    }
+    return {};
+}
+
 namespace {
 
 // A new record of a video file with its file attributes; null for a file
@@ -97,6 +114,12 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
         if (technical) fillTechnicalInfo(*item, describeMovieTracks(media));
     }
     readVideoFileMetadata(*item, !technical);
+    item->fileReadProblem = readProblemOf(*item);
+    if (!item->fileReadProblem.isEmpty()) {
+        qCInfo(lcTagsmithUser).noquote()
+            << QCoreApplication::translate("MediaImporter", "%1 could not be read: %2")
+                   .arg(item->fileName, item->fileReadProblem);
+    }
     return item;
 }
 

@@ -60,6 +60,11 @@ private:
     std::atomic<bool> m_cancelled{false};
 };
 
+// Why a record's file could not be read (it cannot be opened, is empty, or
+// gave no length, picture or sound), in words for the user; empty when it
+// was read.
+QString readProblemOf(const IKImageItem& item);
+
 struct ProbeFacts;
 
 // Fills a video record's file attributes: size text and file dates.

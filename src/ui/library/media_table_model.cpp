@@ -11,6 +11,22 @@
 
 namespace {
 constexpr int kThumbnailSize = 16;
+// Frames are decoded for the sharpest screen a row is likely to meet.
+constexpr int kLargestScale = 3;
+
+// A thumbnail drawn from device pixels at every common screen scale, so that
+// a row's picture stays crisp on high-density screens (and at 1.5x).
+QIcon thumbnailIcon(const QImage& picture) {
+    QIcon icon;
+    for (const qreal scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        const int side = qRound(kThumbnailSize * scale);
+        QPixmap pixmap = QPixmap::fromImage(
+            picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        pixmap.setDevicePixelRatio(scale);
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
 
 // The desktop's icon for the file's type; our own for videos and audio when
 // the desktop theme has none; the file manager's icon as the last resort.
@@ -47,8 +63,8 @@ void MediaTableModel::startThumbnail(const IKImageItem& item) const {
     const double at = std::min(1.0, item.fileduration / 2);
     auto* self = const_cast<MediaTableModel*>(this);
     m_thumbnails.start([self, path, at] {
-        const QImage frame =
-            videoFrameImage(path, at, QSize(2 * kThumbnailSize, 2 * kThumbnailSize));
+        const QImage frame = videoFrameImage(
+            path, at, QSize(kLargestScale * kThumbnailSize, kLargestScale * kThumbnailSize));
         if (frame.isNull()) return;
         QMetaObject::invokeMethod(
             self, [self, path, frame] { self->thumbnailReady(path, frame); }, Qt::QueuedConnection);
@@ -56,7 +72,7 @@ void MediaTableModel::startThumbnail(const IKImageItem& item) const {
 }
 
 void MediaTableModel::thumbnailReady(const QString& path, const QImage& frame) {
-    m_iconCache.insert(path, QIcon(QPixmap::fromImage(frame)));
+    m_iconCache.insert(path, thumbnailIcon(frame));
     for (int row = 0; row < m_content.size(); ++row) {
         if (m_content.at(row)->filePath == path) {
             const QModelIndex cell = index(row, int(MediaColumn::Name));
@@ -92,6 +108,9 @@ QVariant MediaTableModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return mediaCellText(*item, column);
         case Qt::ToolTipRole:
+            // A file that could not be read says why on every cell.
+            if (!item->fileReadProblem.isEmpty())
+                return item->filePath + QLatin1Char('\n') + item->fileReadProblem;
             return column == MediaColumn::Name ? item->filePath : QVariant();
         case Qt::ForegroundRole:
             return QColor(Qt::white);
@@ -111,9 +130,14 @@ QVariant MediaTableModel::headerData(int section, Qt::Orientation orientation, i
 }
 
 QIcon MediaTableModel::iconFor(const IKImageItem& item) const {
+    if (!item.fileReadProblem.isEmpty()) {
+        static const QIcon warning(QStringLiteral(":/icons/warning.svg"));
+        return warning;
+    }
     if (!item.fileImage.isNull()) {
-        return QIcon(QPixmap::fromImage(item.fileImage.scaled(
-            kThumbnailSize, kThumbnailSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+        auto artwork = m_artworkIcons.constFind(item.fileImage.cacheKey());
+        if (artwork != m_artworkIcons.constEnd()) return *artwork;
+        return *m_artworkIcons.insert(item.fileImage.cacheKey(), thumbnailIcon(item.fileImage));
     }
     auto it = m_iconCache.constFind(item.filePath);
     if (it != m_iconCache.constEnd()) return *it;

@@ -37,5 +37,6 @@ private:
 
     IKImageItemList m_content;
     mutable QHash<QString, QIcon> m_iconCache;
+    mutable QHash<qint64, QIcon> m_artworkIcons;  // by the picture's cache key
     mutable QThreadPool m_thumbnails;
 };

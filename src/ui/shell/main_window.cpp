@@ -3,7 +3,10 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFile>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QPalette>
+#include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -36,12 +39,42 @@ QString tagsmithStyleSheet() {
     return QString::fromUtf8(file.readAll());
 }
 
+QPalette tagsmithPalette() {
+    // The style sheet colours the program's own views; the palette colours
+    // everything it does not name, such as Qt's file and font dialogs.
+    QPalette p;
+    const QColor window(0x20, 0x21, 0x24), base(0x16, 0x17, 0x19), text(0xe8, 0xe8, 0xe8);
+    const QColor button(0x34, 0x36, 0x3a), accent(0x2a, 0x6f, 0xdb), muted(0x6c, 0x6e, 0x73);
+    p.setColor(QPalette::Window, window);
+    p.setColor(QPalette::WindowText, text);
+    p.setColor(QPalette::Base, base);
+    p.setColor(QPalette::AlternateBase, QColor(0x1d, 0x1e, 0x21));
+    p.setColor(QPalette::Text, text);
+    p.setColor(QPalette::PlaceholderText, muted);
+    p.setColor(QPalette::Button, button);
+    p.setColor(QPalette::ButtonText, text);
+    p.setColor(QPalette::BrightText, Qt::white);
+    p.setColor(QPalette::ToolTipBase, QColor(0x2b, 0x2d, 0x31));
+    p.setColor(QPalette::ToolTipText, QColor(0xf0, 0xf0, 0xf0));
+    p.setColor(QPalette::Highlight, accent);
+    p.setColor(QPalette::HighlightedText, Qt::white);
+    p.setColor(QPalette::Link, QColor(0x6a, 0xa5, 0xff));
+    p.setColor(QPalette::Light, QColor(0x4a, 0x4c, 0x52));
+    p.setColor(QPalette::Midlight, QColor(0x3d, 0x3f, 0x44));
+    p.setColor(QPalette::Mid, QColor(0x2c, 0x2e, 0x32));
+    p.setColor(QPalette::Dark, QColor(0x10, 0x11, 0x12));
+    p.setColor(QPalette::Shadow, Qt::black);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        p.setColor(QPalette::Disabled, role, muted);
+    return p;
+}
+
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     initResources();
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(QStringLiteral("Tagsmith"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/tagsmith.svg")));
-    resize(1180, 740);
+    fitToScreen();
 
     m_toolbar = new QToolBar(tr("Toolbar"), this);
     m_toolbar->setObjectName(QStringLiteral("mainToolbar"));
@@ -99,6 +132,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     addDockWidget(Qt::BottomDockWidgetArea, dock);
     m_activityDock = dock;
     resizeDocks({dock}, {120}, Qt::Vertical);
+    // The pane waits until the user opens it (View > Activity).
+    dock->hide();
 
     m_count = new QLabel(this);
     m_count->setObjectName(QStringLiteral("itemCount"));
@@ -119,6 +154,18 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     statusBar()->addPermanentWidget(m_busy);
     statusBar()->setSizeGripEnabled(false);
     setItemCount(0);
+}
+
+void MainWindow::fitToScreen() {
+    // The preferred size, but never larger than the screen's free area (a
+    // 1920 x 1080 screen at 1.5x scaling has 1280 x 720 to offer), centred.
+    QSize size(1180, 740);
+    const QScreen* on = screen() ? screen() : QGuiApplication::primaryScreen();
+    if (!on) return resize(size);
+    const QRect free = on->availableGeometry();
+    size = size.boundedTo(QSize(free.width() * 19 / 20, free.height() * 9 / 10));
+    resize(size);
+    move(free.center() - QPoint(size.width() / 2, size.height() / 2));
 }
 
 void MainWindow::addToolbarButton(ToolbarButton* button, bool visible) {

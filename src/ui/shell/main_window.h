@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPalette>
 
 #include <functional>
 
@@ -55,6 +56,9 @@ public:
     ActivityView* activityView() const { return m_activity; }
     QDockWidget* activityDock() const { return m_activityDock; }
 
+    // Sizes the window to the screen it is on, centred.
+    void fitToScreen();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -78,3 +82,6 @@ private:
 
 // Loads the program's style sheet from the resources.
 QString tagsmithStyleSheet();
+
+// The program's dark colours for every widget, Qt's own dialogs included.
+QPalette tagsmithPalette();
