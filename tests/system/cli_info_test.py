@@ -98,6 +98,21 @@ class CliInfoTest(unittest.TestCase):
         self.assertIn("no-such-file.mp4", result.stderr)
         self.assertEqual([r["fileName"] for r in records], ["h264.mp4"])
 
+    def test_items_list_every_tag_as_the_window_does(self):
+        # A phone's location and XMP at the top level, as exiftool writes them.
+        clip = os.path.join(self.tmp.name, "phone.mp4")
+        ffmpeg("-i", self.h264, "-c", "copy", clip)
+        run("exiftool", "-q", "-overwrite_original", "-UserData:GPSCoordinates=40.7128, -74.0060, 10",
+            "-XMP-dc:Title=XMP title", clip)
+        _, records = self.info(clip)
+        self.assertNotIn("items", records[0])
+        rows = json.loads(run(CLI, "info", "--items", clip).stdout)[0]["items"]
+        pairs = {(r["keySpace"], r["key"]): r["value"] for r in rows}
+        tags = json.loads(run("exiftool", "-j", "-G1", "-XMP:Title", clip).stdout)[0]
+        self.assertEqual(pairs[("XMP", "dc:title")], tags["XMP-dc:Title"])
+        self.assertEqual(pairs[("QuickTime user data", "\u00a9xyz")], "+40.7128-074.006+10.000/")
+        self.assertEqual(pairs[("iTunes", "\u00a9too")][:4], "Lavf")
+
     def test_usage_errors(self):
         self.assertEqual(run(CLI, "info", check=False).returncode, 2)
         self.assertEqual(run(CLI, "info", "--bogus", self.h264, check=False).returncode, 2)

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QComboBox>
 #include <QDialog>
+#include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -15,8 +16,10 @@
 #include "app/help_links.h"
 #include "core/app/user_defaults.h"
 #include "core/common/desktop_integration.h"
+#include "core/common/logging.h"
 #include "support/media_fixture.h"
 #include "ui/audio/audio_panel.h"
+#include "ui/shell/activity_view.h"
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/preferences_window.h"
@@ -200,6 +203,27 @@ private Q_SLOTS:
         for (QAbstractButton* b : alert->buttons()) titles << b->text();
         titles.sort();
         QCOMPARE(titles, QStringList({" Exit ", "Cancel"}));
+    }
+
+    void activityPaneShowsUserLinesAndDetailsOnDemand() {
+        ActivityLog::install();
+        MainWindow* window = launch().mainWindow();
+        window->show();
+        // Hidden until the user opens it from the View menu.
+        QVERIFY(window->activityDock()->isHidden());
+        window->activityDock()->toggleViewAction()->trigger();
+        QVERIFY(window->activityDock()->isVisible());
+        qCInfo(lcTagsmithUser) << "user line";
+        qCInfo(lcTagsmith) << "diagnostic line";
+        qCWarning(lcTagsmith) << "warning line";
+        ActivityView* pane = window->activityView();
+        QTRY_VERIFY(pane->text().contains("warning line"));
+        QVERIFY(pane->text().contains("user line"));
+        QVERIFY(!pane->text().contains("diagnostic line"));
+        pane->detailsSwitch()->click();
+        QVERIFY(pane->text().indexOf("user line") < pane->text().indexOf("diagnostic line"));
+        pane->detailsSwitch()->click();
+        QVERIFY(!pane->text().contains("diagnostic line"));
     }
 
     void shuttingDownDuringAnImport() {

@@ -2,13 +2,26 @@
 // and how it clears.
 #include <QLabel>
 #include <QLineEdit>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
+#include <QTableWidget>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include "core/common/dates.h"
+#include "core/library/media_import.h"
 #include "ui/controls/map_view.h"
+#include "ui/library/media_table_model.h"
 #include "ui/video/video_meta_view.h"
+
+namespace {
+bool run(const QString& program, const QStringList& args) {
+    QProcess p;
+    p.start(program, args);
+    return p.waitForFinished(60000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
+}
+}  // namespace
 
 class VideoMetaViewTest : public QObject {
     Q_OBJECT
@@ -75,6 +88,77 @@ private Q_SLOTS:
         QCOMPARE(view.infoLabel("duration")->text(), QString());
         QVERIFY(view.showsPlaceholderArtwork());
         QVERIFY(view.mapView()->isHidden());  // no latitude, no map
+    }
+
+    // The items no field shows: a phone's location, XMP (kept at the top
+    // level of an MP4), a cover picture as a thumbnail.
+    void allTagsListsEveryItemOfTheFile() {
+        QTemporaryDir dir;
+        const QString clip = dir.filePath("phone.mp4"), cover = dir.filePath("cover.jpg");
+        const QString lavfi = "testsrc=size=96x64:rate=10";
+        if (!run("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", lavfi, "-t", "1", "-c:v", "libx264",
+                            "-pix_fmt", "yuv420p", clip}) ||
+            !run("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", lavfi, "-frames:v", "1", cover}) ||
+            !run("exiftool", {"-q", "-overwrite_original",
+                              "-UserData:GPSCoordinates=40.7128, "
+                              "-74.0060, 10",
+                              "-XMP-dc:Title=XMP title", "-ItemList:CoverArt<=" + cover, clip}))
+            QSKIP("ffmpeg or exiftool failed");
+        const IKImageItemPtr item = MediaImporter::importFile(clip, true);
+        QVERIFY(item);
+        VideoMetaView view;
+        view.ShowVideoViewWithItem(item, videoEditorStateFor(*item));
+        const QTableWidget* tags = view.allTagsView();
+        const auto rowOf = [tags](const QString& space, const QString& key) {
+            for (int r = 0; r < tags->rowCount(); ++r)
+                if (tags->item(r, 0)->text() == space && tags->item(r, 1)->text() == key) return r;
+            return -1;
+        };
+        const struct {
+            const char* space;
+            const char* key;
+            const char* value;
+        } expected[] = {
+            {"QuickTime user data", "\u00a9xyz", "+40.7128-074.006+10.000/"},
+            {"XMP", "dc:title", "XMP title"},
+            {"iTunes", "covr", "JPEG picture, 96 x 64"},
+        };
+        for (const auto& e : expected) {
+            const int row = rowOf(QString::fromUtf8(e.space), QString::fromUtf8(e.key));
+            QVERIFY2(row >= 0, e.key);
+            QCOMPARE(tags->item(row, 2)->text(), QString::fromUtf8(e.value));
+        }
+        QVERIFY(!tags->item(rowOf("iTunes", "covr"), 2)->icon().isNull());
+        QVERIFY(!tags->item(rowOf("XMP", "dc:title"), 2)->flags().testFlag(Qt::ItemIsEditable));
+        // Another record replaces the list; an empty one empties it.
+        view.ShowVideoViewWithItem(std::make_shared<IKImageItem>(), VideoEditorState{});
+        QCOMPARE(tags->rowCount(), 0);
+    }
+
+    // A file that could not be read is listed with a warning mark that says why.
+    void unreadableFileCarriesAWarningMark() {
+        QTemporaryDir dir;
+        QFile broken(dir.filePath("broken.mp4"));
+        QVERIFY(broken.open(QIODevice::WriteOnly));
+        broken.write(QByteArray(4096, '\x5a'));
+        broken.close();
+        const IKImageItemPtr item = MediaImporter::importFile(broken.fileName(), true);
+        QVERIFY(item);
+        QVERIFY(item->fileReadProblem.contains("damaged"));
+        const IKImageItemPtr good = std::make_shared<IKImageItem>(*item);
+        good->fileReadProblem.clear();
+        MediaTableModel model;
+        model.setContent({item, good});
+        const QModelIndex name = model.index(0, 0);
+        QVERIFY(model.data(name, Qt::ToolTipRole).toString().contains(item->fileReadProblem));
+        QVERIFY(model.data(model.index(0, 2), Qt::ToolTipRole).toString().contains("damaged"));
+        const auto pixels = [&model](int row) {
+            return model.data(model.index(row, 0), Qt::DecorationRole)
+                .value<QIcon>()
+                .pixmap(16, 16)
+                .toImage();
+        };
+        QVERIFY(pixels(0) != pixels(1));
     }
 };
 

@@ -206,6 +206,7 @@ QList<MetadataRow> metadataRows(const QList<MetadataItem>& items, const QByteArr
 }
 
 QByteArray readTopLevelXmp(const QString& path) {
+    if (path.isEmpty()) return {};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return {};
     // A damaged file still gives the boxes listed before the damage.

@@ -1,5 +1,7 @@
 #include "ui/shell/toolbar_button.h"
 
+#include <algorithm>
+
 ToolbarButton::ToolbarButton(const QString& name, const QIcon& icon, const QString& text,
                              QWidget* parent)
     : QToolButton(parent) {
@@ -22,4 +24,13 @@ void ToolbarButton::enterEvent(QEnterEvent* event) {
 void ToolbarButton::leaveEvent(QEvent* event) {
     QToolButton::leaveEvent(event);
     Q_EMIT PRbuttonMouseExited(this);
+}
+
+QSize ToolbarButton::sizeHint() const {
+    QSize size = QToolButton::sizeHint();
+    // The style's own hint, widened where a style sheet's minimum or a
+    // larger font would leave the text less room than it takes.
+    constexpr int kSideRoom = 20;
+    size.setWidth(std::max(size.width(), fontMetrics().horizontalAdvance(text()) + kSideRoom));
+    return size;
 }

@@ -11,6 +11,10 @@ public:
     ToolbarButton(const QString& name, const QIcon& icon, const QString& text,
                   QWidget* parent = nullptr);
 
+    // Wide enough for the whole label: a label is never cut.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
 Q_SIGNALS:
     void MybuttonMouseDown(QObject* sender);
     void PRbuttonMouseEntered(QObject* sender);

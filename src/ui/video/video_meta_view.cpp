@@ -106,7 +106,9 @@ VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // A panel narrower than its content scrolls sideways rather than cutting
+    // the content off.
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     outer->addWidget(scroll);
     auto* page = new QWidget(scroll);
     page->setObjectName(QStringLiteral("videoMetaPage"));
@@ -317,6 +319,7 @@ void VideoMetaView::fillAllTags() {
         for (int c = 0; c < 3; ++c) {
             auto* cell = new QTableWidgetItem(texts[c]);
             cell->setToolTip(texts[c]);
+            cell->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);  // read-only
             m_allTags->setItem(r, c, cell);
         }
         if (row.picture.isEmpty()) continue;
@@ -411,7 +414,8 @@ void VideoMetaView::startPlayer(const QString& path) {
     connect(m_player, &QMediaPlayer::durationChanged, this, &VideoMetaView::playerDurationChanged);
     connect(m_player, &QMediaPlayer::positionChanged, this, [this](qint64 ms) {
         if (!m_seekBar->isSliderDown()) m_seekBar->setValue(int(ms));
-        m_playTime->setText(getMediaDuration(qint32(ms / 1000)));
+        m_playTime->setText(getMediaDuration(qint32(ms / 1000)) + QStringLiteral(" / ") +
+                            getMediaDuration(qint32(m_player->duration() / 1000)));
     });
     connect(
         m_player, &QMediaPlayer::playbackStateChanged, this,
