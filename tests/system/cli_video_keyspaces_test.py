@@ -9,7 +9,7 @@ import os
 import tempfile
 import unittest
 
-from support import (CLI, children, exif, exif_write, ffmpeg, ffprobe, framemd5, info, read_bytes,
+from support import (CLI, SourceKeepingTest, children, exif, exif_write, ffmpeg, ffprobe, framemd5, info, read_bytes,
                      run, sha, write_bytes)
 
 # The groups exiftool reports descriptive movie items in.
@@ -43,7 +43,7 @@ def make_timed_metadata_track(path, track_number):
     write_bytes(path, buf)
 
 
-class CliVideoKeySpacesTest(unittest.TestCase):
+class CliVideoKeySpacesTest(SourceKeepingTest):
     @classmethod
     def setUpClass(cls):
         cls.tmp = tempfile.TemporaryDirectory()
@@ -82,17 +82,6 @@ class CliVideoKeySpacesTest(unittest.TestCase):
                    "-Keys:GPSCoordinates=12, 22, 5", "-Keys:Make=Phone maker",
                    "-XMP-dc:Title=XMP title", "-XMP-exif:GPSLatitude=40")
         cls.hashes = {p: sha(p) for p in (cls.mov, cls.phone)}
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.tmp.cleanup()
-
-    def setUp(self):
-        self.out = tempfile.mkdtemp(dir=self.tmp.name)
-
-    def tearDown(self):
-        for path, digest in self.hashes.items():
-            self.assertEqual(sha(path), digest, "the source was changed: " + path)
 
     def output(self, source):
         return os.path.join(self.out, os.path.basename(source))

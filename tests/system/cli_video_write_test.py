@@ -7,11 +7,11 @@ import shutil
 import tempfile
 import unittest
 
-from support import (CLI, box, children, exif, exif_write, ffmpeg, ffprobe, framemd5, info, items, qt_text,
+from support import (CLI, SourceKeepingTest, box, children, exif, exif_write, ffmpeg, ffprobe, framemd5, info, items, qt_text,
                      read_bytes, run, sha, write_bytes)
 
 
-class CliVideoWriteTest(unittest.TestCase):
+class CliVideoWriteTest(SourceKeepingTest):
     @classmethod
     def setUpClass(cls):
         cls.tmp = tempfile.TemporaryDirectory()
@@ -27,17 +27,6 @@ class CliVideoWriteTest(unittest.TestCase):
             cls.mov)
         exif_write(cls.mov, "-ItemList:Title=Movie title")
         cls.hashes = {p: sha(p) for p in (cls.mp4, cls.mov)}
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.tmp.cleanup()
-
-    def setUp(self):
-        self.out = tempfile.mkdtemp(dir=self.tmp.name)
-
-    def tearDown(self):
-        for path, digest in self.hashes.items():
-            self.assertEqual(sha(path), digest, "the source was changed: " + path)
 
     def cli(self, *args, check=True):
         return run(CLI, *args, "--storage", self.out, check=check)

@@ -7,6 +7,8 @@ import json
 import os
 import struct
 import subprocess
+import tempfile
+import unittest
 
 CLI = os.environ.get("TAGSMITH_CLI", "tagsmith-cli")
 
@@ -170,3 +172,20 @@ def items(path):
         if kind == "udta":
             udta("trak/udta/", s, e)
     return out
+
+
+class SourceKeepingTest(unittest.TestCase):
+    """Sources made once per class under `tmp`, their digests in `hashes`; each
+    test writes into its own `out` folder and must leave every source as it was."""
+    hashes = {}
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.tmp.cleanup()
+
+    def setUp(self):
+        self.out = tempfile.mkdtemp(dir=self.tmp.name)
+
+    def tearDown(self):
+        for path, digest in self.hashes.items():
+            self.assertEqual(sha(path), digest, "the source was changed: " + path)
