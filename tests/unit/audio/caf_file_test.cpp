@@ -1,0 +1,98 @@
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <QSet>
+#include <QtEndian>
+
+#include "audio_fixtures.h"
+#include "core/audio/audio_info_keys.h"
+#include "core/audio/caf_file.h"
+#include "media_fixtures.h"
+
+namespace {
+
+QByteArray chunkBytes(QIODevice& file, const CafChunk& chunk) {
+    file.seek(chunk.offset);
+    return file.read(12 + chunk.size);
+}
+
+TEST(CafFile, ReplacesTheInfoChunkAndCopiesEveryOtherByte) {
+    QFile source(audiofix::caf());
+    ASSERT_TRUE(source.open(QIODevice::ReadOnly)) << lastToolOutput().toStdString();
+    const CafInfo info = readCafInfo(source);
+    ASSERT_GE(info.size(), 2);
+    EXPECT_EQ(info[0], (std::pair{QStringLiteral("artist"), QStringLiteral("Artist")}));
+    EXPECT_EQ(info[1].second, QString::fromUtf8(audiofix::kTitle));
+
+    const CafInfo edited = {{"title", QString::fromUtf8("\xd0\x9d\xd0\xbe\xd0\xb2")},
+                            {"track number", "5"}};
+    const QString copyPath = fixtureDir() + QStringLiteral("/caf-copy.caf");
+    QFile copy(copyPath);
+    ASSERT_TRUE(copy.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QString error;
+    ASSERT_TRUE(writeCafCopyWithInfo(source, copy, edited, &error)) << error.toStdString();
+    copy.close();
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(readCafInfo(copy), edited);
+    const CafLayout before = readCafLayout(source);
+    const CafLayout after = readCafLayout(copy);
+    ASSERT_EQ(before.chunks.size(), after.chunks.size());
+    for (int i = 0; i < before.chunks.size(); ++i) {
+        if (before.chunks[i].type == "info") continue;
+        EXPECT_EQ(chunkBytes(source, before.chunks[i]), chunkBytes(copy, after.chunks[i]));
+    }
+    ASSERT_TRUE(runTool("ffprobe", words("-v error -show_entries format_tags=title -of csv=p=0") +
+                                       QStringList{copyPath}));
+    EXPECT_EQ(lastToolOutput().trimmed(), edited[0].second);
+}
+
+TEST(CafFile, DamageIsReportedAndNeverCopied) {
+    const QByteArray caf = readFile(audiofix::caf());
+    QByteArray pastEnd = caf;
+    qToBigEndian<qint64>(qint64(1) << 40, pastEnd.data() + 8 + 4);  // the desc chunk's size
+    QByteArray fewerEntries = caf;
+    const qsizetype info = fewerEntries.indexOf("info");
+    qToBigEndian<quint32>(99, fewerEntries.data() + info + 12);
+    const struct {
+        const char* name;
+        QByteArray data;
+        bool copies;
+    } cases[] = {{"chunk past the end", pastEnd, false},
+                 {"cut off", caf.left(caf.size() - 1), false},
+                 {"more entries than stored", fewerEntries, true},
+                 {"no CAF", QByteArray("RIFF\0\0\0\0WAVE", 12), false},
+                 {"empty", QByteArray(), false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        QByteArray data = c.data;
+        QBuffer in(&data);
+        in.open(QIODevice::ReadOnly);
+        QString problem;
+        readCafInfo(in, &problem);
+        QByteArray outBytes;
+        QBuffer out(&outBytes);
+        out.open(QIODevice::WriteOnly);
+        QString error;
+        EXPECT_EQ(writeCafCopyWithInfo(in, out, {}, &error), c.copies) << error.toStdString();
+        EXPECT_EQ(error.isEmpty(), c.copies);
+    }
+}
+
+// Every key is stored under its own RIFF id and Vorbis name, and each of
+// those reads back as that key: what a writer stores, a reader finds.
+TEST(AudioInfoKeys, RoundTripThroughRiffAndVorbis) {
+    QSet<QByteArray> riff;
+    QSet<QString> vorbis;
+    for (const AudioInfoKey& key : audioInfoKeys()) {
+        SCOPED_TRACE(key.infoKey);
+        EXPECT_EQ(audioInfoKeyFor(QString::fromLatin1(key.infoKey)), &key);
+        EXPECT_EQ(audioInfoKeyForRiff(key.riffId), &key);
+        EXPECT_EQ(audioInfoKeyForVorbis(QString::fromLatin1(key.vorbisName).toLower()), &key);
+        EXPECT_FALSE(riff.contains(key.riffId) || vorbis.contains(key.vorbisName));
+        riff.insert(key.riffId);
+        vorbis.insert(key.vorbisName);
+    }
+}
+
+}  // namespace

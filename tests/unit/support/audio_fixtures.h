@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+// Small audio files made at test time with ffmpeg, cached with the other
+// fixtures. Texts carry non-Latin characters on purpose.
+namespace audiofix {
+inline const char* kTitle = "\xc3\x9cn\xc3\xaf \xe6\x97\xa5\xe6\x9c\xac";  // "Ünï 日本"
+
+// An 8x8 PNG picture.
+QString coverPng();
+// An MP3 with an ID3v2 tag of `version` (3 or 4): title kTitle, artist
+// "Artist", year 2019, track 7, a user text "comment", a recording date and
+// the PNG as front cover; and an ID3v1 tag at the end.
+QString mp3(int version);
+// A CAF (PCM) with title kTitle and artist "Artist" in its info chunk.
+QString caf();
+}  // namespace audiofix
