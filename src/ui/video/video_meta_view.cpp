@@ -4,7 +4,6 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
@@ -29,12 +28,12 @@
 #include "core/library/info_block.h"
 #include "core/video/metadata_rows.h"
 #include "ui/controls/map_view.h"
+#include "ui/controls/metadata_table.h"
 
 namespace {
 
 bool g_playerEnabled = !qEnvironmentVariableIsSet("TAGSMITH_NO_PLAYER");
 constexpr int kArtworkSize = 132;
-constexpr int kTagThumbnailSize = 40;
 // The poster is decoded once at a size that stays sharp in a wide panel.
 constexpr int kPosterDecodeSize = 1280;
 
@@ -232,22 +231,7 @@ VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
 
     // Every item of the file, also those no field above shows.
     layout->addWidget(sectionTitle(tr("All Tags")));
-    m_allTags = new QTableWidget(0, 3, page);
-    m_allTags->setObjectName(QStringLiteral("allTagsView"));
-    m_allTags->setHorizontalHeaderLabels({tr("Key Space"), tr("Key"), tr("Value")});
-    m_allTags->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_allTags->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_allTags->setWordWrap(false);
-    m_allTags->setTextElideMode(Qt::ElideRight);
-    m_allTags->setIconSize(QSize(kTagThumbnailSize, kTagThumbnailSize));
-    m_allTags->verticalHeader()->hide();
-    m_allTags->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_allTags->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QHeaderView* tagHeader = m_allTags->horizontalHeader();
-    tagHeader->setMaximumSectionSize(260);
-    tagHeader->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    tagHeader->setSectionResizeMode(1, QHeaderView::ResizeToContents);
-    tagHeader->setSectionResizeMode(2, QHeaderView::Stretch);
+    m_allTags = makeMetadataTable(page);
     m_noTags = new QLabel(tr("This file has no metadata items."), page);
     m_noTags->setObjectName(QStringLiteral("noTagsLabel"));
     layout->addWidget(m_allTags);
@@ -310,34 +294,8 @@ void VideoMetaView::ShowVideoViewWithItem(const IKImageItemPtr& item, const Vide
 
 void VideoMetaView::fillAllTags() {
     const QList<MetadataRow> rows = videoMetadataRows(*m_item);
-    m_allTags->clearContents();
-    m_allTags->setRowCount(int(rows.size()));
-    const qreal dpr = devicePixelRatioF();
-    for (int r = 0; r < rows.size(); ++r) {
-        const MetadataRow& row = rows.at(r);
-        const QString texts[] = {row.keySpace, row.key, row.value};
-        for (int c = 0; c < 3; ++c) {
-            auto* cell = new QTableWidgetItem(texts[c]);
-            cell->setToolTip(texts[c]);
-            cell->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);  // read-only
-            m_allTags->setItem(r, c, cell);
-        }
-        if (row.picture.isEmpty()) continue;
-        QImage picture = QImage::fromData(row.picture);
-        if (picture.isNull()) continue;
-        const int side = qRound(kTagThumbnailSize * dpr);
-        QPixmap thumbnail = QPixmap::fromImage(
-            picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-        thumbnail.setDevicePixelRatio(dpr);
-        m_allTags->item(r, 2)->setIcon(QIcon(thumbnail));
-        m_allTags->setRowHeight(r, kTagThumbnailSize + 4);
-    }
-    // The list is as tall as its rows: the panel scrolls, not the list.
-    m_allTags->setVisible(!rows.isEmpty());
+    fillMetadataTable(m_allTags, rows);
     m_noTags->setVisible(rows.isEmpty() && !m_item->filePath.isEmpty());
-    const int height = m_allTags->horizontalHeader()->sizeHint().height() +
-                       m_allTags->verticalHeader()->length() + 2 * m_allTags->frameWidth();
-    m_allTags->setFixedHeight(height);
 }
 
 VideoEditorState VideoMetaView::editorState() const {
@@ -466,6 +424,11 @@ void VideoMetaView::updatePoster() {
 void VideoMetaView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     updatePoster();
+}
+
+void VideoMetaView::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    if (m_player && m_player->playbackState() == QMediaPlayer::PlayingState) m_player->pause();
 }
 
 void VideoMetaView::seekTo(int ms) {

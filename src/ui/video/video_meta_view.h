@@ -58,6 +58,8 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    // A hidden panel does not go on playing.
+    void hideEvent(QHideEvent* event) override;
 
 private:
     QLineEdit* addField(class QGridLayout* grid, int row, int column, const QString& outlet,
