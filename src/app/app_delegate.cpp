@@ -32,7 +32,10 @@ AppDelegate* g_appDelegate = nullptr;
 }
 
 AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
-    : QObject(parent), m_settings(settings), m_panelBaseline(std::make_unique<VideoEditorState>()) {
+    : QObject(parent),
+      m_settings(settings),
+      m_panelBaseline(std::make_unique<VideoEditorState>()),
+      m_audioBaseline(std::make_unique<AudioEditorState>()) {
     setObjectName(QStringLiteral("AppDelegate"));
     // The buttons and drop views tell the controller about themselves through
     // signals; they are connected as each view is made (awakeFromNib).
@@ -146,6 +149,7 @@ void AppDelegate::awakeFromNib() {
     setupPreferences();
     setupAboutWindow();
     setupVideoActions();
+    setupAudioActions();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

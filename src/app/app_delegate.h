@@ -38,6 +38,7 @@ class PRDragTableView;
 class PreferencesWindow;
 class ToolbarButton;
 class VideoMetaView;
+struct AudioEditorState;
 struct StorageContext;
 struct VideoEditorState;
 struct VideoWriteJob;
@@ -54,6 +55,7 @@ class OutputBatch;
 //   app_delegate_prefs.cpp    preferences and the storage folder
 //   app_delegate_toolbar.cpp  toolbar dispatcher, quitting, help, busy indicator
 //   app_delegate_video.cpp    the video panel, saving, metadata removal, video tools
+//   app_delegate_audio.cpp    the audio panel, saving and metadata removal of audio files
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -116,6 +118,12 @@ public:
     // Alerts are logged instead of shown (tests).
     void setQuietAlerts(bool quiet) { m_quietAlerts = quiet; }
 
+    // --- audio ---
+    // Shows a record in the audio panel and remembers what it shows.
+    void ShowAudioViewWithItem(const IKImageItemPtr& item);
+    // The panel's texts with the remembered values and the group flags.
+    AudioEditorState audioEditorState() const;
+
     // --- what the user sees: selection, unsaved edits, quitting ---
     // The records the commands act on: those on the highlighted rows, in the
     // table's order; with "Classic behaviour" the selected row numbers taken
@@ -123,7 +131,7 @@ public:
     IKImageItemList selectedItems() const;
     // The record the panel shows (an empty record when none).
     IKImageItemPtr shownItem() const { return m_shownItem; }
-    // The video panel holds edits of a listed file that were not saved.
+    // The panel on show holds edits of a listed file that were not saved.
     bool hasUnsavedEdits() const;
     bool exportRunning() const;
     // Answers the controller's questions in place of the user (tests): it is
@@ -249,12 +257,21 @@ private:
     UnsavedAnswer askAboutUnsavedEdits();
     QAbstractButton* ask(QMessageBox& question);
     void markPanelSaved();
+    // Saves the panel's edits into the given files: the audio panel's into
+    // audio files, the video panel's into videos; others are skipped.
+    void saveEdits(const IKImageItemList& items);
     void saveVideoEdits(const IKImageItemList& items);
+    void saveAudioEdits(const IKImageItemList& items);
+    bool audioPanelShown() const;
+    void setupAudioActions();
     void setupVideoActions();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,
                       const std::function<void(const IKImageItemPtr&, const Batch&)>& tool);
+    void runAudioWriteLater(std::function<VideoWriteResult(OutputBatch&)> write,
+                            const Batch& batch);
+    void removeAudioMetadataOf(const IKImageItemPtr& item, const Batch& batch);
     void reportWrite(const VideoWriteResult& result);
     void removeMetadataOf(const IKImageItemList& items);
     // Runs a strip job for each selected movie; other rows are reported as
@@ -276,6 +293,7 @@ private:
     // or last saved: what differs from them is unsaved.
     IKImageItemPtr m_shownItem;
     std::unique_ptr<VideoEditorState> m_panelBaseline;
+    std::unique_ptr<AudioEditorState> m_audioBaseline;
     IKImageItemList m_lastSelection;
     bool m_restoringSelection = false;
     bool m_leavePending = false;

@@ -200,7 +200,7 @@ void AppDelegate::RemoveMediaFileAction(QObject*) {
     if (doomed.contains(m_shownItem) && hasUnsavedEdits()) {
         const UnsavedAnswer answer = askAboutUnsavedEdits();
         if (answer == UnsavedAnswer::Cancel) return;
-        if (answer == UnsavedAnswer::Save) saveVideoEdits({m_shownItem});
+        if (answer == UnsavedAnswer::Save) saveEdits({m_shownItem});
     }
     for (const IKImageItemPtr& item : std::as_const(doomed)) {
         localPhotoItemArray.removeOne(item);
@@ -209,5 +209,7 @@ void AppDelegate::RemoveMediaFileAction(QObject*) {
     mediaController->setContent(localPhotoItemArray);
     showListOrHint();
     dragtableView->viewport()->update();
+    // Both panels are cleared, so none goes on showing a removed record.
     ShowVideoViewWithItem(std::make_shared<IKImageItem>());
+    ShowAudioViewWithItem(std::make_shared<IKImageItem>());
 }

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include "app/app_delegate.h"
+#include "core/audio/audio_writers.h"
 #include "core/common/logging.h"
 #include "core/library/media_kinds.h"
 #include "core/video/video_writers.h"
@@ -35,6 +36,22 @@ bool sameEdits(const VideoEditorState& a, const VideoEditorState& b) {
         if (a.*text != b.*text) return false;
     }
     return a.imageIsPlaceholder == b.imageIsPlaceholder && a.mediaImage == b.mediaImage;
+}
+
+bool sameEdits(const AudioEditorState& a, const AudioEditorState& b) {
+    static constexpr QString AudioEditorState::*kTexts[] = {
+        &AudioEditorState::titlelab,      &AudioEditorState::subtitlelab,
+        &AudioEditorState::abulmlab,      &AudioEditorState::artistlab,
+        &AudioEditorState::ablumAristlab, &AudioEditorState::composerlab,
+        &AudioEditorState::recordDatelab, &AudioEditorState::releaseYearlab,
+        &AudioEditorState::copyrightlab,  &AudioEditorState::publishlab,
+        &AudioEditorState::bandlab,       &AudioEditorState::commentslab,
+        &AudioEditorState::lyricslab,     &AudioEditorState::createdDatelab,
+    };
+    for (const auto text : kTexts) {
+        if (a.*text != b.*text) return false;
+    }
+    return a.imageChanged == b.imageChanged && a.audioArtImage == b.audioArtImage;
 }
 }  // namespace
 
@@ -126,7 +143,7 @@ void AppDelegate::answerLeavingEditedRow() {
                             m_shownItem);
                 return;
             case UnsavedAnswer::Save:
-                saveVideoEdits({m_shownItem});
+                saveEdits({m_shownItem});
                 break;
             case UnsavedAnswer::Discard:
                 qCInfo(lcTagsmith) << "unsaved edits discarded ==" << m_shownItem->filePath;
@@ -138,11 +155,11 @@ void AppDelegate::answerLeavingEditedRow() {
 }
 
 void AppDelegate::showItem(const IKImageItemPtr& item) {
+    // One panel shows the record; the other is hidden and stops playing.
     if (isAudioPath(item->filePath)) {
         audioContentView->show();
         videoMetaView->hide();
-        audioContentView->ShowAudioViewWithItem(*item);
-        m_shownItem = item;
+        ShowAudioViewWithItem(item);
     } else if (isVideoPath(item->filePath)) {
         videoMetaView->show();
         audioContentView->hide();
@@ -153,10 +170,13 @@ void AppDelegate::showItem(const IKImageItemPtr& item) {
 
 void AppDelegate::markPanelSaved() {
     *m_panelBaseline = videoMetaView->editorState();
+    *m_audioBaseline = audioContentView->editorState();
 }
 
 bool AppDelegate::hasUnsavedEdits() const {
-    if (!m_shownItem || m_shownItem->filePath.isEmpty() || videoMetaView->isHidden()) return false;
+    if (!m_shownItem || m_shownItem->filePath.isEmpty()) return false;
+    if (audioPanelShown()) return !sameEdits(audioContentView->editorState(), *m_audioBaseline);
+    if (videoMetaView->isHidden()) return false;
     return !sameEdits(videoMetaView->editorState(), *m_panelBaseline);
 }
 
@@ -202,7 +222,7 @@ bool AppDelegate::confirmQuit(bool fromMenu) {
                 return false;
             case UnsavedAnswer::Save:
                 // The export runs on; quitting waits for it.
-                saveVideoEdits({m_shownItem});
+                saveEdits({m_shownItem});
                 return true;
             case UnsavedAnswer::Discard:
                 return true;

@@ -94,7 +94,7 @@ void AppDelegate::waitForVideoJobs() {
 
 void AppDelegate::SaveMeidaFileChangesAction(QObject*) {
     if (localPhotoItemArray.isEmpty()) return;
-    saveVideoEdits(selectedItems());
+    saveEdits(selectedItems());
 }
 
 void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
@@ -113,7 +113,7 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
             reportWrite(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("audio files are not supported yet")));
+                item->filePath, QStringLiteral("the panel's edits are for videos")));
         } else if (isVideoPath(item->filePath) && isMxf(item->filePath)) {
             reportWrite(saveUnchangedVideoCopy(*item, editor, storage, batch.get()));
         } else if (isVideoPath(item->filePath)) {
@@ -147,8 +147,7 @@ void AppDelegate::removeMetadataOf(const IKImageItemList& items) {
     const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
-            reportWrite(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("audio files are not supported yet")));
+            removeAudioMetadataOf(item, batch);
         } else if (isVideoPath(item->filePath)) {
             runVideoJobLater(
                 [item, editor, storage] {
