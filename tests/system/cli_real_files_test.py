@@ -2,16 +2,19 @@
 """Edits over a folder of files made like phone, camera, QuickTime and iTunes
 files: the edited field changes in every key space that holds it, every other
 metadata item keeps its bytes, the media stays identical, and exiftool,
-ffprobe and `info` agree on the new title and location."""
+ffprobe and `info` agree on the new title and location. The location strip
+and the privacy strip (strip --all, --tracks) over the same files."""
 
+import json
 import os
 import re
 import struct
 import tempfile
 import unittest
 
-from support import (CLI, ENG, append_boxes, box, children, data_atom, exif, exif_write, ffmpeg,
-                     ffprobe, framemd5, info, items, qt_text, read_bytes, run, write_bytes)
+from support import (CLI, ENG, SourceKeepingTest, append_boxes, box, children, data_atom, exif,
+                     exif_write, ffmpeg, ffprobe, framemd5, info, items, qt_text, read_bytes, run,
+                     sha, write_bytes)
 
 CLIP = ["-f", "lavfi", "-i", "testsrc=size=64x48:rate=10:duration=1", "-f", "lavfi", "-i",
         "sine=duration=1", "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest"]
@@ -19,6 +22,8 @@ TITLE = "Été à Paris"
 # Where each field lives, as items() names the places.
 TITLE_PLACES = {"keys/com.apple.quicktime.title", "udta/©nam", "ilst/©nam", "udta/titl"}
 LOCATION_PLACES = {"keys/com.apple.quicktime.location.ISO6709", "udta/©xyz", "udta/loci"}
+# The groups exiftool reports descriptive movie items in.
+DESCRIPTIVE = ("UserData", "ItemList", "Keys", "XMP", "3GP")
 
 
 def gpp(kind, payload):  # a 3GPP asset: version and flags, packed language, value
@@ -55,8 +60,26 @@ def move_movie_first(path):
     write_bytes(path, buf[:media] + moov + buf[media:start] + buf[end:])
 
 
+def make_timed_metadata_track(path, track_number):
+    """Turns a subtitle track into a telemetry track in place, as action cameras
+    write them: its handler becomes "meta" and its sample description "gpmd"."""
+    buf = read_bytes(path)
+
+    def walk(start, end):
+        for kind, pos, body, stop in children(buf, start, end):
+            if kind in ("mdia", "minf", "stbl"):
+                walk(body, stop)
+            elif kind in ("hdlr", "stsd"):
+                at = pos + (16 if kind == "hdlr" else 20)
+                buf[at:at + 4] = b"meta" if kind == "hdlr" else b"gpmd"
+
+    [(_, _, body, end)] = [c for c in children(buf, 0, len(buf)) if c[0] == "moov"]
+    walk(*[c[2:] for c in children(buf, body, end) if c[0] == "trak"][track_number])
+    write_bytes(path, buf)
+
+
 def make_folder(folder):
-    """Five files shaped like what phones, cameras and Apple's tools write."""
+    """Six files shaped like what phones, cameras and Apple's tools write."""
     path = lambda name: os.path.join(folder, name)
     for name, colour in (("cover.jpg", "red"), ("cover.png", "blue"), ("cover.bmp", "green")):
         ffmpeg("-f", "lavfi", "-i", "color=%s:size=16x16" % colour, "-frames:v", "1", path(name))
@@ -108,8 +131,24 @@ def make_folder(folder):
     move_movie_first(path("Film.m4v"))
     exif_write(path("Film.m4v"), "-ItemList:CoverArt<=" + path("cover.jpg"),
                "-Keys:Title=Keys title", "-XMP-dc:Title=XMP title")
+    # A phone's 3GPP file: every key space, XMP, a cover, chapters, a subtitle
+    # and a telemetry track.
+    for name, text in (("sub.srt", "Hello"), ("tel.srt", "Telemetry")):
+        with open(path(name), "w") as f:
+            f.write("1\n00:00:00,000 --> 00:00:00,800\n%s\n" % text)
+    with open(path("chapters.txt"), "w") as f:
+        f.write(";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=1000\ntitle=One\n")
+    ffmpeg(*CLIP[:8], "-i", path("sub.srt"), "-i", path("tel.srt"), "-i", path("chapters.txt"),
+           *"-map 0 -map 1 -map 2 -map 3 -map_chapters 4".split(), *CLIP[8:], "-c:s", "mov_text",
+           "-metadata", "title=3GPP title", "-metadata", "artist=3GPP performer",
+           "-metadata", "location=+48.8566+002.3522/", "-f", "3gp", path("phone.3gp"))
+    make_timed_metadata_track(path("phone.3gp"), 3)
+    exif_write(path("phone.3gp"), "-ItemList:Title=iTunes title", "-Keys:Title=Keys title",
+               "-ItemList:CoverArt<=" + path("cover.png"), "-UserData:GPSCoordinates=11, 21",
+               "-Keys:GPSCoordinates=12, 22, 5", "-Keys:Make=Phone maker",
+               "-XMP-dc:Title=XMP title", "-XMP-exif:GPSLatitude=40")
     return [path(n) for n in ("IMG_0001.MOV", "VID_20220501.mp4", "GX010001.MP4", "Holiday.mov",
-                              "Film.m4v")]
+                              "Film.m4v", "phone.3gp")]
 
 
 def coordinates(text):
@@ -118,20 +157,18 @@ def coordinates(text):
     return tuple(round(float(n), 3) for n in numbers[:2])
 
 
-class CliRealFilesTest(unittest.TestCase):
+class CliRealFilesTest(SourceKeepingTest):
     @classmethod
     def setUpClass(cls):
         cls.tmp = tempfile.TemporaryDirectory()
         cls.sources = make_folder(cls.tmp.name)
+        cls.phone = cls.sources[-1]
         cls.before = {p: items(p) for p in cls.sources}
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.tmp.cleanup()
+        cls.hashes = {p: sha(p) for p in cls.sources}
 
     def write(self, *args, sources=None):
         """Runs a writing command over the folder's files; answers (source, output) pairs."""
-        out, sources = tempfile.mkdtemp(dir=self.tmp.name), sources or self.sources
+        out, sources = tempfile.mkdtemp(dir=self.out), sources or self.sources
         result = run(CLI, *args, "--storage", out, *sources, check=False)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         return [(s, os.path.join(out, os.path.basename(s))) for s in sources]
@@ -192,6 +229,42 @@ class CliRealFilesTest(unittest.TestCase):
         after = items(output)
         for place in LOCATION_PLACES & set(self.before[source]):
             self.assertEqual(after.get(place), self.before[source][place], place)
+
+    def test_strip_gps_removes_every_location_and_nothing_else(self):
+        place = lambda key: re.search(r"©xyz|loci|location", key, re.I)  # noqa: E731
+        for source, output in self.write("strip", "--gps"):
+            with self.subTest(file=os.path.basename(source)):
+                before, after = self.before[source], items(output)
+                self.assertEqual({k: v for k, v in after.items() if not place(k)},
+                                 {k: v for k, v in before.items() if not place(k)})
+                self.assertEqual(framemd5(output), framemd5(source))
+                # XMP is left as it is (exiftool's composite position reads it).
+                self.assertEqual([k for k in exif(output) if re.search("GPS|(?<!Window)Location", k)
+                                  and not k.startswith(("XMP", "Composite"))], [])
+
+    def test_strip_all_leaves_no_descriptive_item_nor_location(self):
+        streams = ("V", "a", "s", "d?")
+        for extra in ((), ("--tracks",)):
+            with self.subTest(flags=extra):
+                [(_, out)] = self.write("strip", "--all", *extra, sources=[self.phone])
+                tags = exif(out)
+                self.assertEqual({k: v for k, v in tags.items()
+                                  if k.split(":")[0].startswith(DESCRIPTIVE)}, {})
+                self.assertEqual(json.loads(run("ffprobe", "-v", "error", "-show_chapters", "-of",
+                                                "json", out).stdout)["chapters"], [])
+                self.assertEqual([k for k in tags if "GPS" in k or "Location" in k], [])
+                probe = ffprobe(out)
+                brands = ("major_brand", "minor_version", "compatible_brands")
+                self.assertEqual([k for k in probe["format"].get("tags", {}) if k not in brands], [])
+                self.assertEqual(probe["format"]["tags"]["major_brand"],  # still a 3GP file
+                                 ffprobe(self.phone)["format"]["tags"]["major_brand"])
+                kinds = [(s["codec_type"], s["codec_tag_string"]) for s in probe["streams"]]
+                # --tracks drops the telemetry track and keeps the subtitle.
+                self.assertEqual(("data", "gpmd") in kinds, not extra)
+                self.assertEqual(framemd5(out, streams),
+                                 framemd5(self.phone, ("V", "a", "2") if extra else streams))
+        # --tracks alone is a usage error.
+        self.assertEqual(run(CLI, "strip", "--tracks", self.phone, check=False).returncode, 2)
 
 
 if __name__ == "__main__":
