@@ -2,7 +2,6 @@
 // and how it clears.
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableWidget>
@@ -11,17 +10,11 @@
 
 #include "core/common/dates.h"
 #include "core/library/media_import.h"
+#include "support/exiftool.h"
+#include "support/media_fixtures.h"
 #include "ui/controls/map_view.h"
 #include "ui/library/media_table_model.h"
 #include "ui/video/video_meta_view.h"
-
-namespace {
-bool run(const QString& program, const QStringList& args) {
-    QProcess p;
-    p.start(program, args);
-    return p.waitForFinished(60000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
-}
-}  // namespace
 
 class VideoMetaViewTest : public QObject {
     Q_OBJECT
@@ -93,17 +86,13 @@ private Q_SLOTS:
     // The items no field shows: a phone's location, XMP (kept at the top
     // level of an MP4), a cover picture as a thumbnail.
     void allTagsListsEveryItemOfTheFile() {
-        QTemporaryDir dir;
-        const QString clip = dir.filePath("phone.mp4"), cover = dir.filePath("cover.jpg");
-        const QString lavfi = "testsrc=size=96x64:rate=10";
-        if (!run("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", lavfi, "-t", "1", "-c:v", "libx264",
-                            "-pix_fmt", "yuv420p", clip}) ||
-            !run("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", lavfi, "-frames:v", "1", cover}) ||
-            !run("exiftool", {"-q", "-overwrite_original",
-                              "-UserData:GPSCoordinates=40.7128, "
-                              "-74.0060, 10",
-                              "-XMP-dc:Title=XMP title", "-ItemList:CoverArt<=" + cover, clip}))
-            QSKIP("ffmpeg or exiftool failed");
+        const QString cover =
+            ffmpegFixture("ui-cover.jpg", words("-f lavfi -i testsrc=size=96x64 -frames:v 1"));
+        const QString clip =
+            exiftoolFixture("ui-phone.mp4", clipFixture("ui-plain.mp4", 96, 64),
+                            {"-UserData:GPSCoordinates=40.7128, -74.0060, 10",
+                             "-XMP-dc:Title=XMP title", "-ItemList:CoverArt<=" + cover});
+        if (cover.isEmpty() || clip.isEmpty()) QSKIP("ffmpeg or exiftool failed");
         const IKImageItemPtr item = MediaImporter::importFile(clip, true);
         QVERIFY(item);
         VideoMetaView view;
@@ -138,11 +127,8 @@ private Q_SLOTS:
     // A file that could not be read is listed with a warning mark that says why.
     void unreadableFileCarriesAWarningMark() {
         QTemporaryDir dir;
-        QFile broken(dir.filePath("broken.mp4"));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write(QByteArray(4096, '\x5a'));
-        broken.close();
-        const IKImageItemPtr item = MediaImporter::importFile(broken.fileName(), true);
+        QVERIFY(writeFile(dir.filePath("broken.mp4"), QByteArray(4096, '\x5a')));
+        const IKImageItemPtr item = MediaImporter::importFile(dir.filePath("broken.mp4"), true);
         QVERIFY(item);
         QVERIFY(item->fileReadProblem.contains("damaged"));
         const IKImageItemPtr good = std::make_shared<IKImageItem>(*item);

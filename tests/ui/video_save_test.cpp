@@ -144,12 +144,6 @@ private Q_SLOTS:
         QCOMPARE(readFile(m_clip), m_clipBytes);
     }
 
-    void emptyRecordClearsThePanel() {
-        m_app->ShowVideoViewWithItem(std::make_shared<IKImageItem>());
-        QCOMPARE(m_app->videoMetaView->field("mediaTitle")->text(), QString());
-        QCOMPARE(m_app->oldMovieTitle, "");  // labels: VideoMetaViewTest
-    }
-
     void saveWritesTheHighlightedFile_data() {
         QTest::addColumn<bool>("classic");
         QTest::addColumn<QString>("written");

@@ -69,37 +69,6 @@ TEST(MediaSort, NumberAndDateColumnsFlagSetIsAscending) {
     EXPECT_EQ(compareMediaItems(a, b, MediaColumn::Date, true), 0);
 }
 
-TEST(MediaSort, SizeSortsByByteCountOrClassicallyByTheParsedText) {
-    // The classic key reads the number before the unit's last letter:
-    // "107.63 KB" counts 107, "34.43 MB" 34 and "512 bytes" 512 x 10^12.
-    const struct {
-        const char* text;
-        qint64 bytes;
-    } sizes[] = {{"107.63 KB", 107630}, {"512 bytes", 512}, {"34.43 MB", 34430000}};
-    const struct {
-        SizeSortKey key;
-        QStringList ascending;
-    } cases[] = {
-        {SizeSortKey::ByteCount, {"512 bytes", "107.63 KB", "34.43 MB"}},
-        {SizeSortKey::SizeText, {"34.43 MB", "107.63 KB", "512 bytes"}},
-    };
-    for (const auto& c : cases) {
-        IKImageItemList items;
-        for (const auto& size : sizes) {
-            auto item = std::make_shared<IKImageItem>();
-            item->fileSize = size.text;
-            item->fileSizeBytes = size.bytes;
-            items.append(item);
-        }
-        sortMediaItems(items, [&c](const IKImageItem& a, const IKImageItem& b) {
-            return compareMediaItems(a, b, MediaColumn::Size, true, c.key);
-        });
-        QStringList order;
-        for (const auto& i : items) order.append(i->fileSize);
-        EXPECT_EQ(order, c.ascending);
-    }
-}
-
 TEST(MediaSort, SortSurvivesInconsistentComparatorsAndKeepsEveryItem) {
     IKImageItemList items;
     for (int i = 0; i < 97; ++i) items.append(named(QString::number(i % 5)));
@@ -108,10 +77,4 @@ TEST(MediaSort, SortSurvivesInconsistentComparatorsAndKeepsEveryItem) {
                    [&calls](const IKImageItem&, const IKImageItem&) { return (++calls % 3) - 1; });
     EXPECT_EQ(items.size(), 97);
     for (const auto& i : items) ASSERT_TRUE(i);
-}
-
-TEST(MediaSort, ColumnsAndTitles) {
-    EXPECT_STREQ(mediaColumnTitle(MediaColumn::Time), "Media Length");
-    EXPECT_STREQ(mediaColumnTitle(MediaColumn::Date), "Media Created Date");
-    EXPECT_EQ(mediaCellText(IKImageItem(), MediaColumn::Type), "Image");  // the default kind word
 }

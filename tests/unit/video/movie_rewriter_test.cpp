@@ -27,6 +27,17 @@ struct PayloadCase {
 
 class MovieRewriterPayload : public ::testing::TestWithParam<PayloadCase> {};
 
+// The trailing-movie clip with a box added to its first track, written to
+// `path`; the movie box is last, so growing it moves no media.
+bool writeClipWithTrackBox(const QString& path, const QByteArray& type, const QByteArray& payload) {
+    const QByteArray data = readFile(trailingMoovClip());
+    const qsizetype moovAt = data.lastIndexOf("moov") - 4;
+    auto moov = Bmff::parseMovieBox(data.mid(moovAt + 8), nullptr);
+    if (moovAt < 0 || !moov) return false;
+    moov->childrenOf("trak").first()->appendChild(std::make_unique<Bmff::TreeBox>(type, payload));
+    return writeFile(path, data.left(moovAt) + moov->serialize());
+}
+
 }  // namespace
 
 // The media survives whether the movie box sits before or after the media
@@ -177,22 +188,14 @@ TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
 // next.
 TEST(MovieRewriter, TrackMetadataStaysWithTheTrack) {
     if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
-    // A source whose first track has a QuickTime metadata box; the movie box
-    // is last, so growing it moves no media.
-    QByteArray data = readFile(trailingMoovClip());
-    const qsizetype moovAt = data.lastIndexOf("moov") - 4;
-    ASSERT_GT(moovAt, 0);
-    auto moov = Bmff::parseMovieBox(data.mid(moovAt + 8), nullptr);
-    ASSERT_TRUE(moov);
+    // A source whose first track has a QuickTime metadata box.
     const QByteArray trackMeta =
         MetadataEncoder::encodeMovieMetadata(
             {item("mdta/com.apple.quicktime.camera.lens_model", "Lens")}, VideoFileType::MPEG4)
             .metadata;
-    moov->childrenOf("trak").first()->appendChild(
-        std::make_unique<Bmff::TreeBox>("meta", trackMeta.mid(8)));
     QTemporaryDir dir;
     const QString source = dir.filePath("source.mov");
-    writeFile(source, data.left(moovAt) + moov->serialize());
+    ASSERT_TRUE(writeClipWithTrackBox(source, "meta", trackMeta.mid(8)));
 
     QString path = source;
     for (int save = 0; save < 3; ++save) {
@@ -210,11 +213,6 @@ TEST(MovieRewriter, TrackMetadataStaysWithTheTrack) {
 // keeps the track's other boxes as they are.
 TEST(MovieRewriter, TrackLocationsGoWithTheStrip) {
     if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
-    QByteArray data = readFile(trailingMoovClip());
-    const qsizetype moovAt = data.lastIndexOf("moov") - 4;
-    ASSERT_GT(moovAt, 0);
-    auto moov = Bmff::parseMovieBox(data.mid(moovAt + 8), nullptr);
-    ASSERT_TRUE(moov);
     const auto text = [](QByteArrayView type, QByteArrayView value) {
         QByteArray entry;
         Bmff::appendU16(entry, quint16(value.size()));
@@ -222,12 +220,11 @@ TEST(MovieRewriter, TrackLocationsGoWithTheStrip) {
         return Bmff::makeBox(type, entry + value.toByteArray());
     };
     const QByteArray title = text("\xA9nam", "Track title");
-    moov->childrenOf("trak").first()->appendChild(std::make_unique<Bmff::TreeBox>(
-        "udta", text("\xA9xyz", "+48.8+002.3/") + title + Bmff::makeBox("loci", "x")));
     QTemporaryDir dir;
     const QString source = dir.filePath("source.mov");
     const QString output = dir.filePath("output.mov");
-    writeFile(source, data.left(moovAt) + moov->serialize());
+    ASSERT_TRUE(writeClipWithTrackBox(
+        source, "udta", text("\xA9xyz", "+48.8+002.3/") + title + Bmff::makeBox("loci", "x")));
 
     PassthroughExport strip = request(source, output, {});
     strip.dropTrackLocations = true;

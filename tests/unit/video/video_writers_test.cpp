@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -28,12 +27,6 @@ IKImageItem videoAt(const QString& path) {
 const StorageContext kStorage{"/store", false, ""};
 
 }  // namespace
-
-TEST(VideoItems, LocationTextSignsEachPartAndPadsNothing) {
-    EXPECT_EQ(VideoItems::locationText("12.5", "-3.25", ""), "+12.5-3.25+");
-    EXPECT_EQ(VideoItems::locationText("-33.8688", "151.2093", "5"), "-33.8688+151.2093+5");
-    EXPECT_EQ(VideoItems::locationText("1", "2", "-7.5"), "+1+2-7.5");
-}
 
 // A new value replaces its field in every key space the file holds it in, so
 // that no reader finds an older value; other items follow unchanged.
@@ -125,14 +118,8 @@ TEST(VideoWriters, EditorSaveWritesOnlyChangedFieldsOfEditedGroups) {
 // from the editor's form, a location loses its hemisphere and the picture
 // replaces every cover of the file.
 TEST(VideoWriters, LocationAndArtworkOnlyWhenChanged) {
-    QImage red(4, 4, QImage::Format_RGB32);
-    red.fill(Qt::red);
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    red.save(&buffer, "PNG");
     const QList<MetadataItem> existing{item("uiso/loci", "-33.8688+151.2093+000.000/"),
-                                       item("itsk/covr", png, "public.png")};
+                                       item("itsk/covr", noisePicture("PNG", 4), "public.png")};
     IKImageItem record = videoAt("/in/a.mov");
     applyVideoMetadata(record, existing, false);
     VideoEditorState e = videoEditorStateFor(record);
@@ -142,7 +129,7 @@ TEST(VideoWriters, LocationAndArtworkOnlyWhenChanged) {
     e.mediaLatitude = "48.8566";
     e.mediaLongtitude = "2.3522";
     e.mediaAatitude = "";
-    e.mediaImage = red.scaled(8, 8);
+    e.mediaImage = QImage(8, 8, QImage::Format_RGB32);
     job = SaveChangedVideoExifDateAction(record, e, existing, kStorage);
     EXPECT_EQ(identifiers(job.request.metadata), (QStringList{"uiso/loci", "common/artwork"}));
     EXPECT_EQ(valueOf(job.request.metadata, "uiso/loci"), "+48.8566+2.3522+");
@@ -317,23 +304,6 @@ protected:
     QString source;
     RecordingDesktopIntegration* desktop = nullptr;
 };
-
-TEST_F(VideoWriteJobTest, CompletedExportGetsDatesAndIsRevealed) {
-    const QString out = tmp.path() + "/out.mov";
-    VideoWriteJob j = job(out);
-    j.newDate = dateFromText("2020:02:02 02:02:02");
-    bool existedDuringExport = true;
-    const auto status = runVideoWriteJob(j, tmp.path(), [&](const PassthroughExport& e) {
-        existedDuringExport = QFile::exists(e.outputPath);
-        QFile::copy(e.sourcePath, e.outputPath);
-        return ExportStatus::Completed;
-    });
-    EXPECT_EQ(status, ExportStatus::Completed);
-    EXPECT_EQ(status.outputPath, out);
-    EXPECT_FALSE(existedDuringExport);
-    EXPECT_EQ(readFileDates(out).modification, j.newDate);
-    EXPECT_EQ(desktop->revealed(), QStringList{out});
-}
 
 TEST_F(VideoWriteJobTest, FailedExportFallsBackToACopyWithTheSourceDates) {
     const QString out = tmp.path() + "/out.mov";
