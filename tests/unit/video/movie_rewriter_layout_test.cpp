@@ -161,28 +161,23 @@ TEST(BmffTree, SerializesWhatItParsed) {
     EXPECT_EQ(withLarge->serialize(), makeBox("moov", large));
 }
 
+// Longitude, latitude and altitude of the 3GPP location box (16.16 fixed
+// point after language, empty name and role), from each form of the text.
 TEST(MetadataEncoder, LocationFromIso6709Text) {
     const auto fixed = [](const QByteArray& p, int at) {
         return double(qint32(Bmff::readU32(p, at))) / 65536.0;
     };
-    // language, empty name, role, then longitude, latitude, altitude.
-    const auto paris = MetadataEncoder::locationPayload("+48.8566+002.3522+035.000/", {});
-    ASSERT_TRUE(paris);
-    EXPECT_NEAR(fixed(*paris, 4), 2.3522, 1e-4);
-    EXPECT_NEAR(fixed(*paris, 8), 48.8566, 1e-4);
-    EXPECT_NEAR(fixed(*paris, 12), 35.0, 1e-4);
-    EXPECT_EQ(paris->mid(16), QByteArray("earth\0\0", 7));
-
-    const auto bare = MetadataEncoder::locationPayload("+12.5-3.25+", {});
-    ASSERT_TRUE(bare);
-    EXPECT_NEAR(fixed(*bare, 4), -3.25, 1e-4);
-    EXPECT_NEAR(fixed(*bare, 12), 0.0, 1e-9);
-    // Degrees and minutes.
-    const auto minutes = MetadataEncoder::locationPayload("+4830-00230/", {});
-    ASSERT_TRUE(minutes);
-    EXPECT_NEAR(fixed(*minutes, 8), 48.5, 1e-4);
-    EXPECT_NEAR(fixed(*minutes, 4), -2.5, 1e-4);
-
+    for (const auto& [text, longitude, latitude, altitude] :
+         {std::tuple{"+48.8566+002.3522+035.000/", 2.3522, 48.8566, 35.0},
+          {"+12.5-3.25+", -3.25, 12.5, 0.0},
+          {"+4830-00230/", -2.5, 48.5, 0.0}}) {
+        const auto payload = MetadataEncoder::locationPayload(text, {});
+        ASSERT_TRUE(payload) << text;
+        EXPECT_NEAR(fixed(*payload, 4), longitude, 1e-4) << text;
+        EXPECT_NEAR(fixed(*payload, 8), latitude, 1e-4) << text;
+        EXPECT_NEAR(fixed(*payload, 12), altitude, 1e-4) << text;
+        EXPECT_EQ(payload->mid(16), QByteArray("earth\0\0", 7));
+    }
     for (const char* bad : {"", "+", "abc", "+91+000", "+10+181+", "+10+10+40000", "48.1 2.3"})
         EXPECT_FALSE(MetadataEncoder::locationPayload(bad, {})) << bad;
 }
