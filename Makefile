@@ -37,6 +37,7 @@ test-long: build
 bench: build
 	bench/import --cli $(BUILD_DIR)/src/tagsmith-cli
 	bench/video-write --driver $(BUILD_DIR)/bench/tagsmith-rewrite-bench --cli $(BUILD_DIR)/src/tagsmith-cli
+	bench/audio-write --cli $(BUILD_DIR)/src/tagsmith-cli
 
 clean:
 	rm -rf build
