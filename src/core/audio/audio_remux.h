@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <utility>
+
+// Re-muxing an audio file into another container without re-encoding,
+// through the FFmpeg libraries: the first audio stream's packets go over
+// unchanged (an ADTS header becomes the MPEG-4 decoder configuration), every
+// other stream stays behind. The source is only opened for reading.
+
+enum class RemuxContainer {
+    Mpeg4Audio,       // an MPEG-4 file of the audio stream, without tags
+    CoreAudioFormat,  // a CAF file, without an info chunk
+};
+
+struct RemuxResult {
+    bool ok = false;
+    // Why not, in the user's words ("WAV audio (PCM) cannot be stored in an
+    // MPEG-4 audio file"); the details are in the log.
+    QString reason;
+    // The source's tags (container and audio stream), as the demuxer names
+    // them and in its order; empty keys and values are left out.
+    QList<std::pair<QString, QString>> tags;
+    // The bytes of the source's first attached picture (a FLAC or ID3 cover).
+    QByteArray cover;
+};
+
+// Writes `target` (which should not exist; it is replaced) from the audio
+// of `source`. On failure no file is left at `target`.
+RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContainer container);
+
+// Whether the first bytes of a file are those of an ISO base-media
+// (MPEG-4/QuickTime) file, which the movie rewriter takes as it is.
+bool looksLikeMpeg4File(const QString& path);

@@ -1,0 +1,190 @@
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include "core/audio/audio_writers.h"
+#include "core/common/desktop_integration.h"
+#include "core/video/movie_metadata_reader.h"
+#include "support/audio_samples.h"
+#include "support/exiftool.h"
+#include "support/media_fixtures.h"
+
+namespace {
+
+IKImageItem audioAt(const QString& path) {
+    IKImageItem item;
+    item.filePath = path;
+    item.fileName = QFileInfo(path).fileName();
+    item.fileType = QStringLiteral("Audio");
+    return item;
+}
+
+std::string valueOf(const QList<MetadataItem>& items, const QString& identifier) {
+    for (const MetadataItem& i : items) {
+        if (i.identifier == identifier) return i.value.toString().toStdString();
+    }
+    return "(none)";
+}
+
+std::string hashesOf(const QString& path, bool decoded = false) {
+    return audioFrameHashes(path, decoded).join(' ').toStdString();
+}
+
+class AudioMpeg4Writer : public testing::Test {
+protected:
+    void SetUp() override {
+        DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
+        storage.storagelocation = dir.path();
+    }
+    // An AAC file with iTunes items, a PNG cover and a QuickTime creation date.
+    static QString taggedM4a() {
+        const QString cover =
+            ffmpegFixture("m4a-cover.png", words("-f lavfi -i "
+                                                 "color=red:s=32x32 -frames:v 1"));
+        const QString plain = ffmpegFixture(
+            "m4a-plain.m4a",
+            words("-f lavfi -i sine=d=1 -i") + QStringList{cover} +
+                words("-map 0 -map 1 -c:a aac -c:v copy -disposition:v attached_pic "
+                      "-metadata title=Old -metadata artist=Art -metadata comment=Keep "
+                      "-metadata date=2001"));
+        return exiftoolFixture("m4a-tagged.m4a", plain, {"-Keys:CreationDate=2019:05:03 10:20:30"});
+    }
+    QTemporaryDir dir;
+    StorageContext storage;
+    OutputBatch batch;
+};
+
+// A save writes the changed fields and keeps every other item as it was,
+// the cover's bytes included; the audio samples are the source's own.
+TEST_F(AudioMpeg4Writer, SaveWritesTheChangedFieldsOnly) {
+    const QString source = taggedM4a();
+    ASSERT_FALSE(source.isEmpty()) << lastToolOutput().toStdString();
+    const QList<MetadataItem> before = readMovieMetadata(source);
+    const QString date = QStringLiteral("mdta/com.apple.quicktime.creationdate");
+    const struct {
+        const char* name;
+        void (*edit)(AudioEditorState&);
+        QMap<QString, std::string> changed;  // identifier → new value ("(none)": gone)
+    } cases[] = {
+        {"title only",
+         [](AudioEditorState& e) { e.titlelab = "New title", e.basicInfoChange = true; },
+         {{"itsk/%A9nam", "New title"}}},
+        {"record date and release year are separate fields",
+         [](AudioEditorState& e) {
+             e.recordDatelab = "2020:01:02 03:04:05", e.releaseYearlab = "2020";
+             e.cameraInfoChange = true;
+         },
+         {{date, "2020:01:02 03:04:05"}, {"itsk/%A9day", "2020"}}},
+        {"an emptied field is removed; the band has no place and changes nothing",
+         [](AudioEditorState& e) {
+             e.commentslab = "", e.oldCommentStr = "Keep", e.bandlab = "Band";
+             e.cameraInfoChange = true;
+         },
+         {{"itsk/%A9cmt", "(none)"}}},
+        {"a field edited without its group flag is not written",
+         [](AudioEditorState& e) { e.titlelab = "Ignored"; },
+         {}},
+    };
+    QStringList outputs;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        AudioEditorState editor;
+        c.edit(editor);
+        const AudioWriteResult r =
+            SaveChangedAuidoExifDateItem(audioAt(source), editor, storage, batch);
+        ASSERT_TRUE(r.ok()) << r.reason.toStdString();
+        EXPECT_TRUE(isOutputOfOurs(r.outputPath));
+        const QList<MetadataItem> after = readMovieMetadata(r.outputPath);
+        for (const MetadataItem& i : before) {
+            if (c.changed.contains(i.identifier)) continue;
+            EXPECT_EQ(valueOf(after, i.identifier), valueOf(before, i.identifier))
+                << i.identifier.toStdString();
+        }
+        for (auto it = c.changed.begin(); it != c.changed.end(); ++it)
+            EXPECT_EQ(valueOf(after, it.key()), it.value()) << it.key().toStdString();
+        qsizetype size = before.size();
+        for (auto it = c.changed.begin(); it != c.changed.end(); ++it) {
+            const bool had = valueOf(before, it.key()) != "(none)";
+            size += (it.value() == "(none)") ? -qsizetype(had) : qsizetype(!had);
+        }
+        EXPECT_EQ(after.size(), size);  // no item added, none lost
+        EXPECT_EQ(hashesOf(r.outputPath), hashesOf(source));
+        outputs.append(r.outputPath);
+    }
+    const QJsonObject tags = exiftoolTags(outputs.value(1));
+    EXPECT_EQ(tags.value("Keys:CreationDate").toString(), "2020:01:02 03:04:05");
+    EXPECT_EQ(tags.value("ItemList:ContentCreateDate").toVariant().toString(), "2020");
+}
+
+TEST_F(AudioMpeg4Writer, ChangedCoverIsStoredAsPngAndRemovalLeavesAudioAlone) {
+    const QString source = taggedM4a();
+    AudioEditorState editor;
+    editor.imageChanged = true;
+    editor.imageIsPlaceholder = false;
+    editor.audioArtImage = QImage(8, 8, QImage::Format_ARGB32);
+    editor.audioArtImage.fill(Qt::blue);
+    const AudioWriteResult saved =
+        SaveChangedAuidoExifDateItem(audioAt(source), editor, storage, batch);
+    ASSERT_TRUE(saved.ok()) << saved.reason.toStdString();
+    EXPECT_TRUE(exiftoolBinary(saved.outputPath, "ItemList:CoverArt").startsWith("\x89PNG"));
+    EXPECT_EQ(QImage::fromData(exiftoolBinary(saved.outputPath, "ItemList:CoverArt")).pixel(0, 0),
+              QColor(Qt::blue).rgb());
+
+    const AudioWriteResult removed = RemoveAuidoExifDateItem(audioAt(source), storage, batch);
+    ASSERT_TRUE(removed.ok()) << removed.reason.toStdString();
+    EXPECT_TRUE(readMovieMetadata(removed.outputPath).isEmpty());
+    EXPECT_EQ(hashesOf(removed.outputPath), hashesOf(source));
+}
+
+// Other files are re-packed into MPEG-4 audio with their tags where the
+// codec can live there; otherwise nothing is written and the reason says why.
+TEST_F(AudioMpeg4Writer, OtherFilesAreRepackedOrRefused) {
+    const struct {
+        const char* name;
+        const char* codec;
+        bool decodedCompare;  // the container's own packet headers are dropped
+        const char* refusal;  // "" when the file can be written
+    } cases[] = {
+        {"song-id3.aac", "aac -write_id3v2 1", true, ""},
+        {"song.opus", "libopus", false, ""},
+        {"song.wav", "pcm_s16le", false,
+         "WAV audio (PCM) cannot be stored in an MPEG-4 audio file"},
+        {"song.ogg", "libvorbis", false,
+         "Ogg audio (Vorbis) cannot be stored in an MPEG-4 audio "
+         "file"},
+    };
+    QStringList written;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString source = ffmpegFixture(
+            QStringLiteral("other-") + c.name,
+            words(
+                QStringLiteral("-f lavfi -i sine=d=1 -metadata title=Kept -c:a %1").arg(c.codec)));
+        ASSERT_FALSE(source.isEmpty()) << lastToolOutput().toStdString();
+        AudioEditorState editor;
+        editor.artistlab = "New artist", editor.basicInfoChange = true;
+        const AudioWriteResult r =
+            SaveChangedAuidoExifDateItem(audioAt(source), editor, storage, batch);
+        const QString output = storage.storagelocation + "/" + QFileInfo(source).fileName();
+        if (*c.refusal) {
+            EXPECT_FALSE(r.ok());
+            EXPECT_EQ(r.reason.toStdString(), c.refusal);
+            EXPECT_FALSE(QFileInfo::exists(output));
+            EXPECT_EQ(QDir(storage.storagelocation).entryList(QDir::Files | QDir::Hidden),
+                      written);  // no temporary file left either
+            continue;
+        }
+        ASSERT_TRUE(r.ok()) << r.reason.toStdString();
+        EXPECT_EQ(r.outputPath, output);
+        written = QDir(storage.storagelocation).entryList(QDir::Files | QDir::Hidden);
+        EXPECT_EQ(readFile(output).mid(4, 8), QByteArray("ftypM4A "));
+        const QList<MetadataItem> items = readMovieMetadata(output);
+        EXPECT_EQ(valueOf(items, "itsk/%A9nam"), "Kept");
+        EXPECT_EQ(valueOf(items, "itsk/%A9ART"), "New artist");
+        EXPECT_FALSE(hashesOf(source).empty());
+        EXPECT_EQ(hashesOf(output, c.decodedCompare), hashesOf(source, c.decodedCompare));
+    }
+}
+
+}  // namespace
