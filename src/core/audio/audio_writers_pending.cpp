@@ -11,29 +11,7 @@ AudioWriteResult notYet(const IKImageItem& item) {
 
 }  // namespace
 
-// MPEG-4 audio export, AIFF and CAF.
-
-AudioWriteResult SaveChangedAuidoExifDateItem(const IKImageItem& item, const AudioEditorState&,
-                                              const StorageContext&, OutputBatch&) {
-    return notYet(item);
-}
-
-AudioWriteResult ReloadChangedAuidoExifDateItem(const IKImageItem& item, const QVariantMap&,
-                                                const AudioEditorState&, const StorageContext&,
-                                                OutputBatch&) {
-    return notYet(item);
-}
-
-AudioWriteResult SetAuidoExifDateItem(const IKImageItem& item, const QString&,
-                                      const AudioEditorState&, const StorageContext&,
-                                      OutputBatch&) {
-    return notYet(item);
-}
-
-AudioWriteResult RemoveAuidoExifDateItem(const IKImageItem& item, const StorageContext&,
-                                         OutputBatch&) {
-    return notYet(item);
-}
+// AIFF and CAF.
 
 AudioWriteResult writeAiffAuidoMetadatawithFileItem(const IKImageItem& item,
                                                     const AudioEditorState&, const StorageContext&,
