@@ -33,7 +33,8 @@ class CliVideoWriteTest(SourceKeepingTest):
     def test_set_round_trips_through_our_reader_and_exiftool(self):
         self.cli("set", "--title", "Été à Paris", "--artist", "Someone", "--director", "A Director",
                  "--keywords", "one,two", "--publisher", "Pub", "--shoot-date", "2020:01:02 03:04:05",
-                 "--latitude", "48.8566", "--longitude", "-2.3522", "--altitude", "35", self.mp4)
+                 "--latitude", "48.8566", "--longitude", "-2.3522", "--altitude", "35",
+                 "--created-date", "2015:06:07 08:09:10", self.mp4)
         out = os.path.join(self.out, os.path.basename(self.mp4))
         rec = info(out)
         fields = ("fileTitle", "fileArist", "fileDirector", "fileKeyWords", "filePublisher", "shootDateStr")
@@ -46,9 +47,15 @@ class CliVideoWriteTest(SourceKeepingTest):
         keys = ("ItemList:Title", "ItemList:Artist", "Keys:Director", "ItemList:Publisher")
         self.assertEqual([tags.get(k) for k in keys], ["Été à Paris", "Someone", "A Director", "Pub"])
         self.assertEqual(tags["QuickTime:MajorBrand"].split()[0:2], ["Apple", "iTunes"])
+        self.assertEqual(tags["System:FileModifyDate"][:19], "2015:06:07 08:09:10")
         # Items not edited are kept.
         self.assertEqual(tags.get("ItemList:Comment"), "keep me")
         self.assertEqual(framemd5(out), framemd5(self.mp4))
+        # strip empties what the file held.
+        stripped = tempfile.mkdtemp(dir=self.tmp.name)
+        run(CLI, "strip", "--storage", stripped, out)
+        rec = info(os.path.join(stripped, os.path.basename(out)))
+        self.assertEqual([f for f in ("fileTitle", "fileArist") if f in rec], [])
 
     def test_quicktime_creation_date_makes_a_movie_file(self):
         self.cli("set", "--shoot-date", "2022:02:02 10:00:00", self.mov)
