@@ -66,10 +66,6 @@ def qt_text(kind, text, language=ENG):  # a QuickTime user-data text: length, la
     return box(kind, struct.pack(">HH", len(text), language) + text)
 
 
-def full_box(kind, payload):
-    return box(kind, b"\0\0\0\0" + payload)
-
-
 def data_atom(type_indicator, value):
     """The value of an iTunes or QuickTime keys list item."""
     return box(b"data", struct.pack(">II", type_indicator, 0) + value)
