@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <functional>
 
+#include "cli/audio_commands.h"
 #include "cli/commands.h"
 #include "core/app/user_defaults.h"
 #include "core/common/file_dates.h"
@@ -48,9 +49,9 @@ const char* const kOutputHelp =
     "\"failed: REASON\". A file already in the storage folder is replaced only when\n"
     "tagsmith wrote it and it has not changed since; otherwise, and for a second\n"
     "file of the same name, the new file gets a free name (\"clip (2).mov\"). A\n"
-    "failed write leaves an unchanged copy where the command says so. Audio files\n"
-    "and photos are skipped (not supported yet). Exit status: 0 when every file was\n"
-    "written, 1 when any was skipped or failed, 2 for a usage error.";
+    "failed write leaves an unchanged copy where the command says so. Photos are\n"
+    "skipped (not supported yet). Exit status: 0 when every file was written, 1\n"
+    "when any was skipped or failed, 2 for a usage error.";
 
 QString resolveStorage(const QCommandLineParser& parser) {
     QString folder = parser.value(QStringLiteral("storage"));
@@ -66,9 +67,9 @@ void addCommonOptions(QCommandLineParser& parser) {
         {QStringLiteral("storage"),
          QStringLiteral("Folder for the new files (default: the app's storage folder)."),
          QStringLiteral("DIR")});
-    parser.addPositionalArgument(
-        QStringLiteral("FILE"), QStringLiteral("Video files (audio files and photos are skipped)."),
-        QStringLiteral("FILE..."));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("Video or audio files (photos are skipped)."),
+                                 QStringLiteral("FILE..."));
 }
 
 // Parses the command's arguments; answers -1 to go on, else the exit code.
@@ -134,7 +135,7 @@ private:
 // every metadata item; the file is not probed as media); null (reported)
 // for a missing file or one of another kind. Its item list is the file's
 // existing metadata: the commands do not read it a second time.
-IKImageItemPtr loadVideo(const QString& path, FileReport& report) {
+IKImageItemPtr loadVideo(const QString& path, FileReport& report, bool acceptAudio = false) {
     if (!QFileInfo::exists(path)) {
         report.failed(QStringLiteral("no such file"));
         return nullptr;
@@ -145,7 +146,8 @@ IKImageItemPtr loadVideo(const QString& path, FileReport& report) {
     }
     // Audio is asked first, as at import.
     if (isAudioPath(path)) {
-        report.skipped(QStringLiteral("audio files are not supported yet"));
+        if (acceptAudio) return audioRecordForWriting(QFileInfo(path).absoluteFilePath());
+        report.skipped(QStringLiteral("this command takes video files only"));
         return nullptr;
     }
     if (isImagePath(path) && !isVideoPath(path)) {
@@ -224,7 +226,17 @@ int runSet(const QStringList& args) {
                        "not given keeps\n"
                        "the file's own value. --created-date sets both file dates of the copy; "
                        "otherwise the\n"
-                       "copy keeps the source's dates.") +
+                       "copy keeps the source's dates.\n"
+                       "\n"
+                       "Audio files are saved as the window saves them: MP3 through its ID3v2 "
+                       "tag (only the\n"
+                       "fields given change; every other frame is kept; ID3v1 and trailing tags "
+                       "are left\n"
+                       "behind), FLAC through its Vorbis comments (the copy keeps the source's "
+                       "dates), every\n"
+                       "other audio file through an MPEG-4 audio export. Options that do not "
+                       "apply to a\n"
+                       "file's kind are reported and that file is skipped.") +
         QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     for (const FieldOption& f : kFieldOptions) {
@@ -244,6 +256,7 @@ int runSet(const QStringList& args) {
     parser.addOption({QStringLiteral("artwork"),
                       QStringLiteral("Picture file to embed as artwork."),
                       QStringLiteral("IMAGE")});
+    addAudioSetOptions(parser);
     if (const int code = parse(parser, QStringLiteral("set"), args); code >= 0) return code;
 
     QImage artwork;
@@ -257,8 +270,24 @@ int runSet(const QStringList& args) {
     OutputBatch batch;
     FileReport report;
     for (const QString& path : parser.positionalArguments()) {
-        const IKImageItemPtr item = loadVideo(path, report);
+        const IKImageItemPtr item = loadVideo(path, report, true);
         if (!item) continue;
+        const bool audio = isAudioPath(item->filePath);
+        if (const QStringList wrong = inapplicableSetOptions(parser, audio); !wrong.isEmpty()) {
+            report.skipped(QStringLiteral("--%1 does not apply to %2 files")
+                               .arg(wrong.join(QStringLiteral(", --")),
+                                    audio ? QStringLiteral("audio") : QStringLiteral("video")));
+            continue;
+        }
+        if (audio) {
+            QStringList notes;
+            const AudioWriteResult result =
+                setAudioFile(parser, *item, artwork, storage, batch, &notes);
+            for (const QString& note : notes)
+                std::fprintf(stderr, "tagsmith-cli: %s: %s\n", qPrintable(path), qPrintable(note));
+            report.result(result);
+            continue;
+        }
         VideoEditorState editor = videoEditorStateFor(*item);
         for (const FieldOption& f : kFieldOptions) {
             if (!parser.isSet(QLatin1String(f.name))) continue;
@@ -302,7 +331,12 @@ int runStrip(const QStringList& args) {
             "the location boxes of the tracks' user data. Every other item is kept as its own\n"
             "bytes, and the media, the file's kind and its dates are kept. XMP is left as it\n"
             "is, GPS tags included, and so are timed GPS tracks (use --all --tracks). With\n"
-            "--all, --gps is the same as --all. When --gps fails no copy is left.") +
+            "--all, --gps is the same as --all. When --gps fails no copy is left.\n"
+            "\n"
+            "Audio files: without flags, the window's Remove Metadata (an MP3 copy keeps\n"
+            "its picture and an empty frame for each field it showed; other audio goes\n"
+            "through an MPEG-4 audio export without metadata). --all removes every tag and\n"
+            "picture. --gps does not apply to audio files.") +
         QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     parser.addOption({QStringLiteral("all"), QStringLiteral("Remove every metadata item.")});
@@ -322,8 +356,15 @@ int runStrip(const QStringList& args) {
     OutputBatch batch;
     FileReport report;
     for (const QString& path : parser.positionalArguments()) {
-        const IKImageItemPtr item = loadVideo(path, report);
+        const IKImageItemPtr item = loadVideo(path, report, true);
         if (!item) continue;
+        if (isAudioPath(item->filePath)) {
+            if (gps && !all)
+                report.skipped(QStringLiteral("--gps does not apply to audio files"));
+            else
+                report.result(stripAudioFile(*item, all, storage, batch));
+            continue;
+        }
         const VideoWriteJob job =
             all   ? RemoveAllVideoMetadataAction(*item, storage, tracks)
             : gps ? RemoveVideoLocationAction(*item, item->fileMetaArray, storage)
