@@ -101,7 +101,7 @@ class CliVideoWriteTest(SourceKeepingTest):
         self.assertEqual(result.returncode, 1, result.stderr)
         lines = result.stdout.splitlines()
         self.assertEqual(lines[:5], [os.path.join(self.out, "clip (2).mov"), os.path.join(self.out, "clip (3).mov"),
-                                     "skipped: audio files are not supported yet",
+                                     "skipped: the file holds no audio",
                                      "skipped: photos are not supported yet", "failed: no such file"])
         self.assertTrue(lines[5].startswith("failed: the file is damaged"), lines[5])
         self.assertEqual(len(lines), 6)

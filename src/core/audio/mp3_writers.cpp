@@ -81,6 +81,8 @@ Mp3Source readMp3Source(const QString& path) {
             qCInfo(lcTagsmith).noquote() << "ID3 tag of" << path << "==" << p;
     }
     s.frames = mp3FramesFrom(stored, &s.dropped);
+    // A copy of nothing but a tag would pass for the user's song.
+    if (s.audioEnd <= s.audioBegin) s.problem = QStringLiteral("the file holds no audio");
     return s;
 }
 
