@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 
 #include "core/audio/audio_writers.h"
@@ -21,23 +23,26 @@ protected:
         IKImageItem item;
         item.filePath = path;
         item.fileName = QFileInfo(path).fileName();
-        item.fileType = QStringLiteral("Audio");
         return item;
     }
-    // The MD5 sums of the first audio stream's packets (ffmpeg's framemd5),
-    // or with `decoded` of its decoded samples (for a copy whose packets lost
-    // a container header, such as ADTS); "" when ffmpeg cannot read the file.
+    // The MD5 sums of the first audio stream's packets (framemd5), or with
+    // `decoded` one sum of its decoded samples; "" when ffmpeg cannot read it.
     static std::string hashesOf(const QString& path, bool decoded = false) {
-        QStringList args{"-v", "error", "-i", path, "-map", "0:a:0", "-f", "framemd5", "-"};
-        if (!decoded) args.insert(6, "-c:a"), args.insert(7, "copy");
+        QStringList args{"-v", "error", "-i", path, "-map", "0:a:0"};
+        args << (decoded ? words("-f md5 -") : words("-c:a copy -f framemd5 -"));
         if (!runTool(QStringLiteral("ffmpeg"), args)) return {};
         std::string sums;
         for (const QString& line : lastToolOutput().split(QLatin1Char('\n'))) {
             const QStringList fields = line.split(QLatin1Char(','));
-            if (!line.startsWith('#') && fields.size() >= 6)
-                sums += fields[5].trimmed().toStdString() + ' ';
+            if (decoded || (!line.startsWith('#') && fields.size() >= 6))
+                sums += (decoded ? line : fields[5]).trimmed().toStdString() + ' ';
         }
         return sums;
+    }
+    static QJsonObject probedTags(const QString& path) {
+        runTool(QStringLiteral("ffprobe"), {"-v", "error", "-show_entries",
+                                            "format=format_name:format_tags", "-of", "json", path});
+        return QJsonDocument::fromJson(lastToolOutput().toUtf8())["format"].toObject();
     }
     QTemporaryDir dir;
     StorageContext storage;
