@@ -4,16 +4,50 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
+#include <QRandomGenerator>
 
 #include <cerrno>
 #include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "core/common/dates.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
 #include "core/video/video_export.h"
+
+namespace {
+
+// A hidden file beside the output, created as any new file is (the user's
+// umask applies), removed unless it was put in place.
+struct TemporaryOutput {
+    explicit TemporaryOutput(const QFileInfo& target) {
+        for (int attempt = 0; attempt < 100 && path.isEmpty(); ++attempt) {
+            const QString candidate =
+                QStringLiteral("%1/.%2.%3.tmp")
+                    .arg(target.absolutePath(), target.fileName())
+                    .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0'));
+            const int fd = ::open(QFile::encodeName(candidate).constData(),
+                                  O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            if (fd >= 0) {
+                ::close(fd);
+                path = candidate;
+            } else if (errno != EEXIST) {
+                error = errno;
+                return;
+            }
+        }
+    }
+    ~TemporaryOutput() {
+        if (!path.isEmpty()) QFile::remove(path);
+    }
+    QString path;
+    int error = EEXIST;
+};
+
+}  // namespace
 
 AudioWriteResult publishAudioCopy(const AudioCopyPlan& plan, const QString& storageFolder,
                                   OutputBatch& batch, const AudioCopyFill& fill) {
@@ -30,33 +64,30 @@ AudioWriteResult publishAudioCopy(const AudioCopyPlan& plan, const QString& stor
 
     const QFileInfo target(claim.path);
     QDir().mkpath(target.absolutePath());
-    QTemporaryFile temp(target.absolutePath() + QStringLiteral("/.") + target.fileName() +
-                        QStringLiteral(".XXXXXX"));
-    if (!temp.open()) {
+    TemporaryOutput temp(target);
+    if (temp.path.isEmpty()) {
         result.reason = QStringLiteral("the storage folder cannot be written: %1")
-                            .arg(plainFileError(errno ? errno : EACCES));
-        qCWarning(lcTagsmith) << "cannot create a temporary file in" << target.absolutePath()
-                              << temp.errorString();
+                            .arg(plainFileError(temp.error));
+        qCWarning(lcTagsmith) << "cannot create a temporary file in" << target.absolutePath();
         return result;
     }
-    temp.close();
-    result.reason = fill(temp.fileName());
+    result.reason = fill(temp.path);
     if (!result.reason.isEmpty()) {
         qCWarning(lcTagsmith).noquote()
             << "audio write failed ==" << plan.sourcePath << "==" << result.reason;
         return result;  // the temporary file goes with `temp`
     }
-    setFileDates(temp.fileName(), plan.dates.creation, plan.dates.modification);
+    setFileDates(temp.path, plan.dates.creation, plan.dates.modification);
     // Only nothing or an earlier output of ours can be at the claimed name:
     // the rename replaces it in one step.
-    if (::rename(QFile::encodeName(temp.fileName()).constData(),
+    if (::rename(QFile::encodeName(temp.path).constData(),
                  QFile::encodeName(claim.path).constData()) != 0) {
         result.reason =
             QStringLiteral("the new file could not be put in place: %1").arg(plainFileError(errno));
-        qCWarning(lcTagsmith) << "cannot rename" << temp.fileName() << "to" << claim.path;
+        qCWarning(lcTagsmith) << "cannot rename" << temp.path << "to" << claim.path;
         return result;
     }
-    temp.setAutoRemove(false);
+    temp.path.clear();
     markOutputAsOurs(claim.path);
     if (plan.reveal) DesktopIntegration::instance().revealFile(claim.path, storageFolder);
     result.status = ExportStatus::Completed;

@@ -72,10 +72,15 @@ QString guarded(Body body) {
 }
 
 QString setWavInfo(const QString& path, const InfoChanges& changes) {
+    QFile check(path);
+    const QByteArray head = check.open(QIODevice::ReadOnly) ? check.read(12) : QByteArray();
+    if (head.size() < 12 || !(head.startsWith("RIFF") || head.startsWith("RF64")) ||
+        head.mid(8, 4) != "WAVE")
+        return QStringLiteral("the file is not a WAV file");
     return guarded([&]() -> QString {
         TagLib::RIFF::WAV::File file(QFile::encodeName(path).constData(), false);
         if (!file.isValid() || !file.InfoTag())
-            return QStringLiteral("the file is not a WAV file TagLib can write");
+            return QStringLiteral("the WAV file cannot be read");
         TagLib::RIFF::Info::Tag* info = file.InfoTag();
         for (const auto& [key, text] : changes) {
             const AudioInfoKey* k = audioInfoKeyFor(QLatin1String(key));
@@ -101,7 +106,7 @@ struct FlacCover {
 QString setFlacInfo(const QString& path, const InfoChanges& changes, const FlacCover& cover) {
     return guarded([&]() -> QString {
         TagLib::FLAC::File file(QFile::encodeName(path).constData(), false);
-        if (!file.isValid()) return QStringLiteral("the file is not a FLAC file TagLib can write");
+        if (!file.isValid()) return QStringLiteral("the file is not a readable FLAC file");
         TagLib::Ogg::XiphComment* comment = file.xiphComment(true);
         for (const auto& [key, text] : changes) {
             const AudioInfoKey* k = audioInfoKeyFor(QLatin1String(key));

@@ -176,6 +176,9 @@ TEST_F(AudioWriters, Mp3CopyHasNoId3v1KeepsAudioAndPictureAndReadsBackElsewhere)
     EXPECT_EQ(readFile(source), before);
     EXPECT_EQ(audioBytes(r.outputPath), audioBytes(source));
     EXPECT_TRUE(isOutputOfOurs(r.outputPath));
+    QFile plain(out.path() + QStringLiteral("/plain"));  // made as any new file is
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+    EXPECT_EQ(QFile::permissions(r.outputPath), plain.permissions());
 
     const QJsonObject tags = exiftoolTags(r.outputPath);
     for (const QString& key : tags.keys())
