@@ -26,35 +26,46 @@ struct Mpeg4AudioEdit {
     bool removeAll = false;
 };
 
+void finishList(PassthroughExport& out, const Mpeg4AudioEdit& edit,
+                const QList<MetadataItem>& existing) {
+    out.fileType = VideoFileType::AppleM4A;
+    out.dropAllMetadataBoxes = edit.removeAll;
+    out.metadata =
+        edit.removeAll ? QList<MetadataItem>{} : merged(edit.changes, edit.cover, existing);
+}
+
 ExportOutcome exportMpeg4Audio(const PassthroughExport& request, const Mpeg4AudioEdit& edit) {
     PassthroughExport out = request;
-    out.fileType = VideoFileType::AppleM4A;
     QList<MetadataItem> existing;
+    const bool mpeg4 = looksLikeMpeg4File(request.sourcePath);
+    if (mpeg4) {
+        existing = readMovieMetadata(request.sourcePath);
+        finishList(out, edit, existing);
+        const RewriteResult direct = rewriteMovieFile(out);
+        if (direct.ok) return ExportStatus::Completed;
+        // A fragmented file is re-packed whole first; its items stay.
+        if (!direct.reason.startsWith(QLatin1String("fragmented"))) {
+            qCWarning(lcTagsmith).noquote()
+                << "Movie rewriter: cannot rewrite" << request.sourcePath << "-" << direct.reason;
+            return {ExportStatus::Failed, direct.userReason};
+        }
+        qCInfo(lcTagsmith) << "a fragmented file is re-packed first ==" << request.sourcePath;
+    }
     // A private file beside the output for the re-packed audio; it goes
     // when the export ends, whatever the outcome.
     QTemporaryFile repacked(QFileInfo(request.outputPath).absolutePath() +
                             QStringLiteral("/.tagsmith-repack-XXXXXX.m4a"));
-    if (looksLikeMpeg4File(request.sourcePath)) {
-        if (!edit.removeAll) existing = readMovieMetadata(request.sourcePath);
-    } else {
-        if (!repacked.open()) {
-            qCWarning(lcTagsmith) << "cannot make a temporary file in =="
-                                  << repacked.fileTemplate();
-            return {ExportStatus::Failed, QStringLiteral("the storage folder cannot be written")};
-        }
-        repacked.close();
-        const RemuxResult remux =
-            remuxAudio(request.sourcePath, repacked.fileName(), RemuxContainer::Mpeg4Audio);
-        if (!remux.ok) return {ExportStatus::Failed, remux.reason};
-        if (!edit.removeAll) existing = itemsFromTags(remux.tags, remux.cover);
-        out.sourcePath = repacked.fileName();
+    if (!repacked.open()) {
+        qCWarning(lcTagsmith) << "cannot make a temporary file in ==" << repacked.fileTemplate();
+        return {ExportStatus::Failed, QStringLiteral("the storage folder cannot be written")};
     }
-    if (edit.removeAll) {
-        out.metadata.clear();
-        out.dropAllMetadataBoxes = true;
-    } else {
-        out.metadata = merged(edit.changes, edit.cover, existing);
-    }
+    repacked.close();
+    const RemuxResult remux =
+        remuxAudio(request.sourcePath, repacked.fileName(), RemuxContainer::Mpeg4Audio);
+    if (!remux.ok) return {ExportStatus::Failed, remux.reason};
+    if (!mpeg4) existing = itemsFromTags(remux.tags, remux.cover);
+    out.sourcePath = repacked.fileName();
+    finishList(out, edit, existing);
     return rewriteMovie(out);
 }
 

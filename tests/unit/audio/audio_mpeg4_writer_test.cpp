@@ -100,8 +100,9 @@ TEST_F(AudioMpeg4Writer, ChangedCoverIsStoredAsPngAndRemovalLeavesAudioAlone) {
     EXPECT_EQ(hashesOf(removed.outputPath), hashesOf(source));
 }
 
-// Other files are re-packed into MPEG-4 audio with their tags where the
-// codec can live there; otherwise nothing is written and the reason says why.
+// Other files (and fragmented MPEG-4 ones) are re-packed into MPEG-4 audio
+// with their tags where the codec can live there; otherwise nothing is
+// written and the reason says why.
 TEST_F(AudioMpeg4Writer, OtherFilesAreRepackedOrRefused) {
     const struct {
         const char* name;
@@ -111,6 +112,7 @@ TEST_F(AudioMpeg4Writer, OtherFilesAreRepackedOrRefused) {
     } cases[] = {
         {"song-id3.aac", "aac -write_id3v2 1", true, ""},
         {"song.opus", "libopus", false, ""},
+        {"song-frag.m4a", "aac -movflags +frag_keyframe+empty_moov", false, ""},
         {"song.wav", "pcm_s16le", false,
          "WAV audio (PCM) cannot be stored in an MPEG-4 audio file"},
         {"song.ogg", "libvorbis", false,
@@ -135,8 +137,8 @@ TEST_F(AudioMpeg4Writer, OtherFilesAreRepackedOrRefused) {
         EXPECT_EQ(items.value("itsk/%A9ART"), "New artist");
         EXPECT_EQ(hashesOf(r.outputPath, c.decoded), hashesOf(source, c.decoded));
     }
-    // Two outputs; neither a refused file nor a temporary one is left behind.
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
+    // Three outputs; neither a refused file nor a temporary one is left behind.
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
 }
 
 }  // namespace
