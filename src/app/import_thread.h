@@ -6,7 +6,7 @@
 
 #include <atomic>
 
-#include "core/library/media_import.h"
+#include "core/import/media_import.h"
 
 class AppDelegate;
 

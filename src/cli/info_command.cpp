@@ -4,8 +4,8 @@
 #include <cstdio>
 
 #include "cli/commands.h"
-#include "core/library/item_json.h"
-#include "core/library/media_import.h"
+#include "core/import/item_json.h"
+#include "core/import/media_import.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "cli/commands.h"
 #include "core/app/user_defaults.h"
 #include "core/common/file_dates.h"
-#include "core/library/media_import.h"
+#include "core/import/media_import.h"
 #include "core/library/media_kinds.h"
 #include "core/video/video_tools.h"
 #include "core/video/video_writers.h"

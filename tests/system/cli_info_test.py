@@ -25,7 +25,7 @@ class CliInfoTest(unittest.TestCase):
         cls.mkv = os.path.join(root, "nested", "stereo.mkv")
         ffmpeg(*("-f lavfi -i testsrc=size=64x48:rate=10:duration=61 -f lavfi -i sine=sample_rate=22050:"
                  "duration=61 -c:v libx264 -preset ultrafast -c:a libvorbis -shortest").split(), cls.mkv)
-        # Neither kind, and audio (not listed until the audio readers exist).
+        # Neither kind, and untagged audio.
         with open(os.path.join(root, "notes.txt"), "w") as f:
             f.write("not media\n")
         run("sox", "-n", "-r", "8000", os.path.join(root, "nested", "tone.wav"), "synth", "0.5", "sine", "300")
@@ -43,7 +43,12 @@ class CliInfoTest(unittest.TestCase):
     def test_folder_import_matches_ffprobe(self):
         _, records = self.info(self.tmp.name)
         by_name = {r["fileName"]: r for r in records}
-        self.assertEqual(sorted(by_name), ["Portrait.MOV", "h264.mp4", "stereo.mkv"])
+        self.assertEqual(sorted(by_name), ["Portrait.MOV", "h264.mp4", "stereo.mkv", "tone.wav"])
+        tone = by_name["tone.wav"]
+        self.assertEqual((tone["fileSampleRate"], tone["fileChannels"]), ("8000 Hz", "1"))
+        stream = ffprobe(tone["filePath"])["streams"][0]
+        self.assertEqual((tone["fileBitRate"], tone["fileduratStr"]), (stream["bit_rate"] + " bps", "0s"))
+        self.assertAlmostEqual(tone["fileduration"], 0.5, places=2)
         for path in (self.h264, self.mov, self.mkv):
             rec = by_name[os.path.basename(path)]
             probe = ffprobe(path)
@@ -80,6 +85,25 @@ class CliInfoTest(unittest.TestCase):
         self.assertEqual(result.returncode, 1)
         self.assertIn("no-such-file.mp4", result.stderr)
         self.assertEqual([r["fileName"] for r in records], ["h264.mp4"])
+
+    def test_audio_records_carry_every_filled_field(self):
+        own = tempfile.TemporaryDirectory()
+        self.addCleanup(own.cleanup)
+        cover = os.path.join(own.name, "cover.png")
+        ffmpeg(*"-f lavfi -i color=blue:size=16x8 -frames:v 1".split(), cover)
+        song = os.path.join(own.name, "song.mp3")
+        ffmpeg(*"-f lavfi -i sine=duration=1 -i".split(), cover, *(
+            "-map 0 -map 1 -c:v copy -disposition:v attached_pic -id3v2_version 3 -metadata "
+            "title=Песня -metadata artist=Artist -metadata album=Album -metadata track=7 "
+            "-metadata TRDA=2019-05-03T10:20:30+0800 -metadata date=2019").split(), song)
+        rec = json.loads(run(CLI, "info", "--items", song).stdout)[0]
+        expected = {"fileTitle": "Песня", "fileArist": "Artist", "fileAblumName": "Album",
+                    "fileAlbumArist": "7", "fileReleasedYear": "2019", "fileImage": "16x8",
+                    "shootDateStr": "2019-05-03 10:20:30", "fileType": "MP3 audio"}
+        self.assertEqual({k: rec.get(k) for k in expected}, expected)
+        rows = {r["identifier"]: r["value"] for r in rec["items"]}
+        self.assertEqual(rows["id3/TIT2"], "Песня")
+        self.assertTrue(rows["id3/APIC"].startswith("PNG picture, 16 x 8"), rows["id3/APIC"])
 
     def test_usage_errors(self):
         self.assertEqual(run(CLI, "info", check=False).returncode, 2)

@@ -9,7 +9,7 @@
 #include <QtTest>
 
 #include "core/common/dates.h"
-#include "core/library/media_import.h"
+#include "core/import/media_import.h"
 #include "support/exiftool.h"
 #include "support/media_fixtures.h"
 #include "ui/controls/map_view.h"

@@ -15,7 +15,7 @@
 #include "app/app_delegate.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
-#include "core/library/media_import.h"
+#include "core/import/media_import.h"
 #include "core/video/movie_metadata_reader.h"
 #include "core/video/video_file_ops.h"
 #include "support/media_fixtures.h"

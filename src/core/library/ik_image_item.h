@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "core/video/metadata_item.h"
+#include "core/library/metadata_item.h"
 
 // One media file of the list (a video, an audio file, a photo or a camera
 // item). Every field starts empty, zero or false, except `fileType`, which

@@ -57,7 +57,16 @@ ProbeFacts probeMediaFile(const OpenedMedia& media) {
     }
     const int audio = av_find_best_stream(ctx, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (audio >= 0) {
-        const AVCodecParameters* p = ctx->streams[audio]->codecpar;
+        const AVStream* stream = ctx->streams[audio];
+        const AVCodecParameters* p = stream->codecpar;
+        // Headers that describe their streams (AIFF, CAF, AU) leave the
+        // file's duration unset: the stream's, or the data size at the bit
+        // rate, stands in.
+        if (!facts.durationSeconds && stream->duration > 0 && stream->duration != AV_NOPTS_VALUE)
+            facts.durationSeconds = stream->duration * av_q2d(stream->time_base);
+        const qint64 bytes = ctx->pb ? avio_size(ctx->pb) : -1;
+        if (!facts.durationSeconds && p->bit_rate > 0 && bytes > 0)
+            facts.durationSeconds = static_cast<double>(bytes) * 8 / p->bit_rate;
         if (p->bit_rate > 0) facts.audioBitRate = p->bit_rate;
         if (p->sample_rate > 0) facts.audioSampleRate = p->sample_rate;
         if (p->ch_layout.nb_channels > 0) facts.audioChannels = p->ch_layout.nb_channels;

@@ -30,6 +30,8 @@ QString keySpaceName(const QString& keySpace) {
         {"org.id3", "ID3"},
         {"comn", "Common"},
         {"caaf", "CAF"},
+        {"riff", "RIFF INFO"},
+        {"vorbis", "Vorbis comment"},
     };
     for (const auto& [code, name] : names)
         if (keySpace == QLatin1String(code)) return QString::fromLatin1(name);
@@ -167,12 +169,16 @@ void appendItemRows(const MetadataItem& item, QList<MetadataRow>& rows) {
                     item.identifier,
                     QByteArray(),
                     -1};
-    if (item.value.typeId() != QMetaType::QByteArray) {
+    // An ID3 picture is a dictionary; its "data" entry is the picture.
+    const bool dictionary = item.value.typeId() == QMetaType::QVariantMap;
+    if (item.value.typeId() != QMetaType::QByteArray && !dictionary) {
         row.value = item.value.toString();
         rows.append(row);
         return;
     }
-    const QByteArray bytes = item.value.toByteArray();
+    const QByteArray bytes = dictionary
+                                 ? item.value.toMap().value(QStringLiteral("data")).toByteArray()
+                                 : item.value.toByteArray();
     row.bytes = bytes.size();
     if (item.key == "XMP_" && item.keySpace == QLatin1String("udta")) {
         appendXmpRows(bytes, rows);

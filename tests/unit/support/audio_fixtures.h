@@ -15,4 +15,16 @@ QString coverPng();
 QString mp3(int version);
 // A CAF (PCM) with title kTitle and artist "Artist" in its info chunk.
 QString caf();
+// A WAV with RIFF INFO (title "WavT", artist "A", track 4, subject "Sub",
+// date "2019-05-03T10:20:30+0800") and an "id3 " chunk holding mp3(3)'s tag.
+QString wav();
+// A FLAC with Vorbis comments (title "FlacT", TRACKNUMBER 5, YEAR 2018) and
+// the PNG as picture.
+QString flac();
+// An AIFF with an ID3v2.3 chunk: title "AifT", TRDA "2019 05 03 10 20 30".
+QString aiff();
+// An M4A (AAC) with title "M4aT", track 3 of 9, date 2017.
+QString m4a();
+// An AU file made by sox (no tags).
+QString au();
 }  // namespace audiofix

@@ -7,7 +7,7 @@
 
 #include <sys/stat.h>
 
-#include "core/library/media_import.h"
+#include "core/import/media_import.h"
 #include "library/ffmpeg_open_count.h"
 #include "support/media_fixtures.h"
 
@@ -53,14 +53,14 @@ protected:
 }  // namespace
 
 TEST_F(MediaImportTest, FolderScanReachesEveryDepthAndHiddenFilesAndSkipsOtherKinds) {
-    // Audio is not listed until the audio readers exist.
     for (const QString& path : words("top.mp4 a/b/c/deep.MOV .hidden/inside.m4v a/.secret.mkv "
                                      "a/photo.jpg a/readme a/song.mp3"))
         place(path);
     RecordingSink sink;
     MediaImporter importer(sink);
     importer.importMediaItemsThreader({tmp.path()});
-    EXPECT_EQ(sink.names(), (QStringList{".secret.mkv", "deep.MOV", "inside.m4v", "top.mp4"}));
+    EXPECT_EQ(sink.names(),
+              (QStringList{".secret.mkv", "deep.MOV", "inside.m4v", "song.mp3", "top.mp4"}));
     EXPECT_EQ(sink.finished, 1);  // one path given, one refresh
     EXPECT_EQ(sink.folders, QStringList{QFileInfo(tmp.path()).absolutePath()});
 }

@@ -40,13 +40,16 @@ public:
     void ScanMediasItemWithinFolder(const QString& folder);
 
     // Builds the record of one file. Null for a file of neither video nor
-    // audio kind (and, until audio readers exist, for audio files).
-    // `technical` adds the technical texts of the full import.
+    // audio kind, or one that is not a regular file. Audio files go to their
+    // reader by extension (wav, flac, au: the WAV reader; aiff, aif: the AIFF
+    // reader; every other audio extension: the MP3 reader). `technical` adds
+    // the technical texts of the full import (videos only).
     static IKImageItemPtr importFile(const QString& path, bool technical);
 
     // The record as the writers need it: file attributes and every metadata
     // item, without opening the file as media (no probed facts, kind text or
-    // technical texts). Null where importFile() answers null.
+    // technical texts). Null where importFile() answers null. Audio records
+    // are read in full.
     static IKImageItemPtr importFileForWriting(const QString& path);
 
     // Asks a running import to stop after the current file.
@@ -59,15 +62,3 @@ private:
     QSet<QString> m_visitedFolders;
     std::atomic<bool> m_cancelled{false};
 };
-
-// Why a record's file could not be read (it cannot be opened, is empty, or
-// gave no length, picture or sound), in words for the user; empty when it
-// was read.
-QString readProblemOf(const IKImageItem& item);
-
-struct ProbeFacts;
-
-// Fills a video record's file attributes: size text and file dates.
-void fillFileAttributes(IKImageItem& item);
-// Fills the probed facts and the kind text of the file's type.
-void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts);

@@ -1,4 +1,4 @@
-#include "core/video/metadata_item.h"
+#include "core/library/metadata_item.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "core/library/item_json.h"
+#include "core/import/item_json.h"
 
 namespace {
 

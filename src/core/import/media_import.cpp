@@ -1,19 +1,14 @@
-#include "core/library/media_import.h"
+#include "core/import/media_import.h"
 
-#include <QCoreApplication>
 #include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
-#include <QMimeDatabase>
 
-#include <cmath>
-
-#include "core/common/dates.h"
+#include "core/audio/audio_readers.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
-#include "core/library/formatters.h"
 #include "core/library/media_kinds.h"
 #include "core/library/media_probe.h"
+#include "core/library/media_record.h"
 #include "core/library/track_info.h"
 #include "core/video/video_metadata_rules.h"
 
@@ -22,76 +17,21 @@ namespace {
 constexpr int kMaxFolderDepth = 512;
 }  // namespace
 
-void fillFileAttributes(IKImageItem& item) {
-    const QString& path = item.filePath;
-    const qint64 size = fileSizeOf(path);
-    if (size >= 0) {
-        item.fileSize = sizeText(size);
-        item.fileSizeBytes = size;
-    }
-    const FileDates dates = readFileDates(path);
-    if (dates.creation.isValid()) {
-        item.fileCreateDate = dates.creation;
-        item.fileCreateDateStr = dateText(dates.creation);
-    }
-    if (dates.modification.isValid()) item.fileModifyDate = dates.modification;
-}
-
-void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
-    if (facts.durationSeconds) {
-        item.fileduration = *facts.durationSeconds;
-        item.fileduratStr = getMediaDuration(static_cast<qint32>(std::trunc(item.fileduration)));
-    }
-    const QMimeDatabase mimes;
-    const QMimeType mime = mimes.mimeTypeForFile(item.filePath);
-    if (mime.isValid() && !mime.isDefault() && !mime.comment().isEmpty()) {
-        item.fileType = mime.comment();
-    }
-    if (facts.audioBitRate) {
-        item.fileBitRate = QStringLiteral("%1 bps").arg(*facts.audioBitRate);
-        item.audioDataRateStr = item.fileBitRate;
-    }
-    if (facts.audioSampleRate)
-        item.fileSampleRate = QStringLiteral("%1 Hz").arg(*facts.audioSampleRate);
-    if (facts.audioChannels) item.fileChannels = QString::number(*facts.audioChannels);
-    if (facts.pixelHeight) item.filepixHeigh = *facts.pixelHeight;
-    if (facts.pixelWidth) item.filePixWidth = *facts.pixelWidth;
-}
-
-QString readProblemOf(const IKImageItem& item) {
-    QFile file(item.filePath);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return QCoreApplication::translate("MediaImporter", "The file cannot be opened (%1).")
-            .arg(file.errorString());
-    }
-    if (file.size() == 0) return QCoreApplication::translate("MediaImporter", "The file is empty.");
-    // A movie that FFmpeg reads has a length, a picture or a sound.
-    if (item.fileduration <= 0 && item.filePixWidth <= 0 && item.fileSampleRate.isEmpty()) {
-        return QCoreApplication::translate(
-            "MediaImporter", "The file is damaged or is not a movie that Tagsmith can read.");
-    }
-    return {};
-}
-
 namespace {
 
-// A new record of a video file with its file attributes; null for a file
-// of another kind (audio too, until audio readers exist) or one that is
-// not a regular file.
-IKImageItemPtr newVideoRecord(const QString& path) {
-    // Audio is asked first; a file of neither kind is skipped silently.
-    if (!isVideoPath(path) && !isAudioPath(path)) return nullptr;
+// Is the path of a kind the import lists and a regular file?
+bool importable(const QString& path) {
+    // A file of neither kind is skipped silently.
+    if (!isVideoPath(path) && !isAudioPath(path)) return false;
     if (!isRegularFile(path)) {
         qCWarning(lcTagsmith) << "not a regular file, not read ==" << path;
-        return nullptr;
+        return false;
     }
-    if (isAudioPath(path)) {
-        // Each audio format has its own reader; until they exist, audio files
-        // are left out of the list.
-        return nullptr;
-    }
-    if (!isVideoPath(path)) return nullptr;
+    return true;
+}
 
+// A new record of a video file with its file attributes.
+IKImageItemPtr newVideoRecord(const QString& path) {
     auto item = std::make_shared<IKImageItem>();
     item->fileType = QStringLiteral("Movie");
     item->fileName = QFileInfo(path).fileName();
@@ -103,8 +43,10 @@ IKImageItemPtr newVideoRecord(const QString& path) {
 }  // namespace
 
 IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
+    if (!importable(path)) return nullptr;
+    // Audio is asked before video.
+    if (isAudioPath(path)) return readAudioFile(path);
     IKImageItemPtr item = newVideoRecord(path);
-    if (!item) return nullptr;
     {
         // One open of the file serves the probed facts and the track texts.
         const OpenedMedia media(path);
@@ -115,17 +57,15 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
     }
     readVideoFileMetadata(*item, !technical);
     item->fileReadProblem = readProblemOf(*item);
-    if (!item->fileReadProblem.isEmpty()) {
-        qCInfo(lcTagsmithUser).noquote()
-            << QCoreApplication::translate("MediaImporter", "%1 could not be read: %2")
-                   .arg(item->fileName, item->fileReadProblem);
-    }
+    logReadProblem(*item);
     return item;
 }
 
 IKImageItemPtr MediaImporter::importFileForWriting(const QString& path) {
+    if (!importable(path)) return nullptr;
+    if (isAudioPath(path)) return readAudioFile(path);
     IKImageItemPtr item = newVideoRecord(path);
-    if (item) readVideoFileMetadata(*item, false);
+    readVideoFileMetadata(*item, false);
     return item;
 }
 

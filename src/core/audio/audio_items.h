@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QList>
+
+#include "core/audio/caf_file.h"
+#include "core/audio/id3_frames.h"
+#include "core/library/metadata_item.h"
+
+// Metadata items of audio tags, in stored order, as the readers match them
+// and the All Tags list shows them.
+
+// "id3/XXXX" items (key space "org.id3") named by the frames as stored
+// ("id3/TYER", "id3/TT2"). Text frames read as their text (several values
+// joined by "; "), comments and lyrics as their text with their language,
+// pictures as a dictionary {"MIME", "data", "picturetype", "description"},
+// user texts and links as "(description) value", anything else as its raw
+// body.
+QList<MetadataItem> id3MetadataItems(const Id3Tag& tag);
+
+// "caaf/info-..." items (key space "caaf") of a CAF info chunk: the key
+// "info-" + the entry's key, so "track number" is "caaf/info-track%20number".
+QList<MetadataItem> cafMetadataItems(const CafInfo& info);
+
+// One text item of `keySpace` ("riff" for RIFF INFO, "vorbis" for Vorbis
+// comments): entries the All Tags list shows beside the fields.
+MetadataItem audioTextItem(const QString& keySpace, const QByteArray& key, const QString& value);

@@ -1,0 +1,211 @@
+#include "core/audio/audio_readers.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+#include "core/audio/audio_info_keys.h"
+#include "core/audio/audio_items.h"
+#include "core/audio/caf_file.h"
+#include "core/audio/id3_frames.h"
+#include "core/audio/taglib_info.h"
+#include "core/common/logging.h"
+#include "core/library/media_kinds.h"
+#include "core/library/media_probe.h"
+#include "core/library/media_record.h"
+#include "core/video/movie_metadata_reader.h"
+
+namespace {
+
+// An ID3 chunk of a WAV or AIFF file larger than this is not read.
+constexpr qint64 kMaxId3ChunkBytes = qint64(256) << 20;
+// Pictures larger than this are not decoded (and logged).
+constexpr qsizetype kMaxPictureBytes = qsizetype(32) << 20;
+
+// What the file's own headers give when it has no tags we read: the album
+// and the year, as a desktop search index would report them.
+struct FallbackTags {
+    QString album;
+    QString year;
+};
+
+// Steps every audio reader shares: the record, its file facts and its
+// probed facts (one open of the file).
+IKImageItemPtr newAudioRecord(const QString& path, FallbackTags* fallback) {
+    auto item = std::make_shared<IKImageItem>();
+    item->fileType = QStringLiteral("Audio");
+    item->fileName = QFileInfo(path).fileName();
+    item->filePath = path;
+    fillFileAttributes(*item);
+    const OpenedMedia media(path);
+    fillProbeFacts(*item, probeMediaFile(media));
+    if (media.isOpen()) {
+        auto tag = [&](const char* key) {
+            const AVDictionaryEntry* e = av_dict_get(media.context()->metadata, key, nullptr, 0);
+            return e ? QString::fromUtf8(e->value) : QString();
+        };
+        fallback->album = tag("album");
+        fallback->year = tag("date").left(4);
+    }
+    return item;
+}
+
+IKImageItemPtr finish(IKImageItemPtr item) {
+    item->fileReadProblem = readProblemOf(*item, true);
+    logReadProblem(*item);
+    return item;
+}
+
+QList<MetadataItem> id3ChunkItems(QIODevice& file, AudioContainer container) {
+    const QByteArray chunk =
+        readContainerChunk(file, container, {"id3 ", "ID3 "}, kMaxId3ChunkBytes);
+    if (chunk.isEmpty()) return {};
+    const Id3Tag tag = parseId3v2Tag(chunk);
+    if (!tag.problems.isEmpty()) qCInfo(lcTagsmith) << "ID3 chunk ==" << tag.problems;
+    return id3MetadataItems(tag);
+}
+
+QList<MetadataItem> cafItems(QIODevice& file) {
+    QString problem;
+    const CafInfo info = readCafInfo(file, &problem);
+    if (!problem.isEmpty()) qCInfo(lcTagsmith) << "CAF info chunk ==" << problem;
+    return cafMetadataItems(info);
+}
+
+// The info dictionary of the WAV reader, with the items the All Tags list
+// shows for it and the artwork.
+struct InfoDictionary {
+    bool opened = false;
+    AudioInfoEntries entries;
+    QList<MetadataItem> items;
+    QByteArray artwork;
+};
+
+InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
+    InfoDictionary dict;
+    auto take = [&](const TagLibInfo& info, const QString& space, bool riff) {
+        dict.opened = info.opened;
+        for (const auto& [name, value] : info.fields) {
+            dict.items.append(audioTextItem(space, name, value));
+            const AudioInfoKey* key =
+                riff ? audioInfoKeyForRiff(name) : audioInfoKeyForVorbis(QString::fromUtf8(name));
+            if (key) dict.entries.append({QString::fromLatin1(key->infoKey), value});
+        }
+        dict.artwork = info.artwork;
+    };
+    switch (container) {
+        case AudioContainer::Wav: {
+            take(readRiffInfo(file.fileName()), QStringLiteral("riff"), true);
+            // The ID3 chunk: listed, and its picture is the artwork.
+            const QList<MetadataItem> id3 = id3ChunkItems(file, container);
+            for (const MetadataItem& item : id3)
+                if (item.key == "APIC")
+                    dict.artwork = item.value.toMap().value(QStringLiteral("data")).toByteArray();
+            dict.items += id3;
+            break;
+        }
+        case AudioContainer::Flac:
+            take(readFlacInfo(file.fileName()), QStringLiteral("vorbis"), false);
+            break;
+        case AudioContainer::Caf:
+            dict.opened = true;
+            dict.items = cafItems(file);
+            for (const MetadataItem& item : dict.items)
+                dict.entries.append({QString::fromUtf8(item.key.mid(5)), item.value.toString()});
+            break;
+        case AudioContainer::Au:
+            dict.opened = true;  // AU files have no info dictionary
+            break;
+        default:
+            break;
+    }
+    return dict;
+}
+
+}  // namespace
+
+QList<MetadataItem> audioMetadataItems(QIODevice& file, AudioContainer container) {
+    switch (container) {
+        case AudioContainer::Mpeg4:
+            return readMovieMetadata(file);
+        case AudioContainer::Caf:
+            return cafItems(file);
+        case AudioContainer::Wav:
+        case AudioContainer::Aiff:
+            return id3ChunkItems(file, container);
+        default: {
+            // Leading ID3v2 tags: MP3, and any stream with a tag in front.
+            QList<MetadataItem> items;
+            for (const Id3Tag& tag : readLeadingId3v2Tags(file)) {
+                if (!tag.problems.isEmpty()) qCInfo(lcTagsmith) << "ID3 tag ==" << tag.problems;
+                items += id3MetadataItems(tag);
+            }
+            return items;
+        }
+    }
+}
+
+IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path) {
+    FallbackTags fallback;
+    IKImageItemPtr item = newAudioRecord(path, &fallback);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
+        return finish(item);
+    }
+    const InfoDictionary dict = readInfoDictionary(file, sniffAudioContainer(file));
+    if (!dict.opened) qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
+    if (dict.entries.isEmpty())
+        qCDebug(lcTagsmith) << "AudioFileGetProperty failed for property info dictionary";
+    if (dict.artwork.size() > kMaxPictureBytes)
+        qCInfo(lcTagsmith) << "picture too large, not shown ==" << dict.artwork.size() << "bytes";
+    else if (!dict.artwork.isEmpty())
+        item->fileImage = QImage::fromData(dict.artwork);
+    applyAudioInfoDictionary(*item, dict.entries);
+    item->fileMetaArray = dict.items;
+    return finish(item);
+}
+
+namespace {
+
+IKImageItemPtr readByWalk(const QString& path, AudioItemTable table) {
+    FallbackTags fallback;
+    IKImageItemPtr item = newAudioRecord(path, &fallback);
+    QFile file(path);
+    QList<MetadataItem> items;
+    if (file.open(QIODevice::ReadOnly)) items = audioMetadataItems(file, sniffAudioContainer(file));
+    if (items.isEmpty()) {
+        // No items: what the file's headers give stands in.
+        if (!fallback.album.isEmpty()) item->fileAblumName = fallback.album;
+        if (!fallback.year.isEmpty()) item->fileReleasedYear = fallback.year;
+        return finish(item);
+    }
+    applyAudioMetadata(*item, items, table);
+    item->fileMetaArray = items;
+    return finish(item);
+}
+
+}  // namespace
+
+IKImageItemPtr readSomeAiffAudioFileWithFilePath(const QString& path) {
+    return readByWalk(path, AudioItemTable::Aiff);
+}
+
+IKImageItemPtr readSomeMp3AudioFileWithFilePath(const QString& path) {
+    return readByWalk(path, AudioItemTable::Mp3);
+}
+
+IKImageItemPtr readAudioFile(const QString& path) {
+    switch (audioReaderForExtension(fileExtension(path))) {
+        case AudioReader::Wav:
+            return readSomeWAVAudioFileWithFilePath(path);
+        case AudioReader::Aiff:
+            return readSomeAiffAudioFileWithFilePath(path);
+        case AudioReader::Mp3:
+            break;
+    }
+    return readSomeMp3AudioFileWithFilePath(path);
+}

@@ -1,0 +1,98 @@
+#include "core/audio/taglib_info.h"
+
+#include <QFile>
+
+#include <flacfile.h>
+#include <flacpicture.h>
+#include <infotag.h>
+#include <tbytevectorstream.h>
+#include <tfilestream.h>
+#include <wavfile.h>
+#include <xiphcomment.h>
+
+#include <memory>
+
+#include "core/common/logging.h"
+
+namespace {
+
+QString text(const TagLib::String& s) {
+    return QString::fromStdString(s.to8Bit(true));
+}
+
+QByteArray bytes(const TagLib::ByteVector& v) {
+    return QByteArray(v.data(), qsizetype(v.size()));
+}
+
+TagLibInfo riffInfo(TagLib::IOStream* stream) {
+    TagLibInfo info;
+    TagLib::RIFF::WAV::File file(stream, false);
+    if (!file.isValid()) return info;
+    info.opened = true;
+    if (!file.hasInfoTag()) return info;
+    for (const auto& [id, value] : file.InfoTag()->fieldListMap())
+        info.fields.append({bytes(id), text(value)});
+    return info;
+}
+
+TagLibInfo flacInfo(TagLib::IOStream* stream) {
+    TagLibInfo info;
+    TagLib::FLAC::File file(stream, nullptr, false);
+    if (!file.isValid()) return info;
+    info.opened = true;
+    if (TagLib::Ogg::XiphComment* comment = file.xiphComment(false)) {
+        for (const auto& [name, values] : comment->fieldListMap())
+            info.fields.append({QByteArray::fromStdString(name.to8Bit(true)),
+                                text(values.toString(TagLib::String("; ")))});
+    }
+    const TagLib::FLAC::Picture* chosen = nullptr;
+    for (const TagLib::FLAC::Picture* picture : file.pictureList()) {
+        if (!chosen || picture->type() == TagLib::FLAC::Picture::FrontCover) chosen = picture;
+        if (picture->type() == TagLib::FLAC::Picture::FrontCover) break;
+    }
+    if (chosen) {
+        info.artwork = bytes(chosen->data());
+        info.artworkMimeType = text(chosen->mimeType());
+    }
+    return info;
+}
+
+template <typename Read>
+TagLibInfo guarded(const char* what, TagLib::IOStream* stream, Read read) {
+    try {
+        if (stream && stream->isOpen()) return read(stream);
+    } catch (const std::exception& e) {
+        qCWarning(lcTagsmith) << what << "failed ==" << e.what();
+    } catch (...) {
+        qCWarning(lcTagsmith) << what << "failed";
+    }
+    return {};
+}
+
+TagLib::ByteVector vector(const QByteArray& data) {
+    return TagLib::ByteVector(data.constData(), static_cast<unsigned int>(data.size()));
+}
+
+}  // namespace
+
+TagLibInfo readRiffInfo(const QString& path) {
+    TagLib::FileStream stream(QFile::encodeName(path).constData(), true);
+    return guarded("RIFF INFO reading", &stream, riffInfo);
+}
+
+TagLibInfo readFlacInfo(const QString& path) {
+    TagLib::FileStream stream(QFile::encodeName(path).constData(), true);
+    return guarded("FLAC comment reading", &stream, flacInfo);
+}
+
+TagLibInfo readRiffInfoFromData(const QByteArray& data) {
+    TagLib::ByteVector v = vector(data);
+    TagLib::ByteVectorStream stream(v);
+    return guarded("RIFF INFO reading", &stream, riffInfo);
+}
+
+TagLibInfo readFlacInfoFromData(const QByteArray& data) {
+    TagLib::ByteVector v = vector(data);
+    TagLib::ByteVectorStream stream(v);
+    return guarded("FLAC comment reading", &stream, flacInfo);
+}

@@ -1,0 +1,80 @@
+#include "core/library/media_record.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QMimeDatabase>
+
+#include <cmath>
+
+#include "core/common/dates.h"
+#include "core/common/file_dates.h"
+#include "core/common/logging.h"
+#include "core/library/formatters.h"
+#include "core/library/media_probe.h"
+
+void fillFileAttributes(IKImageItem& item) {
+    const QString& path = item.filePath;
+    const qint64 size = fileSizeOf(path);
+    if (size >= 0) {
+        item.fileSize = sizeText(size);
+        item.fileSizeBytes = size;
+    }
+    const FileDates dates = readFileDates(path);
+    if (dates.creation.isValid()) {
+        item.fileCreateDate = dates.creation;
+        item.fileCreateDateStr = dateText(dates.creation);
+    }
+    if (dates.modification.isValid()) item.fileModifyDate = dates.modification;
+}
+
+void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
+    if (facts.durationSeconds) {
+        item.fileduration = *facts.durationSeconds;
+        item.fileduratStr = getMediaDuration(static_cast<qint32>(std::trunc(item.fileduration)));
+    }
+    const QMimeDatabase mimes;
+    const QMimeType mime = mimes.mimeTypeForFile(item.filePath);
+    if (mime.isValid() && !mime.isDefault() && !mime.comment().isEmpty()) {
+        item.fileType = mime.comment();
+    }
+    if (facts.audioBitRate) {
+        item.fileBitRate = QStringLiteral("%1 bps").arg(*facts.audioBitRate);
+        item.audioDataRateStr = item.fileBitRate;
+    }
+    if (facts.audioSampleRate)
+        item.fileSampleRate = QStringLiteral("%1 Hz").arg(*facts.audioSampleRate);
+    if (facts.audioChannels) item.fileChannels = QString::number(*facts.audioChannels);
+    if (facts.pixelHeight) item.filepixHeigh = *facts.pixelHeight;
+    if (facts.pixelWidth) item.filePixWidth = *facts.pixelWidth;
+}
+
+QString readProblemOf(const IKImageItem& item, bool audio) {
+    QFile file(item.filePath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return QCoreApplication::translate("MediaImporter", "The file cannot be opened (%1).")
+            .arg(file.errorString());
+    }
+    if (file.size() == 0) return QCoreApplication::translate("MediaImporter", "The file is empty.");
+    if (audio) {
+        // An audio file that FFmpeg reads has a sound.
+        if (item.fileSampleRate.isEmpty() && item.fileduration <= 0) {
+            return QCoreApplication::translate(
+                "MediaImporter",
+                "The file is damaged or is not an audio file that Tagsmith can read.");
+        }
+        return {};
+    }
+    // A movie that FFmpeg reads has a length, a picture or a sound.
+    if (item.fileduration <= 0 && item.filePixWidth <= 0 && item.fileSampleRate.isEmpty()) {
+        return QCoreApplication::translate(
+            "MediaImporter", "The file is damaged or is not a movie that Tagsmith can read.");
+    }
+    return {};
+}
+
+void logReadProblem(const IKImageItem& item) {
+    if (item.fileReadProblem.isEmpty()) return;
+    qCInfo(lcTagsmithUser).noquote()
+        << QCoreApplication::translate("MediaImporter", "%1 could not be read: %2")
+               .arg(item.fileName, item.fileReadProblem);
+}
