@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 
-#include "core/library/media_import.h"
+#include "core/import/media_import.h"
 #include "core/library/media_kinds.h"
 
 namespace {
