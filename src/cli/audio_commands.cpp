@@ -4,6 +4,7 @@
 
 #include "core/import/media_import.h"
 #include "core/library/media_kinds.h"
+#include "core/library/media_record.h"
 
 namespace {
 
