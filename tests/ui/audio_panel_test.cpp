@@ -11,6 +11,8 @@
 
 #include "app/app_delegate.h"
 #include "core/common/desktop_integration.h"
+#include "support/audio_fixtures.h"
+#include "support/exiftool.h"
 #include "support/media_fixtures.h"
 #include "ui/audio/audio_panel.h"
 #include "ui/library/media_table_model.h"
@@ -30,6 +32,9 @@ private Q_SLOTS:
         QVERIFY2(!song.isEmpty(), qPrintable(lastToolOutput()));
         m_song = m_dir.filePath("song.mp3");
         QVERIFY(QFile::copy(song, m_song));
+        // A second MP3 with its own tags and cover.
+        m_other = m_dir.filePath("other.mp3");
+        QVERIFY(QFile::copy(audiofix::mp3(3), m_other));
         const QString clip = m_dir.filePath("clip.mp4");
         QVERIFY(QFile::copy(clipFixture("ui-audio-clip.mp4"), clip));
 
@@ -42,20 +47,24 @@ private Q_SLOTS:
         m_app->awakeFromNib();
         m_app->applicationDidFinishLaunching();
         m_app->mainWindow()->show();
-        QVERIFY(m_app->tableViewAcceptDrop({m_song, clip}));
+        QVERIFY(m_app->tableViewAcceptDrop({m_song, m_other, clip}));
         QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
-        // Until the import lists audio files, the MP3's record is made here.
+        // Until the import lists audio files, the MP3s' records are made here.
         if (m_app->localPhotoItemArray.size() == 1) {
-            auto item = std::make_shared<IKImageItem>();
-            item->filePath = m_song;
-            item->fileName = "song.mp3";
-            item->fileType = "Audio";
-            item->fileTitle = "Before";
-            item->fileArist = "Someone";
-            m_app->localPhotoItemArray.prepend(item);
+            const std::tuple<QString, QString, QString> records[] = {
+                {m_other, QString::fromUtf8(audiofix::kTitle), "Artist"},
+                {m_song, "Before", "Someone"}};
+            for (const auto& [path, title, artist] : records) {
+                auto item = std::make_shared<IKImageItem>();
+                item->filePath = path;
+                item->fileName = QFileInfo(path).fileName();
+                item->fileTitle = title;
+                item->fileArist = artist;
+                m_app->localPhotoItemArray.prepend(item);
+            }
             m_app->LoadImportedMediasonMainThread();
         }
-        QCOMPARE(m_app->localPhotoItemArray.size(), 2);
+        QCOMPARE(m_app->localPhotoItemArray.size(), 3);
         m_panel = m_app->audioContentView;
     }
     void cleanupTestCase() { m_app.reset(); }
@@ -90,26 +99,51 @@ private Q_SLOTS:
         QVERIFY(m_app->hasUnsavedEdits());
     }
 
-    void saveSendsTheMp3ToItsWriterAndSkipsTheVideo() {
+    // Each other file gets only the edited field; the chosen picture goes
+    // into the shown file alone; the video is left to its own panel.
+    void saveOfSeveralRowsWritesOnlyTheEdits() {
         startClean();
         QTest::keyClicks(m_panel->field("titlelab"), " After");
+        QImage blue(16, 16, QImage::Format_RGB32);
+        blue.fill(Qt::blue);
+        m_panel->setChosenArtwork(blue);
+        const QByteArray songBytes = readFile(m_song);
         m_app->dragtableView->selectAll();
         m_app->MybuttonMouseDownHandle(m_app->SaveMediaChangesBtn);
         m_app->waitForVideoJobs();
         QVERIFY(!m_app->hasUnsavedEdits());
-        auto* told = m_app->mainWindow()->findChild<QLabel*>("writeResult");
-        QTRY_VERIFY2(told->text().contains("song.mp3"), qPrintable(told->text()));
-        QVERIFY(!QFile::exists(m_dir.filePath("out/clip.mp4")));
+        const QJsonObject song = exiftoolTags(output("song.mp3"));
+        QCOMPARE(song["ID3v2_3:Title"].toString(), "Before After");
+        QCOMPARE(song["ID3v2_3:Artist"].toString(), "Someone");
+        QVERIFY(!QImage::fromData(exiftoolBinary(output("song.mp3"), "Picture")).isNull());
+        const QJsonObject other = exiftoolTags(output("other.mp3"));
+        QCOMPARE(other["ID3v2_3:Title"].toString(), "Before After");
+        QCOMPARE(other["ID3v2_3:Artist"].toString(), "Artist");
+        QCOMPARE(exiftoolBinary(output("other.mp3"), "Picture"),
+                 exiftoolBinary(m_other, "Picture"));
+        QVERIFY(!QFile::exists(output("clip.mp4")));
+        QCOMPARE(readFile(m_song), songBytes);
+    }
+
+    void removalStripsTheSelectedMp3() {
+        startClean();
+        selectRow(1);
+        m_app->RemoveSelectedMediaFileAction(nullptr);
+        m_app->waitForVideoJobs();
+        const QJsonObject other = exiftoolTags(output("other.mp3"));
+        QCOMPARE(other["File:FileType"].toString(), "MP3");
+        QCOMPARE(other["ID3v2_3:Title"].toString(), QString());  // was "Before After"
+        QCOMPARE(other["ID3v2_3:Artist"].toString(), QString());
     }
 
     void switchingBetweenAudioAndVideoRows() {
         startClean();
         QTest::keyClicks(m_panel->field("titlelab"), "!");
         answerWith(" Discard ");
-        selectRow(1);
+        selectRow(2);
         QTRY_VERIFY(m_app->videoMetaView->isVisible());
         QVERIFY(m_panel->isHidden());
-        QCOMPARE(m_app->shownItem(), m_app->localPhotoItemArray.at(1));
+        QCOMPARE(m_app->shownItem(), m_app->localPhotoItemArray.at(2));
         selectRow(0);
         QVERIFY(m_panel->isVisible() && m_app->videoMetaView->isHidden());
         QCOMPARE(m_panel->field("titlelab")->text(), "Before");  // the edit was dropped
@@ -121,7 +155,7 @@ private Q_SLOTS:
         startClean();
         QTest::keyClicks(m_panel->field("titlelab"), "!");
         answerWith("Cancel");
-        selectRow(1);
+        selectRow(2);
         QTRY_COMPARE(m_asked, QStringList{"Do you want to save the changes you made to "
                                           "\"song.mp3\"?"});
         QCOMPARE(m_app->selectedItems(), IKImageItemList{m_app->localPhotoItemArray.at(0)});
@@ -137,6 +171,7 @@ private:
             QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
     // Nothing edited, the MP3 shown and selected alone.
+    QString output(const QString& name) const { return m_dir.filePath("out/" + name); }
     void startClean() {
         m_app->setQuestionAnswerer(nullptr);
         m_app->ShowVideoViewWithItem(nullptr);
@@ -154,7 +189,7 @@ private:
     }
 
     QTemporaryDir m_dir;
-    QString m_song;
+    QString m_song, m_other;
     QStringList m_asked;
     std::unique_ptr<QSettings> m_settings;
     std::unique_ptr<AppDelegate> m_app;
