@@ -138,29 +138,6 @@ TEST(MovieRewriterLayout, LargeMediaKeepsItsOffsetWithinABlock) {
     }
 }
 
-TEST(BmffTree, SerializesWhatItParsed) {
-    const QByteArray payload =
-        makeBox("mvhd", "abcd") +
-        makeBox("trak",
-                makeBox("tkhd", "1234") +
-                    makeBox("mdia", makeBox("minf", makeBox("stbl", makeBox("stsd", "x"))))) +
-        makeBox("udta", makeBox("\xa9nam", "zz")) + QByteArray(4, '\0');
-    auto moov = Bmff::parseMovieBox(payload, nullptr);
-    ASSERT_TRUE(moov);
-    EXPECT_EQ(moov->serialize(), makeBox("moov", payload));
-    EXPECT_EQ(moov->size(), payload.size() + 8);
-    EXPECT_TRUE(moov->child("trak")->isContainer());
-    EXPECT_FALSE(moov->child("udta")->isContainer());  // not walked into
-    EXPECT_EQ(moov->removeChildren("udta"), 1);
-    EXPECT_FALSE(moov->child("udta"));
-
-    // A 64-bit header is kept as found.
-    const QByteArray large = u32(1) + "free" + u64(20) + "abcd";
-    auto withLarge = Bmff::parseMovieBox(large, nullptr);
-    ASSERT_TRUE(withLarge);
-    EXPECT_EQ(withLarge->serialize(), makeBox("moov", large));
-}
-
 // Longitude, latitude and altitude of the 3GPP location box (16.16 fixed
 // point after language, empty name and role), from each form of the text.
 TEST(MetadataEncoder, LocationFromIso6709Text) {
