@@ -133,7 +133,7 @@ QList<MetadataItem> merged(const QList<Change>& changes, const std::optional<QIm
 }
 
 QList<MetadataItem> itemsFromTags(const QList<std::pair<QString, QString>>& tags,
-                                  const QByteArray& cover) {
+                                  const QByteArray& cover, bool dateIsRecording) {
     // Keys as the demuxers name them: ID3 frames and Vorbis comments by
     // their common names, CAF info entries by their own.
     static const QHash<QString, QString> places{
@@ -149,6 +149,7 @@ QList<MetadataItem> itemsFromTags(const QList<std::pair<QString, QString>>& tags
         {"date", "itsk/%A9day"},
         {"year", "itsk/%A9day"},
         {"recorded date", "mdta/com.apple.quicktime.creationdate"},
+        {"trda", "mdta/com.apple.quicktime.creationdate"},
         {"track", "itsk/trkn"},
         {"tracknumber", "itsk/trkn"},
         {"track number", "itsk/trkn"},
@@ -164,6 +165,7 @@ QList<MetadataItem> itemsFromTags(const QList<std::pair<QString, QString>>& tags
         {"label", "itsk/%A9pub"},
         {"lyrics", "itsk/%A9lyr"},
         {"lyricist", "itsk/%A9lyr"},
+        {"text", "itsk/%A9lyr"},
         {"unsyncedlyrics", "itsk/%A9lyr"},
         {"grouping", "itsk/%A9grp"},
     };
@@ -189,7 +191,9 @@ QList<MetadataItem> itemsFromTags(const QList<std::pair<QString, QString>>& tags
     QStringList leftOut;
     for (const auto& [key, value] : tags) {
         const QString name = key.toLower();
-        const QString place = places.value(name);
+        const QString place = name == QLatin1String("date") && dateIsRecording
+                                  ? QStringLiteral("mdta/com.apple.quicktime.creationdate")
+                                  : places.value(name);
         if (!place.isEmpty() && !used.contains(place)) {
             used.insert(place);
             out.append(itemAt(place, value));

@@ -57,8 +57,10 @@ QList<MetadataItem> merged(const QList<Change>& changes, const std::optional<QIm
 
 // The tags a demuxer found in another kind of file, as the MPEG-4 audio
 // items a reader finds the same fields in; tags with no such item are left
-// out with one log line naming them. `cover` is the source's picture.
+// out with one log line naming them. `cover` is the source's picture. A
+// "date" is the release year, or with `dateIsRecording` (Vorbis comments)
+// the record date.
 QList<MetadataItem> itemsFromTags(const QList<std::pair<QString, QString>>& tags,
-                                  const QByteArray& cover);
+                                  const QByteArray& cover, bool dateIsRecording);
 
 }  // namespace AudioMpeg4Items

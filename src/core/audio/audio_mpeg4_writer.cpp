@@ -63,7 +63,7 @@ ExportOutcome exportMpeg4Audio(const PassthroughExport& request, const Mpeg4Audi
     const RemuxResult remux =
         remuxAudio(request.sourcePath, repacked.fileName(), RemuxContainer::Mpeg4Audio);
     if (!remux.ok) return {ExportStatus::Failed, remux.reason};
-    if (!mpeg4) existing = itemsFromTags(remux.tags, remux.cover);
+    if (!mpeg4) existing = itemsFromTags(remux.tags, remux.cover, remux.vorbisComments);
     out.sourcePath = repacked.fileName();
     finishList(out, edit, existing);
     return rewriteMovie(out);

@@ -149,6 +149,8 @@ RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContai
     }
 
     RemuxResult result;
+    const QString demuxer = QString::fromLatin1(input->iformat->name);
+    result.vorbisComments = demuxer == QLatin1String("ogg") || demuxer == QLatin1String("flac");
     collectTags(input->metadata, result);
     collectTags(audio->metadata, result);
     for (unsigned i = 0; i < input->nb_streams; ++i) {

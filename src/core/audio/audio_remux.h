@@ -26,6 +26,8 @@ struct RemuxResult {
     QList<std::pair<QString, QString>> tags;
     // The bytes of the source's first attached picture (a FLAC or ID3 cover).
     QByteArray cover;
+    // The tags are Vorbis comments (Ogg, FLAC), whose DATE is the recording's.
+    bool vorbisComments = false;
 };
 
 // Writes `target` (which should not exist; it is replaced) from the audio
