@@ -18,13 +18,12 @@ TEST_F(CafWriters, CopiesCarryTheNewValues) {
     AudioEditorState e;
     e.titlelab = "New", e.ablumAristlab = "3", e.recordDatelab = "2020:01:02 03:04:05";
     e.publishlab = "Label", e.basicInfoChange = e.cameraInfoChange = true;
+    // The CAF save never writes the track number; an AIFF keeps only its title chunk.
     const struct {
         const char* name;
-        AudioWriteResult (*write)(const IKImageItem&, const AudioEditorState&,
-                                  const StorageContext&, OutputBatch&);
+        decltype(&SaveChangedCAFAuidoExifItem) write;
         QString source;
-        const char* track;   // the CAF save never writes the track number
-        const char* artist;  // an AIFF keeps only its title chunk
+        const char *track, *artist;
     } cases[] = {
         {"AIFF export", writeAiffAuidoMetadatawithFileItem, aiff, "3", ""},
         {"CAF save", SaveChangedCAFAuidoExifItem, caf, "", "Art"},
@@ -47,7 +46,7 @@ TEST_F(CafWriters, CopiesCarryTheNewValues) {
 
 // A damaged CAF still gets its unchanged copy, and the result says why the
 // values are not in it.
-TEST_F(CafWriters, DamagedOrForeignSources) {
+TEST_F(CafWriters, DamagedCafStillGetsAnUnchangedCopy) {
     const QString damaged = dir.filePath("cut.caf");
     writeFile(damaged, QByteArray("caff\0\1\0\0desc\0\0\0\0\0\0\0\x20", 20) + "short");
     AudioEditorState e;

@@ -5,14 +5,14 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include "core/audio/audio_writers.h"
 #include "core/common/desktop_integration.h"
 #include "media_fixtures.h"
 
-// A storage folder of its own per test, a desktop that only records, and the
-// record of an audio file as the import makes it.
+// A storage folder per test, a desktop that only records, and audio records.
 class AudioWriterTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -25,19 +25,15 @@ protected:
         item.fileName = QFileInfo(path).fileName();
         return item;
     }
-    // The MD5 sums of the first audio stream's packets (framemd5), or with
-    // `decoded` one sum of its decoded samples; "" when ffmpeg cannot read it.
+    // ffmpeg's framemd5 of the first audio stream's packets (times, sizes and
+    // sums; side data, which containers keep differently, left out), or with
+    // `decoded` one sum of its decoded samples; "" on failure.
     static std::string hashesOf(const QString& path, bool decoded = false) {
-        QStringList args{"-v", "error", "-i", path, "-map", "0:a:0"};
-        args << (decoded ? words("-f md5 -") : words("-c:a copy -f framemd5 -"));
+        const QStringList args = QStringList{"-v", "error", "-i", path, "-map", "0:a:0"} +
+                                 words(decoded ? "-f md5 -" : "-c:a copy -f framemd5 -");
         if (!runTool(QStringLiteral("ffmpeg"), args)) return {};
-        std::string sums;
-        for (const QString& line : lastToolOutput().split(QLatin1Char('\n'))) {
-            const QStringList fields = line.split(QLatin1Char(','));
-            if (decoded || (!line.startsWith('#') && fields.size() >= 6))
-                sums += (decoded ? line : fields[5]).trimmed().toStdString() + ' ';
-        }
-        return sums;
+        const QStringList lines = lastToolOutput().split('\n').filter(QRegularExpression("^[^#]"));
+        return lines.join('\n').remove(QRegularExpression(", S=[^\n]*")).toStdString();
     }
     static QJsonObject probedTags(const QString& path) {
         runTool(QStringLiteral("ffprobe"), {"-v", "error", "-show_entries",
