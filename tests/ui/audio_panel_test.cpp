@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QSettings>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -49,21 +50,6 @@ private Q_SLOTS:
         m_app->mainWindow()->show();
         QVERIFY(m_app->tableViewAcceptDrop({m_song, m_other, clip}));
         QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
-        // Until the import lists audio files, the MP3s' records are made here.
-        if (m_app->localPhotoItemArray.size() == 1) {
-            const std::tuple<QString, QString, QString> records[] = {
-                {m_other, QString::fromUtf8(audiofix::kTitle), "Artist"},
-                {m_song, "Before", "Someone"}};
-            for (const auto& [path, title, artist] : records) {
-                auto item = std::make_shared<IKImageItem>();
-                item->filePath = path;
-                item->fileName = QFileInfo(path).fileName();
-                item->fileTitle = title;
-                item->fileArist = artist;
-                m_app->localPhotoItemArray.prepend(item);
-            }
-            m_app->LoadImportedMediasonMainThread();
-        }
         QCOMPARE(m_app->localPhotoItemArray.size(), 3);
         m_panel = m_app->audioContentView;
     }
@@ -78,6 +64,12 @@ private Q_SLOTS:
         QCOMPARE(m_app->oldTitleStr, "Before");
         QCOMPARE(m_app->oldArtistStr, "Someone");
         QVERIFY(!m_app->basicInfoChange && !m_app->cameraInfoChange);
+        QVERIFY(m_panel->showsPlaceholderArtwork());
+        // A file with a cover shows it, and lists it among all its tags.
+        selectRow(1);
+        QVERIFY(!m_panel->showsPlaceholderArtwork());
+        const QTableWidget* tags = m_panel->allTagsView();
+        QVERIFY(!tags->findItems("APIC", Qt::MatchExactly).isEmpty());
     }
 
     void anEditSetsTheFlagOfItsGroup_data() {
