@@ -80,7 +80,8 @@ void applyChanges(CafInfo& info, const E& e, bool groups, bool track, QStringLis
             noPlace->append(QLatin1String(f.name));
         }
     }
-    if (e.imageChanged) noPlace->append(QStringLiteral("picture"));
+    if (e.imageChanged && !noPlace->contains(QStringLiteral("picture")))
+        noPlace->append(QStringLiteral("picture"));
     if (!noPlace->isEmpty()) {
         qCInfo(lcTagsmith).noquote()
             << "A CAF file has no place for:" << noPlace->join(", ") << "; left out";
@@ -209,7 +210,9 @@ AudioWriteResult writeAiffAuidoMetadatawithFileItem(const IKImageItem& item,
         return r;
     }
     CafInfo info = infoFromTags(remux.tags);
+    // The AIFF's own cover (an ID3 picture) cannot come along either.
     QStringList noPlace;
+    if (!remux.cover.isEmpty()) noPlace.append(QStringLiteral("picture"));
     applyChanges(info, e, true, true, &noPlace);
     // The created-date box, when changed and readable, dates the copy.
     const QDateTime typed =
