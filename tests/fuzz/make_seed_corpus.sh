@@ -60,4 +60,19 @@ if command -v exiftool >/dev/null 2>&1; then
     -UserData:Description=Description "$out/keys_edited.mov"
   rm -f "$out/.cover.png"
 fi
+# Audio: ID3v2.3 and v2.4 tags with a picture and an ID3v1 tag, RIFF INFO,
+# Vorbis comments, an AIFF ID3 chunk, a CAF info chunk.
+tone="-f lavfi -i sine=duration=0.05:sample_rate=8000"
+ffmpeg -v error -y -f lavfi -i color=red:size=4x4 -frames:v 1 "$out/.pic.png"
+for v in 3 4; do
+  ffmpeg -v error -y $tone -i "$out/.pic.png" -map 0 -map 1 -c:v copy -disposition:v attached_pic \
+    -c:a libmp3lame -b:a 8k -id3v2_version $v -write_id3v1 1 -metadata title=T -metadata TRDA=2019 \
+    -metadata comment=C "$out/id3v2$v.mp3"
+done
+ffmpeg -v error -y $tone -metadata title=T -metadata track=1 -metadata date=2019 "$out/info.wav"
+ffmpeg -v error -y $tone -i "$out/.pic.png" -map 0 -map 1 -c:v copy -disposition:v attached_pic \
+  -metadata title=T "$out/vorbis.flac"
+ffmpeg -v error -y $tone -write_id3v2 1 -id3v2_version 3 -metadata title=T "$out/id3.aiff"
+ffmpeg -v error -y $tone -c:a pcm_s16le -metadata title=T -metadata artist=A "$out/info.caf"
+rm -f "$out/.pic.png"
 touch "$out/.made"

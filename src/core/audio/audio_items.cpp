@@ -2,7 +2,13 @@
 
 #include <QVariantMap>
 
+#include "core/common/logging.h"
+#include "core/video/movie_metadata_reader.h"
+
 namespace {
+
+// An ID3 chunk of a WAV or AIFF file larger than this is not read.
+constexpr qint64 kMaxId3ChunkBytes = qint64(256) << 20;
 
 const char* encodingName(quint8 encoding) {
     switch (encoding) {
@@ -105,4 +111,41 @@ MetadataItem audioTextItem(const QString& keySpace, const QByteArray& key, const
     item.value = value;
     item.dataType = QStringLiteral("UTF-8");
     return item;
+}
+
+QList<MetadataItem> id3ChunkMetadataItems(QIODevice& file, AudioContainer container) {
+    const QByteArray chunk =
+        readContainerChunk(file, container, {"id3 ", "ID3 "}, kMaxId3ChunkBytes);
+    if (chunk.isEmpty()) return {};
+    const Id3Tag tag = parseId3v2Tag(chunk);
+    if (!tag.problems.isEmpty()) qCInfo(lcTagsmith) << "ID3 chunk ==" << tag.problems;
+    return id3MetadataItems(tag);
+}
+
+QList<MetadataItem> cafFileMetadataItems(QIODevice& file) {
+    QString problem;
+    const CafInfo info = readCafInfo(file, &problem);
+    if (!problem.isEmpty()) qCInfo(lcTagsmith) << "CAF info chunk ==" << problem;
+    return cafMetadataItems(info);
+}
+
+QList<MetadataItem> audioMetadataItems(QIODevice& file, AudioContainer container) {
+    switch (container) {
+        case AudioContainer::Mpeg4:
+            return readMovieMetadata(file);
+        case AudioContainer::Caf:
+            return cafFileMetadataItems(file);
+        case AudioContainer::Wav:
+        case AudioContainer::Aiff:
+            return id3ChunkMetadataItems(file, container);
+        default: {
+            // Leading ID3v2 tags: MP3, and any stream with a tag in front.
+            QList<MetadataItem> items;
+            for (const Id3Tag& tag : readLeadingId3v2Tags(file)) {
+                if (!tag.problems.isEmpty()) qCInfo(lcTagsmith) << "ID3 tag ==" << tag.problems;
+                items += id3MetadataItems(tag);
+            }
+            return items;
+        }
+    }
 }

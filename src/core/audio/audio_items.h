@@ -2,6 +2,7 @@
 
 #include <QList>
 
+#include "core/audio/audio_container.h"
 #include "core/audio/caf_file.h"
 #include "core/audio/id3_frames.h"
 #include "core/library/metadata_item.h"
@@ -24,3 +25,14 @@ QList<MetadataItem> cafMetadataItems(const CafInfo& info);
 // One text item of `keySpace` ("riff" for RIFF INFO, "vorbis" for Vorbis
 // comments): entries the All Tags list shows beside the fields.
 MetadataItem audioTextItem(const QString& keySpace, const QByteArray& key, const QString& value);
+
+// The items of an ID3 chunk of a WAV or AIFF file ("id3 " or "ID3 ").
+QList<MetadataItem> id3ChunkMetadataItems(QIODevice& file, AudioContainer container);
+// The items of a CAF file's info chunk.
+QList<MetadataItem> cafFileMetadataItems(QIODevice& file);
+
+// The items of the metadata walk, in container order: "id3/..." from the
+// ID3v2 tags of MP3 files and the ID3 chunks of AIFF and WAV files,
+// "itsk/..." and the other movie key spaces from MPEG-4 audio, "caaf/info-..."
+// from CAF.
+QList<MetadataItem> audioMetadataItems(QIODevice& file, AudioContainer container);

@@ -16,12 +16,9 @@ extern "C" {
 #include "core/library/media_kinds.h"
 #include "core/library/media_probe.h"
 #include "core/library/media_record.h"
-#include "core/video/movie_metadata_reader.h"
 
 namespace {
 
-// An ID3 chunk of a WAV or AIFF file larger than this is not read.
-constexpr qint64 kMaxId3ChunkBytes = qint64(256) << 20;
 // Pictures larger than this are not decoded (and logged).
 constexpr qsizetype kMaxPictureBytes = qsizetype(32) << 20;
 
@@ -59,22 +56,6 @@ IKImageItemPtr finish(IKImageItemPtr item) {
     return item;
 }
 
-QList<MetadataItem> id3ChunkItems(QIODevice& file, AudioContainer container) {
-    const QByteArray chunk =
-        readContainerChunk(file, container, {"id3 ", "ID3 "}, kMaxId3ChunkBytes);
-    if (chunk.isEmpty()) return {};
-    const Id3Tag tag = parseId3v2Tag(chunk);
-    if (!tag.problems.isEmpty()) qCInfo(lcTagsmith) << "ID3 chunk ==" << tag.problems;
-    return id3MetadataItems(tag);
-}
-
-QList<MetadataItem> cafItems(QIODevice& file) {
-    QString problem;
-    const CafInfo info = readCafInfo(file, &problem);
-    if (!problem.isEmpty()) qCInfo(lcTagsmith) << "CAF info chunk ==" << problem;
-    return cafMetadataItems(info);
-}
-
 // The info dictionary of the WAV reader, with the items the All Tags list
 // shows for it and the artwork.
 struct InfoDictionary {
@@ -100,7 +81,7 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
         case AudioContainer::Wav: {
             take(readRiffInfo(file.fileName()), QStringLiteral("riff"), true);
             // The ID3 chunk: listed, and its picture is the artwork.
-            const QList<MetadataItem> id3 = id3ChunkItems(file, container);
+            const QList<MetadataItem> id3 = id3ChunkMetadataItems(file, container);
             for (const MetadataItem& item : id3)
                 if (item.key == "APIC")
                     dict.artwork = item.value.toMap().value(QStringLiteral("data")).toByteArray();
@@ -112,7 +93,7 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
             break;
         case AudioContainer::Caf:
             dict.opened = true;
-            dict.items = cafItems(file);
+            dict.items = cafFileMetadataItems(file);
             for (const MetadataItem& item : dict.items)
                 dict.entries.append({QString::fromUtf8(item.key.mid(5)), item.value.toString()});
             break;
@@ -126,27 +107,6 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
 }
 
 }  // namespace
-
-QList<MetadataItem> audioMetadataItems(QIODevice& file, AudioContainer container) {
-    switch (container) {
-        case AudioContainer::Mpeg4:
-            return readMovieMetadata(file);
-        case AudioContainer::Caf:
-            return cafItems(file);
-        case AudioContainer::Wav:
-        case AudioContainer::Aiff:
-            return id3ChunkItems(file, container);
-        default: {
-            // Leading ID3v2 tags: MP3, and any stream with a tag in front.
-            QList<MetadataItem> items;
-            for (const Id3Tag& tag : readLeadingId3v2Tags(file)) {
-                if (!tag.problems.isEmpty()) qCInfo(lcTagsmith) << "ID3 tag ==" << tag.problems;
-                items += id3MetadataItems(tag);
-            }
-            return items;
-        }
-    }
-}
 
 IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path) {
     FallbackTags fallback;

@@ -29,12 +29,6 @@ IKImageItemPtr readSomeMp3AudioFileWithFilePath(const QString& path);
 // reader; aiff, aif → the AIFF reader; every other → the MP3 reader.
 IKImageItemPtr readAudioFile(const QString& path);
 
-// The items of the metadata walk, in container order: "id3/..." from the
-// ID3v2 tags of MP3 files and the ID3 chunks of AIFF and WAV files,
-// "itsk/..." and the other movie key spaces from MPEG-4 audio, "caaf/info-..."
-// from CAF.
-QList<MetadataItem> audioMetadataItems(QIODevice& file, AudioContainer container);
-
 // Fills a record's fields from the walk's items with one of the two tables.
 enum class AudioItemTable { Aiff, Mp3 };
 void applyAudioMetadata(IKImageItem& item, const QList<MetadataItem>& items, AudioItemTable table);

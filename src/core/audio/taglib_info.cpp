@@ -4,6 +4,7 @@
 
 #include <flacfile.h>
 #include <flacpicture.h>
+#include <id3v2framefactory.h>
 #include <infotag.h>
 #include <tbytevectorstream.h>
 #include <tfilestream.h>
@@ -37,7 +38,7 @@ TagLibInfo riffInfo(TagLib::IOStream* stream) {
 
 TagLibInfo flacInfo(TagLib::IOStream* stream) {
     TagLibInfo info;
-    TagLib::FLAC::File file(stream, nullptr, false);
+    TagLib::FLAC::File file(stream, TagLib::ID3v2::FrameFactory::instance(), false);
     if (!file.isValid()) return info;
     info.opened = true;
     if (TagLib::Ogg::XiphComment* comment = file.xiphComment(false)) {

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 
 #include "audio_fixtures.h"
+#include "core/audio/id3_frames.h"
 #include "core/import/media_import.h"
 #include "media_fixtures.h"
 
@@ -25,6 +26,13 @@ QString mp3v23() {
 }
 QString mp3v24() {
     return audiofix::mp3(4);
+}
+// A FLAC file with an ID3v2 tag in front, as some taggers leave them.
+QString flacAfterId3() {
+    const QString path = fixtureDir() + QStringLiteral("/id3-front.flac");
+    const QByteArray mp3 = readFile(mp3v23());
+    writeFile(path, mp3.left(id3v2TagSize(mp3)) + readFile(audiofix::flac()));
+    return path;
 }
 
 class AudioReaders : public ::testing::Test {
@@ -92,6 +100,7 @@ TEST_F(AudioReaders, DamagedFilesAreListedWithTheirFileFacts) {
         {"head.caf", audiofix::caf, 70},
         {"half.m4a", audiofix::m4a, -1},
         {"empty.wav", audiofix::wav, 0},
+        {"id3-front.flac", flacAfterId3, 1 << 20},
         {"png.mp3", audiofix::coverPng, 1 << 20},
     };
     for (const auto& c : cases) {
