@@ -90,11 +90,15 @@ Mp3Source readMp3Source(const QString& path) {
 // holding `text`, or removes them when `text` is empty.
 void setFrame(QList<Mp3Frame>& frames, const QByteArray& id, const QString& text) {
     const bool comment = id == "COMM";
-    frames.removeIf([&](const Mp3Frame& f) { return comment ? isEditorComment(f) : f.id == id; });
-    if (text.isEmpty()) return;
     Mp3Frame f = Mp3Frame::textFrame(id, text);
-    if (comment) f.kind = Mp3Frame::Kind::Comment;
-    frames << f;
+    if (comment) {
+        f.kind = Mp3Frame::Kind::Comment;
+        // The new comment keeps the language of the one it replaces.
+        for (const Mp3Frame& old : frames)
+            if (isEditorComment(old) && !old.language.isEmpty()) f.language = old.language;
+    }
+    frames.removeIf([&](const Mp3Frame& o) { return comment ? isEditorComment(o) : o.id == id; });
+    if (!text.isEmpty()) frames << f;
 }
 
 // The new cover: the front cover (or, without one, the first picture, the
