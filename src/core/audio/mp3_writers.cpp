@@ -4,6 +4,8 @@
 // other tag (ID3v1, Lyrics3, APE, further ID3v2 tags) left behind.
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include "core/audio/audio_output.h"
@@ -86,9 +88,21 @@ Mp3Source readMp3Source(const QString& path) {
     return s;
 }
 
+// The frames a copy gets, and which of them the writer changed.
+struct Mp3Tag {
+    QList<Mp3Frame> frames;
+    QSet<QByteArray> edited;
+};
+
+// Frames the reader also shows in a field the writer writes (the last one
+// read wins).
+const QHash<QByteArray, QByteArray> kShownAlso = {{"TPE1", "TOPE"}};
+
 // Replaces the frames of `id` (for COMM, the editor's comment) by one frame
 // holding `text`, or removes them when `text` is empty.
-void setFrame(QList<Mp3Frame>& frames, const QByteArray& id, const QString& text) {
+void setFrame(Mp3Tag& tag, const QByteArray& id, const QString& text) {
+    QList<Mp3Frame>& frames = tag.frames;
+    tag.edited.insert(id);
     const bool comment = id == "COMM";
     Mp3Frame f = Mp3Frame::textFrame(id, text);
     if (comment) {
@@ -126,8 +140,9 @@ void removeShownCover(QList<Mp3Frame>& frames) {
 
 // Renders the tag: the editor's frames in their fixed order, then the new
 // cover, then every other frame in the file's order.
-QByteArray renderTag(const QList<Mp3Frame>& frames, const NewCover& cover, QString* error,
+QByteArray renderTag(const Mp3Tag& tag, const NewCover& cover, QString* error,
                      QStringList* refused) {
+    const QList<Mp3Frame>& frames = tag.frames;
     Id3TagWriter writer;
     QList<bool> written(frames.size(), false);
     const auto add = [&](qsizetype i) {
@@ -135,8 +150,18 @@ QByteArray renderTag(const QList<Mp3Frame>& frames, const NewCover& cover, QStri
         written[i] = true;
     };
     for (const EditorFrame& e : kEditorFrames) {
-        for (qsizetype i = 0; i < frames.size(); ++i)
-            if (!written[i] && frames[i].id == e.id) add(i);
+        // A frame the reader shows in the same field stays on the side of
+        // this one it was on, unless the field was edited: then it goes first.
+        const QByteArray also = kShownAlso.value(e.id);
+        const bool edited = tag.edited.contains(e.id);
+        const auto pass = [&](auto matches) {
+            for (qsizetype i = 0; i < frames.size(); ++i)
+                if (!written[i] && matches(frames[i].id)) add(i);
+        };
+        if (edited) pass([&](const QByteArray& id) { return !also.isEmpty() && id == also; });
+        pass([&](const QByteArray& id) {
+            return id == e.id || (!edited && !also.isEmpty() && id == also);
+        });
     }
     if (cover.changed && !cover.image.isNull()) {
         // The picture goes to id3lib through a file of its own, in a private
@@ -187,7 +212,7 @@ QString writeMp3Copy(const QString& source, const Mp3Source& s, const QByteArray
 // The common end of the four writers: render, write, publish.
 AudioWriteResult writeMp3(const IKImageItem& item, const QString& output, const FileDates& dates,
                           const StorageContext& storage, OutputBatch& batch, const Mp3Source& s,
-                          const QList<Mp3Frame>& frames, const NewCover& cover) {
+                          const Mp3Tag& frames, const NewCover& cover) {
     if (!s.problem.isEmpty()) return AudioWriteResult::skippedFile(item.filePath, s.problem);
     QStringList refused = s.dropped;
     QString error;
@@ -217,7 +242,7 @@ AudioWriteResult writeMp3(const IKImageItem& item, const QString& output, const 
 AudioWriteResult SaveChangedMp3MetadateItem(const IKImageItem& item, const AudioEditorState& e,
                                             const StorageContext& storage, OutputBatch& batch) {
     const Mp3Source s = readMp3Source(item.filePath);
-    QList<Mp3Frame> frames = s.frames;
+    Mp3Tag frames{s.frames, {}};
     // Only the fields the user changed: a save of several files then
     // changes just those fields in each.
     for (const EditorFrame& f : kEditorFrames) {
@@ -226,7 +251,7 @@ AudioWriteResult SaveChangedMp3MetadateItem(const IKImageItem& item, const Audio
     }
     NewCover cover;
     if (e.imageChanged) {
-        removeShownCover(frames);
+        removeShownCover(frames.frames);
         cover = {true, e.imageIsPlaceholder ? QImage() : e.audioArtImage};
     }
     const FileDates dates =
@@ -239,7 +264,7 @@ AudioWriteResult ReloadMp3MetadateItem(const IKImageItem& item, const QVariantMa
                                        const AudioEditorState& remembered,
                                        const StorageContext& storage, OutputBatch& batch) {
     const Mp3Source s = readMp3Source(item.filePath);
-    QList<Mp3Frame> frames = s.frames;
+    Mp3Tag frames{s.frames, {}};
     // The dictionary has no track number and no picture: the file's stay.
     for (const EditorFrame& f : kEditorFrames) {
         if (!f.dictKey || !exif.contains(QLatin1String(f.dictKey))) continue;
@@ -256,7 +281,7 @@ AudioWriteResult ReloadMp3MetadateItem(const IKImageItem& item, const QVariantMa
 AudioWriteResult SetMp3MetadateItem(const IKImageItem& item, const QString& dateStr,
                                     const StorageContext& storage, OutputBatch& batch) {
     const Mp3Source s = readMp3Source(item.filePath);
-    QList<Mp3Frame> frames = s.frames;
+    Mp3Tag frames{s.frames, {}};
     if (!dateStr.isEmpty()) setFrame(frames, "TRDA", dateStr);
     const QDateTime date = dateFromText(dateStr);
     const FileDates dates = date.isValid() ? FileDates{date, date} : readFileDates(item.filePath);
@@ -269,12 +294,12 @@ AudioWriteResult RemoveMp3metadataItem(const IKImageItem& item, const AudioEdito
     const Mp3Source s = readMp3Source(item.filePath);
     // Every frame goes; a field the editor shows filled leaves an empty
     // frame, and the picture stays unless the panel shows none.
-    QList<Mp3Frame> frames;
+    Mp3Tag frames;
     for (const EditorFrame& f : kEditorFrames) {
         if ((e.*f.field).isEmpty()) continue;
         Mp3Frame empty = Mp3Frame::textFrame(f.id, QString());
         if (empty.id == "COMM") empty.kind = Mp3Frame::Kind::Comment;
-        frames << empty;
+        frames.frames << empty;
     }
     NewCover cover;
     if (!e.imageIsPlaceholder) {
@@ -287,9 +312,9 @@ AudioWriteResult RemoveMp3metadataItem(const IKImageItem& item, const AudioEdito
                 std::find_if(pictures.begin(), pictures.end(),
                              [](const Mp3Frame& f) { return f.pictureType == kFrontCover; });
             if (front != pictures.end())
-                frames << *front;
+                frames.frames << *front;
             else if (!pictures.isEmpty())
-                frames << pictures.first();
+                frames.frames << pictures.first();
         }
     }
     const FileDates dates =

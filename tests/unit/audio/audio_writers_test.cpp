@@ -35,10 +35,10 @@ QString richMp3(const QString& folder) {
     const qint64 size = id3v2TagSize(source.left(10));
     QByteArray band("\x01\xff\xfe", 3);
     for (QChar c : kBand) band.append(char(c.unicode() & 0xff)).append(char(c.unicode() >> 8));
-    const QByteArray extra = v23Frame("TCON", QByteArray("\0Rock", 5)) +
-                             v23Frame("TPUB", QByteArray("\0Pub", 4)) +
-                             v23Frame("COMM", QByteArray("\0eng\0note", 9)) +
-                             v23Frame("PRIV", kPrivate) + v23Frame("TPE2", band);
+    const QByteArray extra =
+        v23Frame("TCON", QByteArray("\0Rock", 5)) + v23Frame("TPUB", QByteArray("\0Pub", 4)) +
+        v23Frame("COMM", QByteArray("\0eng\0note", 9)) + v23Frame("PRIV", kPrivate) +
+        v23Frame("TPE2", band) + v23Frame("TOPE", QByteArray("\0Orig", 5));
     const qint64 body = size - 10 + extra.size();
     QByteArray header("ID3\x03\x00\x00", 6);
     for (int shift : {21, 14, 7, 0}) header.append(char((body >> shift) & 0x7f));
@@ -162,6 +162,11 @@ TEST_F(AudioWriters, Mp3SaveWritesOnlyTheChangedFieldsOfTheEditedGroups) {
         EXPECT_EQ(frameText(r.outputPath, "TCON"), "Rock");
         EXPECT_EQ(frameText(r.outputPath, "TPE2"), kBand);
         EXPECT_EQ(frameText(r.outputPath, "PRIV"), QString::fromLatin1(kPrivate.toHex()));
+        // The reader shows the last artist frame: the edit, or the source's choice.
+        QString shownArtist;
+        for (const auto& [id, value] : framesOf(r.outputPath))
+            if (id == "TPE1" || id == "TOPE") shownArtist = value;
+        EXPECT_EQ(shownArtist, frameText(r.outputPath, "TPE1"));
     }
 }
 
