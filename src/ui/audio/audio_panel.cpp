@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
@@ -354,6 +355,8 @@ void AudioPanel::playerDurationChanged(qint64 ms) {
 
 void AudioPanel::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
+    // Hidden for another record's panel, not by minimising the window.
+    if (event->spontaneous()) return;
     if (m_player && m_player->playbackState() == QMediaPlayer::PlayingState) m_player->pause();
 }
 

@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
@@ -428,6 +429,8 @@ void VideoMetaView::resizeEvent(QResizeEvent* event) {
 
 void VideoMetaView::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
+    // Hidden for another record's panel, not by minimising the window.
+    if (event->spontaneous()) return;
     if (m_player && m_player->playbackState() == QMediaPlayer::PlayingState) m_player->pause();
 }
 
