@@ -90,9 +90,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
 
     m_left = new QStackedWidget(splitter);
     m_left->setObjectName(QStringLiteral("leftContentView"));
-    m_hint =
-        new DropHintView(QStringLiteral(":/icons/drop-here.svg"),
-                         tr("Drop videos or folders here\nor press Add to choose them"), m_left);
+    m_hint = new DropHintView(
+        QStringLiteral(":/icons/drop-here.svg"),
+        tr("Drop videos, audio files or folders here\nor press Add to choose them"), m_left);
     m_hint->setObjectName(QStringLiteral("leftTipView"));
     m_cameraHint = new DropHintView(QStringLiteral(":/icons/camera.svg"),
                                     tr("Connect a camera or phone to see its photos"), m_left);
