@@ -10,8 +10,10 @@ namespace {
 constexpr int kMaxChunks = 4096;
 
 bool mpegFrameSync(const QByteArray& b, qsizetype at) {
+    // Eleven sync bits and a layer (ADTS AAC has the layer bits clear).
     return at + 1 < b.size() && static_cast<uchar>(b[at]) == 0xFF &&
-           (static_cast<uchar>(b[at + 1]) & 0xE0) == 0xE0;
+           (static_cast<uchar>(b[at + 1]) & 0xE0) == 0xE0 &&
+           (static_cast<uchar>(b[at + 1]) & 0x06) != 0;
 }
 
 AudioContainer sniffHead(const QByteArray& head) {
@@ -35,16 +37,16 @@ AudioContainer sniffAudioContainer(QIODevice& file) {
     if (!file.seek(0)) return AudioContainer::Unknown;
     const QByteArray head = file.read(16);
     if (!head.startsWith("ID3")) return sniffHead(head);
-    // Tags before the stream: an MP3 file, or FLAC with an ID3v2 tag in front.
+    // Tags before the stream: most often MP3, sometimes FLAC or AAC. What
+    // follows the tags decides; the tags are read whatever it is.
     qint64 pos = 0;
     for (int i = 0; i < 16 && file.seek(pos); ++i) {
         const qint64 size = id3v2TagSize(file.read(10));
         if (size == 0) break;
         pos += size;
     }
-    if (!file.seek(pos)) return AudioContainer::Mp3;
-    const AudioContainer after = sniffHead(file.read(16));
-    return after == AudioContainer::Flac ? after : AudioContainer::Mp3;
+    if (!file.seek(pos)) return AudioContainer::Unknown;
+    return sniffHead(file.read(16));
 }
 
 QByteArray readContainerChunk(QIODevice& file, AudioContainer container,

@@ -31,13 +31,40 @@ struct FallbackTags {
 
 // Steps every audio reader shares: the record, its file facts and its
 // probed facts (one open of the file).
-IKImageItemPtr newAudioRecord(const QString& path, FallbackTags* fallback) {
+// FFmpeg's demuxer for a container recognised by its bytes, so the probing
+// of every format is skipped; null where FFmpeg should probe.
+const char* demuxerFor(AudioContainer container) {
+    switch (container) {
+        case AudioContainer::Wav:
+            return "wav";
+        case AudioContainer::Flac:
+            return "flac";
+        case AudioContainer::Au:
+            return "au";
+        case AudioContainer::Aiff:
+            return "aiff";
+        case AudioContainer::Caf:
+            return "caf";
+        case AudioContainer::Mpeg4:
+            return "mov";
+        case AudioContainer::Ogg:
+            return "ogg";
+        case AudioContainer::Mp3:
+            return "mp3";
+        case AudioContainer::Unknown:
+            break;
+    }
+    return nullptr;
+}
+
+IKImageItemPtr newAudioRecord(const QString& path, AudioContainer container,
+                              FallbackTags* fallback) {
     auto item = std::make_shared<IKImageItem>();
     item->fileType = QStringLiteral("Audio");
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
     fillFileAttributes(*item);
-    const OpenedMedia media(path);
+    const OpenedMedia media(path, demuxerFor(container));
     fillProbeFacts(*item, probeMediaFile(media));
     if (media.isOpen()) {
         auto tag = [&](const char* key) {
@@ -110,13 +137,15 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
 
 IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path) {
     FallbackTags fallback;
-    IKImageItemPtr item = newAudioRecord(path, &fallback);
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const bool opened = file.open(QIODevice::ReadOnly);
+    const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
+    IKImageItemPtr item = newAudioRecord(path, container, &fallback);
+    if (!opened) {
         qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
         return finish(item);
     }
-    const InfoDictionary dict = readInfoDictionary(file, sniffAudioContainer(file));
+    const InfoDictionary dict = readInfoDictionary(file, container);
     if (!dict.opened) qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
     if (dict.entries.isEmpty())
         qCDebug(lcTagsmith) << "AudioFileGetProperty failed for property info dictionary";
@@ -133,10 +162,12 @@ namespace {
 
 IKImageItemPtr readByWalk(const QString& path, AudioItemTable table) {
     FallbackTags fallback;
-    IKImageItemPtr item = newAudioRecord(path, &fallback);
     QFile file(path);
+    const bool opened = file.open(QIODevice::ReadOnly);
+    const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
+    IKImageItemPtr item = newAudioRecord(path, container, &fallback);
     QList<MetadataItem> items;
-    if (file.open(QIODevice::ReadOnly)) items = audioMetadataItems(file, sniffAudioContainer(file));
+    if (opened) items = audioMetadataItems(file, container);
     if (items.isEmpty()) {
         // No items: what the file's headers give stands in.
         if (!fallback.album.isEmpty()) item->fileAblumName = fallback.album;

@@ -31,10 +31,11 @@ bool streamsDescribed(const AVFormatContext* ctx) {
 
 }  // namespace
 
-OpenedMedia::OpenedMedia(const QString& path) {
+OpenedMedia::OpenedMedia(const QString& path, const char* formatName) {
     quietLibraryLog();
     const QByteArray native = QFile::encodeName(path);
-    if (avformat_open_input(&m_context, native.constData(), nullptr, nullptr) < 0) {
+    const AVInputFormat* format = formatName ? av_find_input_format(formatName) : nullptr;
+    if (avformat_open_input(&m_context, native.constData(), format, nullptr) < 0) {
         qCInfo(lcTagsmith) << "not a readable media file ==" << path;
         m_context = nullptr;
         return;

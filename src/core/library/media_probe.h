@@ -25,8 +25,10 @@ struct ProbeFacts {
 class OpenedMedia {
 public:
     // Opens the file; an unreadable or unrecognised file is logged and
-    // leaves the object closed.
-    explicit OpenedMedia(const QString& path);
+    // leaves the object closed. `formatName` (FFmpeg's name of a demuxer,
+    // "wav", "mp3") skips the probing of every format when the caller knows
+    // the container from the file's bytes.
+    explicit OpenedMedia(const QString& path, const char* formatName = nullptr);
     ~OpenedMedia();
     OpenedMedia(const OpenedMedia&) = delete;
     OpenedMedia& operator=(const OpenedMedia&) = delete;
