@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <limits>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -95,15 +96,18 @@ AudioWriteResult publishAudioCopy(const AudioCopyPlan& plan, const QString& stor
     return result;
 }
 
-QString copyFileBytes(const QString& source, const QString& target) {
+QString copyFileBytes(const QString& source, const QString& target, qint64 begin, qint64 end,
+                      bool append) {
     QFile in(source);
     QFile out(target);
-    if (!in.open(QIODevice::ReadOnly))
+    if (!in.open(QIODevice::ReadOnly) || !in.seek(begin))
         return QStringLiteral("the file cannot be read: %1").arg(in.errorString());
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    if (!out.open(append ? QIODevice::Append : QIODevice::WriteOnly | QIODevice::Truncate))
         return QStringLiteral("the copy cannot be written: %1").arg(out.errorString());
+    qint64 left = end < 0 ? std::numeric_limits<qint64>::max() : end - begin;
     QByteArray chunk;
-    while (!(chunk = in.read(1 << 20)).isEmpty()) {
+    while (left > 0 && !(chunk = in.read(qMin<qint64>(left, 1 << 20))).isEmpty()) {
+        left -= chunk.size();
         errno = 0;
         if (out.write(chunk) != chunk.size())
             return QStringLiteral("the copy could not be written: %1")

@@ -27,8 +27,10 @@ using AudioCopyFill = std::function<QString(const QString& temporaryPath)>;
 AudioWriteResult publishAudioCopy(const AudioCopyPlan& plan, const QString& storageFolder,
                                   OutputBatch& batch, const AudioCopyFill& fill);
 
-// Copies the source's bytes into `target` (a fill's first step); "" or why not.
-QString copyFileBytes(const QString& source, const QString& target);
+// Copies the source's bytes (from `begin`, up to `end` when it is not -1)
+// into `target`, appending with `append`; "" or why not.
+QString copyFileBytes(const QString& source, const QString& target, qint64 begin = 0,
+                      qint64 end = -1, bool append = false);
 
 // The dates of an output: the created-date box's when it was changed and
 // reads as a date, otherwise the source's own.

@@ -2,9 +2,11 @@
 // FLAC (Vorbis comments and pictures), both through TagLib on a copy whose
 // audio bytes TagLib leaves as they are.
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <taglib/flacfile.h>
 #include <taglib/flacpicture.h>
+#include <taglib/id3v2framefactory.h>
 #include <taglib/infotag.h>
 #include <taglib/wavfile.h>
 #include <taglib/xiphcomment.h>
@@ -14,6 +16,7 @@
 #include "core/audio/audio_info_keys.h"
 #include "core/audio/audio_output.h"
 #include "core/audio/audio_writers.h"
+#include "core/audio/id3_frames.h"
 #include "core/common/logging.h"
 
 namespace {
@@ -105,7 +108,8 @@ struct FlacCover {
 
 QString setFlacInfo(const QString& path, const InfoChanges& changes, const FlacCover& cover) {
     return guarded([&]() -> QString {
-        TagLib::FLAC::File file(QFile::encodeName(path).constData(), false);
+        TagLib::FLAC::File file(QFile::encodeName(path).constData(),
+                                TagLib::ID3v2::FrameFactory::instance(), false);
         if (!file.isValid()) return QStringLiteral("the file is not a readable FLAC file");
         TagLib::Ogg::XiphComment* comment = file.xiphComment(true);
         for (const auto& [key, text] : changes) {
@@ -168,9 +172,22 @@ AudioWriteResult writeFlac(const IKImageItem& item, const InfoChanges& changes,
     // The copy carries the source's dates, whatever the created-date box says.
     return publishAudioCopy(
         {item.filePath, audioSaveOutput(storage, item.filePath), readFileDates(item.filePath)},
-        storage.storagelocation, batch, [&](const QString& temp) {
-            QString why = copyFileBytes(item.filePath, temp);
-            if (why.isEmpty()) why = setFlacInfo(temp, changes, cover);
+        storage.storagelocation, batch, [&](const QString& temp) -> QString {
+            // An ID3v2 tag in front of the FLAC stream is not TagLib's to
+            // rewrite: it is kept as its own bytes, and TagLib edits the rest.
+            QFile source(item.filePath);
+            const qint64 front =
+                source.open(QIODevice::ReadOnly) ? findTagRanges(source).audioBegin : 0;
+            if (front <= 0) {
+                QString why = copyFileBytes(item.filePath, temp);
+                return why.isEmpty() ? setFlacInfo(temp, changes, cover) : why;
+            }
+            const QString body = temp + QStringLiteral(".flac");
+            const auto cleanup = qScopeGuard([&] { QFile::remove(body); });
+            QString why = copyFileBytes(item.filePath, body, front);
+            if (why.isEmpty()) why = setFlacInfo(body, changes, cover);
+            if (why.isEmpty()) why = copyFileBytes(item.filePath, temp, 0, front);
+            if (why.isEmpty()) why = copyFileBytes(body, temp, 0, -1, true);
             return why;
         });
 }
