@@ -60,17 +60,31 @@ void addAudioSetOptions(QCommandLineParser& parser) {
                         "own name) instead of the MPEG-4 audio export the window's save uses.")});
 }
 
-QStringList inapplicableSetOptions(const QCommandLineParser& parser, bool audio) {
+QString inapplicableSetOptions(const QCommandLineParser& parser, const QString& path) {
     QStringList given;
-    if (audio) {
-        for (const char* name : kVideoOnlyOptions)
+    const auto check = [&](std::initializer_list<const char*> names) {
+        for (const char* name : names)
             if (parser.isSet(QLatin1String(name))) given << QLatin1String(name);
-        return given;
+    };
+    QString kind = QStringLiteral("video");
+    if (isAudioPath(path)) {
+        kind = QStringLiteral("audio");
+        for (const char* name : kVideoOnlyOptions) check({name});
+        if (given.isEmpty()) {
+            // Fields these writers have no key for (the window's save leaves them too).
+            kind = fileExtension(path).toUpper();
+            if (isKind(path, "flac")) check({"track-number", "publisher", "band"});
+            if (isKind(path, "wav") && parser.isSet(QStringLiteral("direct")))
+                check({"publisher", "band"});
+        }
+    } else {
+        for (const AudioOption& o : kAudioOptions)
+            if (o.help) check({o.name});
+        check({"direct"});
     }
-    for (const AudioOption& o : kAudioOptions)
-        if (o.help && parser.isSet(QLatin1String(o.name))) given << QLatin1String(o.name);
-    if (parser.isSet(QStringLiteral("direct"))) given << QStringLiteral("direct");
-    return given;
+    if (given.isEmpty()) return {};
+    return QStringLiteral("--%1 does not apply to %2 files")
+        .arg(given.join(QStringLiteral(", --")), kind);
 }
 
 IKImageItemPtr audioRecordForWriting(const QString& path) {

@@ -11,9 +11,11 @@
 
 // Options of `set` that only audio files take, and --direct.
 void addAudioSetOptions(QCommandLineParser& parser);
-// The given options (without "--") that a file of the other kind cannot
-// take: for an audio file the video-only ones, for a video the audio-only.
-QStringList inapplicableSetOptions(const QCommandLineParser& parser, bool audio);
+// Why the file is skipped, when options were given that its writer cannot
+// take: for an audio file the video-only ones and the fields its writer has
+// no key for (FLAC: track number, publisher, band; WAV with --direct:
+// publisher, band), for a video the audio-only ones; "" when all apply.
+QString inapplicableSetOptions(const QCommandLineParser& parser, const QString& path);
 
 // The record of an audio file as the writers need it: the reader's when
 // there is one, else the file facts alone.

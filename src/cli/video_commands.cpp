@@ -273,10 +273,9 @@ int runSet(const QStringList& args) {
         const IKImageItemPtr item = loadVideo(path, report, true);
         if (!item) continue;
         const bool audio = isAudioPath(item->filePath);
-        if (const QStringList wrong = inapplicableSetOptions(parser, audio); !wrong.isEmpty()) {
-            report.skipped(QStringLiteral("--%1 does not apply to %2 files")
-                               .arg(wrong.join(QStringLiteral(", --")),
-                                    audio ? QStringLiteral("audio") : QStringLiteral("video")));
+        if (const QString wrong = inapplicableSetOptions(parser, item->filePath);
+            !wrong.isEmpty()) {
+            report.skipped(wrong);
             continue;
         }
         if (audio) {

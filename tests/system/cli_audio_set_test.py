@@ -24,22 +24,23 @@ class CliAudioSetTest(SourceKeepingTest):
         return run(CLI, *args, "--storage", self.out, check=False)
 
     def test_set_writes_each_kind_and_reports_what_does_not_apply(self):
-        r = self.cli("set", "--title", "Ünï 日本", "--band", "B", "--created-date", "2015:06:07 08:09:10",
+        r = self.cli("set", "--title", "Ünï 日本", "--created-date", "2015:06:07 08:09:10",
                      "--direct", *self.files.values())
         self.assertEqual(r.returncode, 0, r.stdout + r.stderr)
         out = {ext: os.path.join(self.out, os.path.basename(p)) for ext, p in self.files.items()}
         self.assertEqual(r.stdout.splitlines(), list(out.values()))
         self.assertIn("--created-date is ignored", r.stderr)
         mp3, flac, wav = exif(out["mp3"]), exif(out["flac"]), exif(out["wav"], "-charset", "riff=utf8")
-        self.assertEqual([mp3["ID3v2_3:Title"], mp3["ID3v2_3:Band"], mp3["ID3v2_3:Genre"]], ["Ünï 日本", "B", "Jazz"])
+        self.assertEqual([mp3["ID3v2_3:Title"], mp3["ID3v2_3:Genre"]], ["Ünï 日本", "Jazz"])
         self.assertFalse([k for k in mp3 if k.startswith("ID3v1:")])
         self.assertEqual([flac["Vorbis:Title"], flac["Vorbis:Genre"]], ["Ünï 日本", "Jazz"])
         self.assertEqual(wav["RIFF:Title"], "Ünï 日本")
         self.assertEqual(mp3["System:FileModifyDate"][:19], "2015:06:07 08:09:10")
         self.assertEqual(flac["System:FileModifyDate"], exif(self.files["flac"])["System:FileModifyDate"])
 
-        r = self.cli("set", "--director", "D", self.files["mp3"])
-        self.assertEqual((r.returncode, r.stdout.strip()), (1, "skipped: --director does not apply to audio files"))
+        for option, ext, kind in (("--director", "mp3", "audio"), ("--band", "flac", "FLAC")):
+            r = self.cli("set", option, "D", self.files[ext])
+            self.assertEqual((r.returncode, r.stdout.strip()), (1, f"skipped: {option} does not apply to {kind} files"))
 
     def test_strip_all_leaves_no_tag(self):
         r = self.cli("strip", "--all", self.files["mp3"])
