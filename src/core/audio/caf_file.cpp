@@ -121,7 +121,9 @@ CafInfo readCafInfo(QIODevice& file, const CafLayout& layout, QString* problem) 
 }
 
 CafInfo readCafInfo(QIODevice& file, QString* problem) {
-    return readCafInfo(file, readCafLayout(file), problem);
+    const CafLayout layout = readCafLayout(file);
+    if (problem) *problem = layout.isCaf ? layout.problem : QStringLiteral("not a CAF file");
+    return readCafInfo(file, layout, problem);
 }
 
 QByteArray encodeCafInfo(const CafInfo& info) {

@@ -38,7 +38,8 @@ CafLayout readCafLayout(QIODevice& file);
 using CafInfo = QList<std::pair<QString, QString>>;
 
 // The entries of the file's `info` chunk, in stored order; empty when there
-// is none. `problem` (optional) says what was damaged.
+// is none. `problem` (optional) says what was damaged: the chunk, or (second
+// form) the chunk list.
 CafInfo readCafInfo(QIODevice& file, const CafLayout& layout, QString* problem = nullptr);
 CafInfo readCafInfo(QIODevice& file, QString* problem = nullptr);
 

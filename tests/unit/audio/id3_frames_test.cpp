@@ -66,56 +66,29 @@ TEST(Id3Frames, ListsFfmpegTagsAsStoredWithTheirRanges) {
 }
 
 TEST(Id3Frames, UndoesWhatTheStoredFormDid) {
-    const QByteArray latin = bytes(
-        "\0a\xff"
-        "b",
-        4);
-    const QByteArray text = bytes("\0zipped text", 12);
+    const QByteArray unsynced = bytes("\0a\xff\0b", 5);  // "aÿb" as unsynchronisation stores it
+    const QByteArray text = bytes("\0zipped", 7);
     const QByteArray zipped = qCompress(text).mid(4);  // qCompress puts a size first
     const struct {
         const char* name;
         QByteArray tag;
-        QByteArray id;
-        QStringList values;
+        const char* values;  // separated by '|'
     } cases[] = {
-        {"v2.2",
-         bytes("ID3\2\0\0", 6) + syncsafe(10) + "TT2" + bytes("\0\0\4\0abc", 7),
-         "TT2",
-         {"abc"}},
-        {"v2.3 tag unsync",
-         tag(3, char(0x80), "TIT2" + be32(4) + bytes("\0\0\0a\xff\0b", 7)),
-         "TIT2",
-         {"a\xc3\xbf"
-          "b"}},
-        {"v2.3 extended header",
-         tag(3, 0x40, be32(6) + bytes("\0\0\0\0\0\0", 6) + frame(3, "TALB", latin)),
-         "TALB",
-         {"a\xc3\xbf"
-          "b"}},
-        {"v2.4 frame unsync and length",
-         tag(4, 0, frame(4, "TPE1", syncsafe(4) + bytes("\0a\xff\0b", 5), 0x03)),
-         "TPE1",
-         {"a\xc3\xbf"
-          "b"}},
-        {"v2.4 compressed",
-         tag(4, 0, frame(4, "TCOM", syncsafe(text.size()) + zipped, 0x09)),
-         "TCOM",
-         {"zipped text"}},
-        {"v2.3 compressed",
-         tag(3, 0, frame(3, "TCOM", be32(text.size()) + zipped, char(0x80))),
-         "TCOM",
-         {"zipped text"}},
-        {"v2.4 UTF-16BE, two values",
-         tag(4, 0, frame(4, "TCON", bytes("\2\0a\0\0\4\x36", 7))),
-         "TCON",
-         {"a", "\xd0\xb6"}},
+        {"v2.2", bytes("ID3\2\0\0", 6) + syncsafe(10) + bytes("TT2\0\0\4\0abc", 10), "abc"},
+        {"v2.3 tag unsync", tag(3, char(0x80), "TIT2" + be32(4) + bytes("\0\0", 2) + unsynced),
+         "aÿb"},
+        {"v2.3 extended header", tag(3, 0x40, be32(6) + QByteArray(6, 0) + frame(3, "TIT2", text)),
+         "zipped"},
+        {"v2.4 unsync, length", tag(4, 0, frame(4, "TIT2", syncsafe(4) + unsynced, 0x03)), "aÿb"},
+        {"v2.4 compressed", tag(4, 0, frame(4, "TIT2", syncsafe(7) + zipped, 0x09)), "zipped"},
+        {"v2.3 compressed", tag(3, 0, frame(3, "TIT2", be32(7) + zipped, char(0x80))), "zipped"},
+        {"UTF-16BE, two values", tag(4, 0, frame(4, "TIT2", bytes("\2\0a\0\0\4\x36", 7))), "a|ж"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const Id3Tag parsed = parseId3v2Tag(c.tag);
         ASSERT_EQ(parsed.frames.size(), 1) << parsed.problems.join(u';').toStdString();
-        EXPECT_EQ(parsed.frames[0].id, c.id);
-        EXPECT_EQ(id3TextValues(parsed.frames[0].body), c.values);
+        EXPECT_EQ(id3TextValues(parsed.frames[0].body), QString::fromUtf8(c.values).split(u'|'));
     }
 }
 
@@ -125,9 +98,7 @@ TEST(Id3Frames, DecodesCommentsAndStopsAtDamage) {
                                  "d\0\0\0\xff\xfe\x36\4",
                                  14),
                            &comment));
-    EXPECT_EQ(comment.language, "eng");
-    EXPECT_EQ(comment.description, QStringLiteral("d"));
-    EXPECT_EQ(comment.text, QString::fromUtf8("\xd0\xb6"));
+    EXPECT_EQ(comment.language + comment.description.toUtf8() + comment.text.toUtf8(), "engdж");
 
     const QByteArray good = frame(3, "TIT2", bytes("\0ok", 3));
     const struct {
@@ -138,7 +109,6 @@ TEST(Id3Frames, DecodesCommentsAndStopsAtDamage) {
         {"frame past the tag", tag(3, 0, good + "TALB" + be32(1000) + bytes("\0\0\0x", 4)), 1},
         {"tag past the data", tag(3, 0, good + good).left(10 + good.size() + 5), 1},
         {"bad extended header", tag(3, 0x40, be32(9999) + good), 0},
-        {"flags longer than the frame", tag(4, 0, frame(4, "TIT2", bytes("\0", 1), 0x01)), 0},
         {"a bomb inflates only so far",
          tag(4, 0,
              frame(4, "TIT2", syncsafe(5) + qCompress(QByteArray(1 << 20, 'a')).mid(4), 0x09)),
@@ -148,7 +118,7 @@ TEST(Id3Frames, DecodesCommentsAndStopsAtDamage) {
         SCOPED_TRACE(c.name);
         const Id3Tag parsed = parseId3v2Tag(c.data);
         EXPECT_EQ(parsed.frames.size(), c.frames);
-        EXPECT_FALSE(parsed.problems.isEmpty() && c.frames == 0);
+        EXPECT_FALSE(parsed.problems.isEmpty());
         for (const Id3Frame& f : parsed.frames) EXPECT_TRUE(f.body.size() <= 5 || f.compressedBody);
     }
 }
