@@ -20,10 +20,8 @@ QByteArray chunkBytes(QIODevice& file, const CafChunk& chunk) {
 TEST(CafFile, ReplacesTheInfoChunkAndCopiesEveryOtherByte) {
     QFile source(audiofix::caf());
     ASSERT_TRUE(source.open(QIODevice::ReadOnly)) << lastToolOutput().toStdString();
-    const CafInfo info = readCafInfo(source);
-    ASSERT_GE(info.size(), 2);
-    EXPECT_EQ(info[0], (std::pair{QStringLiteral("artist"), QStringLiteral("Artist")}));
-    EXPECT_EQ(info[1].second, QString::fromUtf8(audiofix::kTitle));
+    EXPECT_EQ(readCafInfo(source).mid(0, 2),
+              (CafInfo{{"artist", "Artist"}, {"title", QString::fromUtf8(audiofix::kTitle)}}));
 
     const CafInfo edited = {{"title", QString::fromUtf8("\xd0\x9d\xd0\xbe\xd0\xb2")},
                             {"track number", "5"}};
@@ -35,8 +33,7 @@ TEST(CafFile, ReplacesTheInfoChunkAndCopiesEveryOtherByte) {
     copy.close();
     ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
     EXPECT_EQ(readCafInfo(copy), edited);
-    const CafLayout before = readCafLayout(source);
-    const CafLayout after = readCafLayout(copy);
+    const CafLayout before = readCafLayout(source), after = readCafLayout(copy);
     ASSERT_EQ(before.chunks.size(), after.chunks.size());
     for (int i = 0; i < before.chunks.size(); ++i) {
         if (before.chunks[i].type == "info") continue;
