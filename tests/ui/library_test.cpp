@@ -1,26 +1,18 @@
 // The real main window, offscreen: a folder imported through the drop path,
 // the table's column sorts, selection and removal.
-#include <QAbstractButton>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QMessageBox>
 #include <QMimeData>
-#include <QSettings>
 #include <QSignalSpy>
-#include <QtTest>
 
-#include "app/app_delegate.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
 #include "support/media_fixture.h"
-#include "ui/audio/audio_panel.h"
 #include "ui/library/media_open_dialog.h"
-#include "ui/library/media_table_model.h"
-#include "ui/library/pr_drag_table_view.h"
-#include "ui/shell/main_window.h"
 #include "ui/video/video_meta_view.h"
+#include "ui_session.h"
 
 namespace {
 QStringList namesOf(const IKImageItemList& items) {
@@ -41,9 +33,8 @@ QStringList sortedNames(QStringList names, bool descending) {
 class LibraryTest : public QObject {
     Q_OBJECT
     MediaFixture m_media;
-    QTemporaryDir m_home;
-    std::unique_ptr<QSettings> m_settings;
-    std::unique_ptr<AppDelegate> m_app;
+    UiSession m_ui;
+    AppDelegate* m_app = nullptr;
 
     QString media(const char* name) const { return m_media.folder() + '/' + name; }
     QStringList shownNames() const { return namesOf(m_app->mediaController->content()); }
@@ -54,12 +45,6 @@ class LibraryTest : public QObject {
                         header->height() / 2);
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
     }
-    void selectRow(int row) {
-        m_app->dragtableView->clearSelection();
-        m_app->dragtableView->selectionModel()->select(
-            m_app->mediaController->index(row, 0),
-            QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    }
 
 private Q_SLOTS:
     void initTestCase() {
@@ -67,17 +52,11 @@ private Q_SLOTS:
         if (!m_media.make(&error)) QSKIP(qPrintable(error));
         ActivityLog::install();
         DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
-        m_settings =
-            std::make_unique<QSettings>(m_home.filePath("tagsmith.ini"), QSettings::IniFormat);
-        m_settings->setValue("storagePath", m_home.filePath("out"));
-        m_app = std::make_unique<AppDelegate>(*m_settings);
-        m_app->awakeFromNib();
-        m_app->applicationDidFinishLaunching();
+        m_app = &m_ui.launch("out");
         m_app->mainWindow()->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_app->mainWindow()));
-        QCOMPARE(AppDelegate::GetAppDelegater(), m_app.get());
     }
-    void cleanupTestCase() { m_app.reset(); }
+    void cleanupTestCase() { m_ui.app.reset(); }
 
     void dropValidation() {
         // Judged by the first path only: a folder, a video or an audio file.
@@ -92,8 +71,7 @@ private Q_SLOTS:
 
     void importFolderThroughDropPath() {
         QSignalSpy refreshes(m_app->mediaController, &QAbstractItemModel::modelReset);
-        QVERIFY(m_app->tableViewAcceptDrop({m_media.folder()}));
-        QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+        QVERIFY(m_ui.importAndWait({m_media.folder()}));
         // The table was refreshed for every file of the folder, not once at its
         // end. Which files: MediaImportTest.FolderScan*.
         QVERIFY(refreshes.count() >= m_media.mediaCount());
@@ -185,7 +163,7 @@ private Q_SLOTS:
         const IKImageItemPtr imported = before.at(row);
         const IKImageItemPtr removed = classic ? imported : shown;
 
-        selectRow(row);
+        m_ui.selectRow(row);
         QCOMPARE(m_app->videoMetaView->fileNameText(), shown->fileName);
         m_app->RemoveMediaFileAction(nullptr);
         m_app->classicBehaviour = false;
@@ -215,7 +193,7 @@ private Q_SLOTS:
         if (m_app->mediaController->content() == listed) clickHeader(MediaColumn::Name);
         QVERIFY(m_app->mediaController->itemAt(0) != listed.at(0));
         const IKImageItemPtr chosen = m_app->mediaController->itemAt(0);
-        selectRow(0);
+        m_ui.selectRow(0);
         QLineEdit* title = m_app->videoMetaView->field("mediaTitle");
         title->setText("Typed, not saved");
         QVERIFY(m_app->hasUnsavedEdits());
@@ -223,8 +201,7 @@ private Q_SLOTS:
         // Another folder, and the same file again (listed twice): the refreshes
         // put the table back in import order, the highlight follows the record
         // and the panel keeps its edits.
-        QVERIFY(m_app->tableViewAcceptDrop({media("nested"), media("zebra.mkv"), "/x/photo.jpg"}));
-        QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+        QVERIFY(m_ui.importAndWait({media("nested"), media("zebra.mkv"), "/x/photo.jpg"}));
         QCOMPARE(m_app->localPhotoItemArray.size(), listed.size() + 2);
         QCOMPARE(m_app->localPhotoItemArray.last()->filePath, media("zebra.mkv"));
         QCOMPARE(shownNames(), namesOf(m_app->localPhotoItemArray));
@@ -236,11 +213,7 @@ private Q_SLOTS:
         QCOMPARE(title->text(), "Typed, not saved");
 
         // Removing everything (the edits dropped) brings the hint back.
-        m_app->setQuestionAnswerer([](QMessageBox& question) {
-            for (QAbstractButton* b : question.buttons())
-                if (b->text() == " Discard ") return b;
-            return question.escapeButton();
-        });
+        m_ui.answerWith(" Discard ");
         m_app->dragtableView->selectAll();
         m_app->RemoveMediaFileAction(nullptr);
         m_app->setQuestionAnswerer(nullptr);

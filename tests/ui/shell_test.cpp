@@ -7,10 +7,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
-#include <QSettings>
-#include <QtTest>
 
-#include "app/app_delegate.h"
 #include "app/help_links.h"
 #include "core/app/user_defaults.h"
 #include "core/common/desktop_integration.h"
@@ -19,10 +16,10 @@
 #include "ui/audio/audio_panel.h"
 #include "ui/shell/activity_view.h"
 #include "ui/shell/busy_indicator.h"
-#include "ui/shell/main_window.h"
 #include "ui/shell/preferences_window.h"
 #include "ui/shell/toolbar_button.h"
 #include "ui/video/video_meta_view.h"
+#include "ui_session.h"
 
 class ShellTest : public QObject {
     Q_OBJECT
@@ -31,16 +28,9 @@ private Q_SLOTS:
         auto recorder = std::make_unique<RecordingDesktopIntegration>();
         m_desktop = recorder.get();
         DesktopIntegration::setInstance(std::move(recorder));
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_settings =
-            std::make_unique<QSettings>(m_dir->filePath("tagsmith.ini"), QSettings::IniFormat);
+        m_ui = std::make_unique<UiSession>();
     }
-
-    void cleanup() {
-        m_app.reset();
-        m_settings.reset();
-        m_dir.reset();
-    }
+    void cleanup() { m_ui.reset(); }
 
     void firstLaunchWritesFourKeysAndStartsClean() {
         AppDelegate& app = launch();
@@ -91,7 +81,7 @@ private Q_SLOTS:
         AppDelegate& third = launch();
         QCOMPARE(third.postionBtn->currentText(), "Upper right corner");
         QCOMPARE(third.showFontlab->text(), "DejaVu Sans 18");
-        QCOMPARE(m_settings->value("fontsize").toInt(), 18);
+        QCOMPARE(m_ui->settings.value("fontsize").toInt(), 18);
         QVERIFY(third.classicBehaviour);
         third.ShowPreferenceSetting(nullptr);
         QVERIFY(third.preferencesWindow->classicBehaviourBox->isChecked());
@@ -100,7 +90,7 @@ private Q_SLOTS:
     void storageFolderChangesOnlyWithOk() {
         AppDelegate& app = launch();
         const QString old = app.storagelocation;
-        const QString chosen = m_dir->filePath("chosen/output");
+        const QString chosen = m_ui->dir.filePath("chosen/output");
 
         app.ShowPreferenceSetting(nullptr);
         QVERIFY(app.preferencesWindow->isVisible());
@@ -111,7 +101,7 @@ private Q_SLOTS:
         app.CancelPreferenceSetting(nullptr);
         QVERIFY(!app.preferencesWindow->isVisible());
         QCOMPARE(app.storagelocation, old);
-        QCOMPARE(m_settings->value("storagePath").toString(), old);
+        QCOMPARE(m_ui->settings.value("storagePath").toString(), old);
         QVERIFY(!QFileInfo::exists(chosen));
 
         // Shown again, the window offers the folder in effect.
@@ -121,10 +111,10 @@ private Q_SLOTS:
         app.ResetPreferenceSetting(nullptr);
         QVERIFY(!app.preferencesWindow->isVisible());
         QCOMPARE(app.storagelocation, chosen);
-        QCOMPARE(m_settings->value("storagePath").toString(), chosen);
+        QCOMPARE(m_ui->settings.value("storagePath").toString(), chosen);
         QVERIFY(QFileInfo(chosen).isDir());
-        QCOMPARE(m_settings->value("fontsize").toInt(), 14);
-        QCOMPARE(m_settings->value("Postion").toString(), "Lower left corner");
+        QCOMPARE(m_ui->settings.value("fontsize").toInt(), 14);
+        QCOMPARE(m_ui->settings.value("Postion").toString(), "Lower left corner");
     }
 
     void dispatcherActsOnKnownButtonsOnly() {
@@ -202,22 +192,14 @@ private Q_SLOTS:
         QTest::qWait(5);
         // The controller goes away while threads still read: they are stopped
         // and waited for, and nothing reaches the dead controller.
-        m_app.reset();
+        m_ui->app.reset();
         QCOMPARE(AppDelegate::GetAppDelegater(), nullptr);
     }
 
 private:
-    AppDelegate& launch() {
-        m_app.reset();
-        m_app = std::make_unique<AppDelegate>(*m_settings);
-        m_app->awakeFromNib();
-        m_app->applicationDidFinishLaunching();
-        return *m_app;
-    }
+    AppDelegate& launch() { return m_ui->launch(); }
     RecordingDesktopIntegration* m_desktop = nullptr;
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<QSettings> m_settings;
-    std::unique_ptr<AppDelegate> m_app;
+    std::unique_ptr<UiSession> m_ui;
 };
 
 QTEST_MAIN(ShellTest)

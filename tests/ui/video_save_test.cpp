@@ -2,35 +2,26 @@
 // remembers, the save, removal and tool commands writing into the storage
 // folder, the files they act on after a sort, and the questions asked before
 // unsaved edits or running work would be lost.
-#include <QAbstractButton>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QtTest>
 
-#include "app/app_delegate.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
 #include "core/import/media_import.h"
 #include "core/video/movie_metadata_reader.h"
 #include "core/video/video_file_ops.h"
 #include "support/media_fixtures.h"
-#include "ui/library/media_table_model.h"
-#include "ui/library/pr_drag_table_view.h"
-#include "ui/shell/main_window.h"
 #include "ui/shell/toolbar_button.h"
 #include "ui/video/video_meta_view.h"
+#include "ui_session.h"
 
 class VideoSaveTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase() {
         if (!haveTool("ffmpeg")) QSKIP("ffmpeg is not installed");
-        m_clip = m_dir.filePath("clip.mp4");
+        m_clip = m_ui.dir.filePath("clip.mp4");
         const QString made = ffmpegFixture(
             "ui-titled.mp4",
             words("-f lavfi -i testsrc=duration=1:size=160x120:rate=10 -c:v libx264 "
@@ -39,7 +30,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(made, m_clip));
         m_clipBytes = readFile(m_clip);
         // A second video whose name sorts after the first.
-        const QString waves = m_dir.filePath("waves.mp4");
+        const QString waves = m_ui.dir.filePath("waves.mp4");
         QVERIFY2(runTool("ffmpeg", words("-v error -y -i " + m_clip +
                                          " -c copy -metadata title=Waves " + waves)),
                  qPrintable(lastToolOutput()));
@@ -49,16 +40,9 @@ private Q_SLOTS:
         auto desktop = std::make_unique<RecordingDesktopIntegration>();
         m_desktop = desktop.get();
         DesktopIntegration::setInstance(std::move(desktop));
-        m_settings =
-            std::make_unique<QSettings>(m_dir.filePath("tagsmith.ini"), QSettings::IniFormat);
-        m_settings->setValue("storagePath", m_dir.filePath("out"));
-        m_app = std::make_unique<AppDelegate>(*m_settings);
-        m_app->setQuietAlerts(true);
-        m_app->awakeFromNib();
-        m_app->applicationDidFinishLaunching();
+        m_app = &m_ui.launch("out", true);
         m_app->mainWindow()->show();
-        QVERIFY(m_app->tableViewAcceptDrop({m_clip, waves}));
-        QTRY_VERIFY_WITH_TIMEOUT(!m_app->importRunning(), 60000);
+        QVERIFY(m_ui.importAndWait({m_clip, waves}));
         QCOMPARE(m_app->localPhotoItemArray.size(), 2);
         // The Name cell's picture becomes a frame of the video once it is decoded.
         const IKImageItemPtr item = m_app->localPhotoItemArray.first();
@@ -67,20 +51,19 @@ private Q_SLOTS:
             m_app->mediaController->iconFor(*item).availableSizes().contains(QSize(32, 24)), 10000);
     }
 
-    void cleanupTestCase() { m_app.reset(); }
+    void cleanupTestCase() { m_ui.app.reset(); }
     void selectingAVideoFillsThePanelAndRemembersIt() {
-        selectRow(0);
+        m_ui.selectRow(0);
         QVERIFY(m_app->videoMetaView->isVisible());
         QCOMPARE(m_app->videoMetaView->field("mediaTitle")->text(), "Before");
         QCOMPARE(m_app->videoMetaView->field("mediaArtist")->text(), "Someone");
-        QCOMPARE(m_app->oldMovieTitle, "Before");
-        QCOMPARE(m_app->oldMovieArtist, "Someone");
+        QCOMPARE(m_app->oldMovieTitle + m_app->oldMovieArtist, "BeforeSomeone");
         QCOMPARE(m_app->oldMovieCreatedDate, m_app->localPhotoItemArray.first()->fileCreateDateStr);
         QVERIFY(!m_app->basicInfoChange && !m_app->cameraInfoChange);
     }
 
     void saveWritesTheEditedFieldsIntoTheStorageFolder() {
-        selectRow(0);
+        m_ui.selectRow(0);
         QLineEdit* title = m_app->videoMetaView->field("mediaTitle");
         title->selectAll();
         QTest::keyClicks(title, "After");
@@ -111,7 +94,7 @@ private Q_SLOTS:
         m_app->waitForVideoJobs();
         QVERIFY(!QFile::exists(output()));
 
-        selectRow(0);
+        m_ui.selectRow(0);
         m_app->CopyvideofilenametoTitleAction(nullptr);
         m_app->waitForVideoJobs();
         QCOMPARE(MediaImporter::importFile(output(), true)->fileTitle, "clip");
@@ -123,24 +106,20 @@ private Q_SLOTS:
         QVERIFY(stripped->fileArist.isEmpty());
         QVERIFY(!readMovieMetadata(output()).isEmpty());  // the encoder's name stays
 
-        const auto menuAction = [this](const QString& text) -> QAction* {
-            for (QAction* a : m_app->removeExifMenu->actions())
-                if (a->text() == text && a->isEnabled()) return a;
-            return nullptr;
-        };
-        // "Remove Location" keeps every other item of the source.
-        QAction* location = menuAction("Remove Location");
-        QVERIFY(location);
-        location->trigger();
-        m_app->waitForVideoJobs();
-        QCOMPARE(MediaImporter::importFile(output(), true)->fileTitle, "Before");
-
-        // "Remove All Metadata" leaves no item at all.
-        QAction* all = menuAction("Remove All Metadata");
-        QVERIFY(all);
-        all->trigger();
-        m_app->waitForVideoJobs();
-        QCOMPARE(readMovieMetadata(output()).size(), 0);
+        // "Remove Location" keeps every other item of the source; "Remove All
+        // Metadata" leaves none.
+        for (const QString text : {"Remove Location", "Remove All Metadata"}) {
+            const QList<QAction*> actions = m_app->removeExifMenu->actions();
+            const auto a = std::find_if(actions.begin(), actions.end(), [&](QAction* a) {
+                return a->text() == text && a->isEnabled();
+            });
+            QVERIFY2(a != actions.end(), qPrintable(text));
+            (*a)->trigger();
+            m_app->waitForVideoJobs();
+            const bool all = text != "Remove Location";
+            QCOMPARE(titleOf("clip.mp4"), all ? "" : "Before");
+            if (all) QCOMPARE(readMovieMetadata(output()).size(), 0);
+        }
         QCOMPARE(readFile(m_clip), m_clipBytes);
     }
 
@@ -158,7 +137,7 @@ private Q_SLOTS:
         // Sorted by Name (Z to A): the first row is the second file imported.
         m_app->columnSortFlags[size_t(MediaColumn::Name)] = false;
         m_app->tableViewDidClickTableColumn(MediaColumn::Name);
-        selectRow(0);
+        m_ui.selectRow(0);
         QCOMPARE(m_app->videoMetaView->fileNameText(), "waves.mp4");
         m_app->videoMetaView->field("mediaTitle")->setText("Sorted");
         m_app->basicInfoChange = true;
@@ -209,10 +188,10 @@ private Q_SLOTS:
         title->selectAll();
         QTest::keyClicks(title, "Unsaved");
         QVERIFY(m_app->hasUnsavedEdits());
-        answerWith(press);
-        selectRow(1);
-        QTRY_COMPARE(m_asked.size(), 1);
-        QCOMPARE(m_asked.first(), "Do you want to save the changes you made to \"clip.mp4\"?");
+        m_ui.answerWith(press);
+        m_ui.selectRow(1);
+        QTRY_COMPARE(m_ui.asked.size(), 1);
+        QCOMPARE(m_ui.asked.first(), "Do you want to save the changes you made to \"clip.mp4\"?");
         if (press == "Cancel") {
             // The selection goes back; the panel and its edits stay.
             QVERIFY(m_app->selectedItems() == IKImageItemList{clip});
@@ -228,7 +207,7 @@ private Q_SLOTS:
             QVERIFY(!QFile::exists(output("waves.mp4")));
         }
         QTest::qWait(20);
-        QCOMPARE(m_asked.size(), 1);
+        QCOMPARE(m_ui.asked.size(), 1);
     }
 
     void quittingAsksAtMostOnce_data() {
@@ -262,11 +241,11 @@ private Q_SLOTS:
         if (edited) m_app->videoMetaView->field("mediaArtist")->setText("Changed");
         // The import cannot end before the main thread takes its record.
         if (importing) QVERIFY(m_app->tableViewAcceptDrop({m_clip}));
-        answerWith(press);
+        m_ui.answerWith(press);
         const bool answered = m_app->confirmQuit(fromMenu);
         m_app->stopImports();
         QCOMPARE(answered, quits);
-        QCOMPARE(m_asked, question.isEmpty() ? QStringList() : QStringList{question});
+        QCOMPARE(m_ui.asked, question.isEmpty() ? QStringList() : QStringList{question});
         QCOMPARE(m_app->localPhotoItemArray.size(), 2);
     }
 
@@ -274,26 +253,21 @@ private Q_SLOTS:
         // Quitting closes the window; its close box must not ask again.
         startClean();
         m_app->videoMetaView->field("mediaArtist")->setText("Changed");
-        answerWith(" Discard ");
-        QTimer::singleShot(0, m_app.get(), [this] { m_app->CloseTheMainWindow(); });
+        m_ui.answerWith(" Discard ");
+        QTimer::singleShot(0, m_app, [this] { m_app->CloseTheMainWindow(); });
         QTimer stuck;
         stuck.setSingleShot(true);
         connect(&stuck, &QTimer::timeout, [] { QCoreApplication::exit(1); });
         stuck.start(10000);
         QCOMPARE(QCoreApplication::exec(), 0);
-        QCOMPARE(m_asked.size(), 1);
+        QCOMPARE(m_ui.asked.size(), 1);
         QVERIFY(!m_app->mainWindow()->isVisible());
     }
 
 private:
-    void selectRow(int row) {
-        m_app->dragtableView->clearSelection();
-        m_app->dragtableView->selectionModel()->select(
-            m_app->mediaController->index(row, 0),
-            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QString output(const QString& name = "clip.mp4") const {
+        return m_ui.dir.filePath("out/" + name);
     }
-
-    QString output(const QString& name = "clip.mp4") const { return m_dir.filePath("out/" + name); }
     QString titleOf(const QString& name) const {
         return MediaImporter::importFile(output(name), true)->fileTitle;
     }
@@ -303,28 +277,15 @@ private:
         m_app->classicBehaviour = false;
         m_app->ShowVideoViewWithItem(nullptr);
         m_app->LoadImportedMediasonMainThread();
-        selectRow(0);
+        m_ui.selectRow(0);
         QFile::remove(output("clip.mp4"));
         QFile::remove(output("waves.mp4"));
     }
-    // Presses the button titled `press` of every question and notes the questions.
-    void answerWith(const QString& press) {
-        m_asked.clear();
-        m_app->setQuestionAnswerer([this, press](QMessageBox& question) -> QAbstractButton* {
-            m_asked << question.text();
-            for (QAbstractButton* b : question.buttons())
-                if (b->text() == press) return b;
-            return nullptr;
-        });
-    }
-
-    QTemporaryDir m_dir;
+    UiSession m_ui;
+    AppDelegate* m_app = nullptr;
     QString m_clip;
     QByteArray m_clipBytes;
-    QStringList m_asked;
     RecordingDesktopIntegration* m_desktop = nullptr;
-    std::unique_ptr<QSettings> m_settings;
-    std::unique_ptr<AppDelegate> m_app;
 };
 
 QTEST_MAIN(VideoSaveTest)
