@@ -30,10 +30,6 @@ class CliInfoTest(unittest.TestCase):
             f.write("not media\n")
         run("sox", "-n", "-r", "8000", os.path.join(root, "nested", "tone.wav"), "synth", "0.5", "sine", "300")
 
-    @classmethod
-    def tearDownClass(cls):
-        cls.tmp.cleanup()
-
     def info(self, *paths, check=True):
         result = run(CLI, "info", "--json", *paths, check=False)
         if check:
@@ -41,35 +37,24 @@ class CliInfoTest(unittest.TestCase):
         return result, json.loads(result.stdout)
 
     def test_folder_import_matches_ffprobe(self):
+        # The texts' own forms are the unit tests' (SizeText, MediaDuration, MediaImport).
         _, records = self.info(self.tmp.name)
         by_name = {r["fileName"]: r for r in records}
         self.assertEqual(sorted(by_name), ["Portrait.MOV", "h264.mp4", "stereo.mkv", "tone.wav"])
         tone = by_name["tone.wav"]
-        self.assertEqual((tone["fileSampleRate"], tone["fileChannels"]), ("8000 Hz", "1"))
         stream = ffprobe(tone["filePath"])["streams"][0]
-        self.assertEqual((tone["fileBitRate"], tone["fileduratStr"]), (stream["bit_rate"] + " bps", "0s"))
-        self.assertAlmostEqual(tone["fileduration"], 0.5, places=2)
+        self.assertEqual([tone[k] for k in ("fileSampleRate", "fileChannels", "fileBitRate", "fileduratStr")],
+                         ["8000 Hz", "1", stream["bit_rate"] + " bps", "0s"])
         for path in (self.h264, self.mov, self.mkv):
-            rec = by_name[os.path.basename(path)]
-            probe = ffprobe(path)
+            rec, probe = by_name[os.path.basename(path)], ffprobe(path)
             self.assertEqual(rec["filePath"], path)
-            # The texts' forms: SizeText, MediaDuration.
-            self.assertRegex(rec["fileSize"], r"^\d+\.\d\d [KM]B$")
             self.assertAlmostEqual(rec["fileduration"], float(probe["format"]["duration"]), places=2)
             video = next(s for s in probe["streams"] if s["codec_type"] == "video")
-            self.assertEqual(rec["filePixWidth"], video["width"])
-            self.assertEqual(rec["filepixHeigh"], video["height"])
-            audio = [s for s in probe["streams"] if s["codec_type"] == "audio"]
-            if audio:
-                self.assertEqual(rec["fileSampleRate"], "%s Hz" % audio[0]["sample_rate"])
-                self.assertEqual(rec["fileChannels"], str(audio[0]["channels"]))
-                if "bit_rate" in audio[0]:
-                    self.assertEqual(rec["fileBitRate"], "%s bps" % audio[0]["bit_rate"])
-            else:
-                self.assertNotIn("fileSampleRate", rec)
-                self.assertNotIn("fileBitRate", rec)
-            self.assertRegex(rec["fileCreateDateStr"], r"^\d{4}:\d\d:\d\d \d\d:\d\d:\d\d$")
-        self.assertEqual(by_name["h264.mp4"]["fileType"], "MPEG-4 video")
+            self.assertEqual((rec["filePixWidth"], rec["filepixHeigh"]), (video["width"], video["height"]))
+            audio = [s for s in probe["streams"] if s["codec_type"] == "audio"][:1]
+            self.assertEqual([rec.get("fileSampleRate"), rec.get("fileChannels")],
+                             [f(a) for a in audio for f in (lambda a: a["sample_rate"] + " Hz",
+                                                           lambda a: str(a["channels"]))] or [None, None])
         self.assertEqual(by_name["stereo.mkv"]["fileduratStr"], "1m:1s")
 
     def test_only_non_empty_fields_are_printed(self):
@@ -106,8 +91,8 @@ class CliInfoTest(unittest.TestCase):
         self.assertTrue(rows["id3/APIC"].startswith("PNG picture, 16 x 8"), rows["id3/APIC"])
 
     def test_usage_errors(self):
-        self.assertEqual(run(CLI, "info", check=False).returncode, 2)
-        self.assertEqual(run(CLI, "info", "--bogus", self.h264, check=False).returncode, 2)
+        for args in ((), ("--bogus", self.h264)):
+            self.assertEqual(run(CLI, "info", *args, check=False).returncode, 2)
         self.assertEqual(run(CLI, "frobnicate", check=False).returncode, 2)
         self.assertIn("info", run(CLI, "--help").stdout)
         self.assertIn("--json", run(CLI, "info", "--help").stdout)

@@ -223,13 +223,6 @@ class CliRealFilesTest(SourceKeepingTest):
         self.assertEqual(set(places.values()), {(-33.869, 151.209)}, places)
         self.assertEqual((rec.get("latitudeFormat"), rec.get("fileAtitude")), ("-", 120), rec)
 
-    def test_removal_keeps_a_southern_location(self):
-        # The design's removal clears a location only north and east of zero.
-        [(source, output)] = self.write("strip", sources=self.sources[:1])
-        after = items(output)
-        for place in LOCATION_PLACES & set(self.before[source]):
-            self.assertEqual(after.get(place), self.before[source][place], place)
-
     def test_strip_gps_removes_every_location_and_nothing_else(self):
         place = lambda key: re.search(r"©xyz|loci|location", key, re.I)  # noqa: E731
         for source, output in self.write("strip", "--gps"):
