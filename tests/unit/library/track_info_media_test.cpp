@@ -74,11 +74,11 @@ TEST_F(TrackMedia, H264WithAacAgreesWithFfprobe) {
     const auto movie = describeMovieTracks(clip);
     ASSERT_TRUE(movie);
     expectVideoMatchesProbe(clip, movie->video);
-    EXPECT_EQ(videoencodeFormat(movie->video), "H.264");
     EXPECT_EQ(movie->video.bitsPerSample, 24);  // the sample entry's depth
     EXPECT_EQ(currentScales(movie->video), std::make_pair(1.0, 1.0));
-    EXPECT_EQ(aspectRatioStr(movie->video), "4:3");
-    EXPECT_EQ(colorPrimaries(movie->video), "Unknown");
+    EXPECT_EQ(QStringList({videoencodeFormat(movie->video), aspectRatioStr(movie->video),
+                           colorPrimaries(movie->video)}),
+              QStringList({"H.264", "4:3", "Unknown"}));
 
     const TrackDescription& a = movie->audio;
     const QJsonObject s = probedStream(clip, "audio");
@@ -130,8 +130,7 @@ TEST_F(TrackMedia, HevcTaggedHvc1WithHdrColour) {
     const auto movie = describeMovieTracks(clip);
     ASSERT_TRUE(movie);
     expectVideoMatchesProbe(clip, movie->video);
-    EXPECT_EQ(videoencodeFormat(movie->video), "HEVC");
-    EXPECT_EQ(aspectRatioStr(movie->video), "5:3");
+    EXPECT_EQ(videoencodeFormat(movie->video) + " " + aspectRatioStr(movie->video), "HEVC 5:3");
     EXPECT_EQ(chromaSubsampling(movie->video),
               "Color Primaries: ITU_R_2020\nTransfer Function: SMPTE_ST_2084_PQ\n"
               "YCbCr Matrix: ITU_R_2020\n");
@@ -146,8 +145,8 @@ TEST_F(TrackMedia, AppleLosslessAndPcmAudio) {
     const auto lossless = describeMovieTracks(alac);
     ASSERT_TRUE(lossless);
     EXPECT_FALSE(lossless->video.present);
-    EXPECT_EQ(lossless->audio.codecCode, "alac");
-    EXPECT_EQ(GetAudioSamplingRate(lossless->audio), "48.00 kHz");
+    EXPECT_EQ(lossless->audio.codecCode + " " + GetAudioSamplingRate(lossless->audio),
+              "alac 48.00 kHz");
     EXPECT_FALSE(analyzeVideoFrameRatesAtURL(alac).minimum);  // no video to measure
 
     const auto linear = describeMovieTracks(pcm);
@@ -178,15 +177,12 @@ TEST_F(TrackMedia, NothingToDescribe) {
     QTemporaryDir dir;
     const QString text = dir.filePath("notes.txt");
     ASSERT_TRUE(writeFile(text, "not a movie\n"));
-    EXPECT_FALSE(describeMovieTracks(text));
-    EXPECT_FALSE(describeMovieTracks(dir.filePath("missing.mp4")));
+    EXPECT_FALSE(describeMovieTracks(text) || describeMovieTracks(dir.filePath("missing.mp4")));
     EXPECT_FALSE(analyzeVideoFrameRatesAtURL(text).maximum);
-
     IKImageItem item;
     item.filePath = text;
     fillTechnicalInfo(item);
-    EXPECT_TRUE(item.videoResolutionStr.isEmpty());
-    EXPECT_TRUE(item.audioCodecIDStr.isEmpty());
+    EXPECT_TRUE(item.videoResolutionStr.isEmpty() && item.audioCodecIDStr.isEmpty());
 }
 
 }  // namespace

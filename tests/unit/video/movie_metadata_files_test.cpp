@@ -12,38 +12,21 @@
 // own reading of the same file.
 
 namespace {
-
-QString metadataClip(const QString& name, const QString& extra) {
-    return ffmpegFixture(name, words("-f lavfi -i testsrc=size=96x64:rate=10:duration=0.5 -c:v "
-                                     "libx264 -pix_fmt yuv420p " +
-                                     extra));
-}
-
-// iTunes items, movie box in front of the media data.
-QString itunesClip() {
-    return ffmpegFixture("reader_itunes.mp4",
-                         words("-f lavfi -i testsrc=size=96x64:rate=10:duration=0.5 -c:v libx264 "
-                               "-pix_fmt yuv420p -metadata artist=Arty -metadata album=Alb "
-                               "-movflags +faststart") +
-                             QStringList{"-metadata", "title=Tïtle ✓"});
-}
-
-// QuickTime keys, movie box after the media data.
-QString keysClip() {
-    return metadataClip(
-        "reader_keys.mov",
-        "-movflags use_metadata_tags -metadata com.apple.quicktime.make=Canon "
-        "-metadata com.apple.quicktime.location.ISO6709=-33.8688+151.2093+012.500/");
-}
+const QString kClip =
+    "-f lavfi -i testsrc=size=96x64:rate=10:duration=0.5 -c:v libx264 "
+    "-pix_fmt yuv420p ";
+}  // namespace
 
 #define REQUIRE_TOOLS() \
     if (!haveTool("ffmpeg") || !haveTool("exiftool")) GTEST_SKIP() << "needs ffmpeg and exiftool"
 
-}  // namespace
-
 TEST(VideoMetadataFiles, Mp4ItunesItemsMatchExiftool) {
     REQUIRE_TOOLS();
-    const QString mp4 = itunesClip();
+    // iTunes items, movie box in front of the media data.
+    const QString mp4 = ffmpegFixture(
+        "reader_itunes.mp4",
+        words(kClip + "-metadata artist=Arty -metadata album=Alb -movflags +faststart") +
+            QStringList{"-metadata", "title=Tïtle ✓"});
     ASSERT_FALSE(mp4.isEmpty()) << lastToolOutput().toStdString();
     const QString cover =
         ffmpegFixture("reader_cover.png", words("-f lavfi -i color=blue:size=24x16 -frames:v 1"));
@@ -54,13 +37,13 @@ TEST(VideoMetadataFiles, Mp4ItunesItemsMatchExiftool) {
 
     const auto items = readMovieMetadata(m4v);
     const QJsonObject tool = exiftoolTags(m4v, {"-n"});
-    EXPECT_EQ(valueOf(items, "itsk/%A9nam"), "Tïtle ✓");
-    EXPECT_EQ(valueOf(items, "itsk/%A9nam"), tool["ItemList:Title"].toString());
-    EXPECT_EQ(valueOf(items, "itsk/%A9ART"), tool["ItemList:Artist"].toString());
-    EXPECT_EQ(valueOf(items, "itsk/%A9alb"), tool["ItemList:Album"].toString());
-    EXPECT_EQ(valueOf(items, "itsk/%A9dir"), tool["ItemList:Director"].toString());
-    EXPECT_EQ(valueOf(items, "itsk/cprt"), tool["ItemList:Copyright"].toString());
-    EXPECT_EQ(valueOf(items, "itsk/%A9pub"), "Pub");
+    EXPECT_EQ(valueOf(items, "itsk/%A9nam") + valueOf(items, "itsk/%A9pub"), "Tïtle ✓Pub");
+    for (const auto& [id, tag] : {std::pair{"itsk/%A9nam", "Title"},
+                                  {"itsk/%A9ART", "Artist"},
+                                  {"itsk/%A9alb", "Album"},
+                                  {"itsk/%A9dir", "Director"},
+                                  {"itsk/cprt", "Copyright"}})
+        EXPECT_EQ(valueOf(items, id), tool[QString("ItemList:") + tag].toString()) << id;
     // The picture bytes are exactly those exiftool extracts.
     ASSERT_TRUE(findItem(items, "itsk/covr"));
     EXPECT_EQ(findItem(items, "itsk/covr")->value.toByteArray(),
@@ -78,7 +61,10 @@ TEST(VideoMetadataFiles, Mp4ItunesItemsMatchExiftool) {
 TEST(VideoMetadataFiles, MovQuickTimeKeysAndUserData) {
     REQUIRE_TOOLS();
     // Keys written by ffmpeg, then more keys and user data added by exiftool.
-    const QString keysMov = keysClip();
+    const QString keysMov = ffmpegFixture(
+        "reader_keys.mov",
+        words(kClip + "-movflags use_metadata_tags -metadata com.apple.quicktime.make=Canon "
+                      "-metadata com.apple.quicktime.location.ISO6709=-33.8688+151.2093+012.500/"));
     ASSERT_FALSE(keysMov.isEmpty()) << lastToolOutput().toStdString();
     const QString edited = exiftoolFixture(
         "reader_keys_edited.mov", keysMov,
@@ -98,9 +84,8 @@ TEST(VideoMetadataFiles, MovQuickTimeKeysAndUserData) {
     IKImageItem record;
     record.filePath = edited;
     readVideoFileMetadata(record, false);
-    EXPECT_EQ(record.fileModel, "EOS");
-    EXPECT_EQ(record.shootDateStr, "2019-05-04 10:11:12");
-    EXPECT_EQ(record.latitudeFormat, "-");
+    EXPECT_EQ(record.fileModel + record.latitudeFormat + record.shootDateStr,
+              "EOS-2019-05-04 10:11:12");
     // The signed values agree with exiftool's decimal reading.
     const QStringList gps = tool["Keys:GPSCoordinates"].toString().split(' ');
     ASSERT_EQ(gps.size(), 3);
@@ -128,16 +113,15 @@ TEST(VideoMetadataFiles, ThreeGppBoxesAndLocation) {
     ASSERT_FALSE(dated.isEmpty()) << lastToolOutput().toStdString();
 
     const auto items = readMovieMetadata(dated);
-    EXPECT_EQ(valueOf(items, "uiso/titl"), "3g title");
-    EXPECT_EQ(valueOf(items, "uiso/auth"), "Auth");
-    EXPECT_EQ(valueOf(items, "uiso/loci"), "+48.8566+002.3522+035.000/");
+    EXPECT_EQ(QStringList({valueOf(items, "uiso/titl"), valueOf(items, "uiso/auth"),
+                           valueOf(items, "uiso/loci")}),
+              QStringList({"3g title", "Auth", "+48.8566+002.3522+035.000/"}));
 
     IKImageItem record;
     record.filePath = dated;
     readVideoFileMetadata(record, true);
-    EXPECT_DOUBLE_EQ(record.filelatitude, 48.8566);
-    EXPECT_DOUBLE_EQ(record.filelongtitude, 2.3522);
-    EXPECT_DOUBLE_EQ(record.fileAtitude, 35.0);
+    EXPECT_EQ(std::tuple(record.filelatitude, record.filelongtitude, record.fileAtitude),
+              std::tuple(48.8566, 2.3522, 35.0));
     // exiftool stores the date with an offset; the offset is dropped.
     EXPECT_TRUE(record.shootDateStr.startsWith("2020-01-02 03:04:05") ||
                 record.shootDateStr.startsWith("2020:01:02 03:04:05"))

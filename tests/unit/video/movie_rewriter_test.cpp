@@ -92,28 +92,24 @@ TEST(MovieRewriter, ExiftoolReadsTheWrittenValues) {
     if (!haveTools()) GTEST_SKIP() << "needs ffmpeg and exiftool";
     QTemporaryDir dir;
     const QString output = dir.filePath("out.mov");
+    // clang-format off
     const QList<MetadataItem> items{
-        item("itsk/%A9nam", "Itunes title"),
-        item("mdta/com.apple.quicktime.title", "Keyed title"),
-        item("common/publisher", "The publisher"),
-        item("mdta/com.apple.quicktime.keywords", QByteArray("sea,sun"),
-             "com.apple.metadata.datatype.raw-data", "und"),
-        item("uiso/date", "2021:03:04 05:06:07"),
-        item("uiso/loci", "+48.8566+002.3522+035.000/"),
-        item("udta/%A9cmt", "User comment"),
-        item("uiso/kywd", "alpha,beta"),
-        item("id3/TIT2", "never written"),
-    };
-    const RewriteResult result =
-        rewriteMovieFile(request(faststartClip(), output, items, VideoFileType::QuickTimeMovie));
-    ASSERT_TRUE(result.ok) << result.reason.toStdString();
+        item("itsk/%A9nam", "Itunes title"), item("mdta/com.apple.quicktime.title", "Keyed title"),
+        item("common/publisher", "The publisher"), item("uiso/date", "2021:03:04 05:06:07"),
+        item("mdta/com.apple.quicktime.keywords", QByteArray("sea,sun"), "com.apple.metadata.datatype.raw-data", "und"),
+        item("uiso/loci", "+48.8566+002.3522+035.000/"), item("udta/%A9cmt", "User comment"),
+        item("uiso/kywd", "alpha,beta"), item("id3/TIT2", "never written")};
+    // clang-format on
+    ASSERT_TRUE(
+        rewriteMovieFile(request(faststartClip(), output, items, VideoFileType::QuickTimeMovie))
+            .ok);
 
     const QJsonObject tags = exiftoolTags(output);
     EXPECT_EQ(exiftoolValidation(output).toStdString(), "OK");
-    EXPECT_EQ(tags["ItemList:Title"].toString(), "Itunes title");
-    EXPECT_EQ(tags["Keys:Title"].toString(), "Keyed title");
-    EXPECT_EQ(tags["Keys:Publisher"].toString(), "The publisher");
-    EXPECT_EQ(tags["UserData:Comment"].toString(), "User comment");
+    QStringList texts;
+    for (const char* key : {"ItemList:Title", "Keys:Title", "Keys:Publisher", "UserData:Comment"})
+        texts << tags[key].toString();
+    EXPECT_EQ(texts, (QStringList{"Itunes title", "Keyed title", "The publisher", "User comment"}));
     EXPECT_TRUE(tags["UserData:DateTimeOriginal"].toString().startsWith("2021:03:04 05:06:07"))
         << QJsonDocument(tags).toJson().toStdString();
     EXPECT_TRUE(tags["QuickTime:MajorBrand"].toString().contains("QuickTime"));
@@ -143,20 +139,15 @@ TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
     keywords.key = "keywords";
     MetadataItem date = item("uiso/date", "2020:01:02 03:04:05");
     date.identifier.clear();
+    // Of the three places only the second is a location.
+    // clang-format off
     const QList<MetadataItem> items{
-        item("common/copyrights", "(c) Someone"),
-        item("common/description", "About it"),
-        item("common/artwork", noisePicture("TIFF", 16), "public.tiff"),
-        keywords,
-        date,
-        item("uiso/loci", "north of here"),  // not a location: left out
-        item("uiso/loci", "+12.5-3.25+"),
-        item("uiso/loci", "+91+000+"),  // no such latitude
-        item("itsk/%A9ART", "First"),
-        item("itsk/%A9ART", "Second"),
-        item("udta/XTRA", QByteArray("\x00\x01raw", 5)),
-        item("itsk/trkn", "3/9"),
-    };
+        item("common/copyrights", "(c) Someone"), item("common/description", "About it"),
+        item("common/artwork", noisePicture("TIFF", 16), "public.tiff"), keywords, date,
+        item("uiso/loci", "north of here"), item("uiso/loci", "+12.5-3.25+"), item("uiso/loci", "+91+000+"),
+        item("itsk/%A9ART", "First"), item("itsk/%A9ART", "Second"),
+        item("udta/XTRA", QByteArray("\x00\x01raw", 5)), item("itsk/trkn", "3/9")};
+    // clang-format on
     ASSERT_TRUE(rewriteMovieFile(request(trailingMoovClip(), output, items)).ok);
 
     const QList<MetadataItem> back = readMovieMetadata(output);
@@ -171,8 +162,7 @@ TEST(MovieRewriter, WriterItemsInTheirNativeForms) {
     EXPECT_EQ(valueOf(back, "uiso/loci"), "+12.5000-003.2500+000.000/");
     ASSERT_TRUE(findItem(back, "udta/XTRA"));
     EXPECT_EQ(findItem(back, "udta/XTRA")->value.toByteArray(), QByteArray("\x00\x01raw", 5));
-    EXPECT_EQ(countOf(back, "itsk/%A9ART"), 2);
-    EXPECT_EQ(countOf(back, "uiso/loci"), 1);
+    EXPECT_EQ(countOf(back, "itsk/%A9ART") * 10 + countOf(back, "uiso/loci"), 21);
     const QJsonObject tags = exiftoolTags(output);
     EXPECT_EQ(tags["QuickTime:MajorBrand"].toString().left(3), "App");
     EXPECT_EQ(tags["QuickTime:CompatibleBrands"].toVariant().toStringList(),
@@ -196,7 +186,6 @@ TEST(MovieRewriter, TrackMetadataStaysWithTheTrack) {
     QTemporaryDir dir;
     const QString source = dir.filePath("source.mov");
     ASSERT_TRUE(writeClipWithTrackBox(source, "meta", trackMeta.mid(8)));
-
     QString path = source;
     for (int save = 0; save < 3; ++save) {
         const QString output = dir.filePath(QString("save%1.mov").arg(save));
