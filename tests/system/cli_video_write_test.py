@@ -7,7 +7,8 @@ import shutil
 import tempfile
 import unittest
 
-from support import CLI, SourceKeepingTest, exif, exif_write, ffmpeg, framemd5, info, run, sha
+from support import (CLI, SourceKeepingTest, exif, exif_write, ffmpeg, framemd5, info, read_bytes, run, sha,
+                     write_bytes)
 
 
 class CliVideoWriteTest(SourceKeepingTest):
@@ -83,20 +84,14 @@ class CliVideoWriteTest(SourceKeepingTest):
 
     def test_one_line_per_file_and_no_file_of_others_replaced(self):
         mine = os.path.join(self.out, "clip.mov")
-        with open(mine, "wb") as f:
-            f.write(b"the user's own file")
+        write_bytes(mine, b"the user's own file")
         other = os.path.join(self.tmp.name, "other")
         os.makedirs(other, exist_ok=True)
-        second = os.path.join(other, "clip.mov")
+        second, song, photo, broken = (os.path.join(other, n) for n in ("clip.mov", "song.mp3", "photo.jpg", "broken.mov"))
         shutil.copyfile(self.mov, second)
-        broken = os.path.join(other, "broken.mov")
-        with open(broken, "wb") as f:
-            f.write(b"\0\0\0\x10moov" + b"\xff" * 64)
-        named = [self.mov, second, "song.mp3", "photo.jpg", "missing.mov", broken]
-        for stub in ("song.mp3", "photo.jpg"):
-            open(os.path.join(other, stub), "wb").close()
-        named[2:4] = [os.path.join(other, n) for n in ("song.mp3", "photo.jpg")]
-        result = self.cli("set", "--title", "T", *named, check=False)
+        for path, content in ((song, b""), (photo, b""), (broken, b"\0\0\0\x10moov" + b"\xff" * 64)):
+            write_bytes(path, content)
+        result = self.cli("set", "--title", "T", self.mov, second, song, photo, "missing.mov", broken, check=False)
         self.assertEqual(result.returncode, 1, result.stderr)
         lines = result.stdout.splitlines()
         self.assertEqual(lines[:5], [os.path.join(self.out, "clip (2).mov"), os.path.join(self.out, "clip (3).mov"),
@@ -104,8 +99,7 @@ class CliVideoWriteTest(SourceKeepingTest):
                                      "skipped: photos are not supported yet", "failed: no such file"])
         self.assertTrue(lines[5].startswith("failed: the file is damaged"), lines[5])
         self.assertEqual(len(lines), 6)
-        with open(mine, "rb") as f:
-            self.assertEqual(f.read(), b"the user's own file")
+        self.assertEqual(read_bytes(mine), b"the user's own file")
         # An output of ours is replaced by the next command.
         self.assertEqual(self.cli("set", "--title", "U", second).stdout.strip(), os.path.join(self.out, "clip (2).mov"))
         self.assertEqual(info(os.path.join(self.out, "clip (2).mov"))["fileTitle"], "U")

@@ -20,21 +20,17 @@ QByteArray titleItem(const QByteArray& title) {
 }  // namespace
 
 TEST(BmffBox, LargeSizesZeroSizesAndUserTypesAreWalked) {
-    // 64-bit media data before a 64-bit movie box.
-    const QByteArray moov = box("udta", titleItem("large"));
-    QByteArray file =
-        box("ftyp", "isom") + largeBox("mdat", QByteArray(40, 'x')) + largeBox("moov", moov);
-    auto items = readMovieMetadataFromData(file);
-    ASSERT_EQ(items.size(), 1);
-    EXPECT_EQ(items[0].value.toString(), "large");
-
-    // A movie box of size 0 runs to the end of the file; a uuid box with its
-    // 16-byte user type before it is skipped.
+    // 64-bit media data before a 64-bit movie box; a movie box of size 0 runs
+    // to the end of the file, and a uuid box with its 16-byte user type before
+    // it is skipped.
     const QByteArray uuid = u32(8 + 16 + 4) + "uuid" + QByteArray(16, '\1') + "abcd";
-    file = box("ftyp", "isom") + uuid + u32(0) + "moov" + box("udta", titleItem("to end"));
-    items = readMovieMetadataFromData(file);
-    ASSERT_EQ(items.size(), 1);
-    EXPECT_EQ(items[0].value.toString(), "to end");
+    for (const QByteArray& rest :
+         {largeBox("mdat", QByteArray(40, 'x')) + largeBox("moov", box("udta", titleItem("t"))),
+          uuid + u32(0) + "moov" + box("udta", titleItem("t"))}) {
+        const auto items = readMovieMetadataFromData(box("ftyp", "isom") + rest);
+        ASSERT_EQ(items.size(), 1);
+        EXPECT_EQ(items[0].value.toString(), "t");
+    }
 }
 
 // Every damaged or cut header ends the walk and marks it damaged.
@@ -145,13 +141,12 @@ TEST(BmffReader, QuickTimeKeysNameTheirItems) {
     // Movie-level metadata, and track metadata in container order.
     const auto items = readMovieMetadataFromData(movieFile(box("trak", meta) + meta));
     ASSERT_EQ(items.size(), 8);
-    EXPECT_EQ(items[0].identifier, "mdta/com.apple.quicktime.make");
-    EXPECT_EQ(items[1].identifier, "mdta/com.apple.quicktime.location.ISO6709");
-    EXPECT_EQ(items[2].value.toString(), "second");
-    EXPECT_EQ(items[3].identifier, "mdta/my%20key%2Fx");
-    EXPECT_EQ(items[3].key, "my key/x");
+    EXPECT_EQ(
+        identifiers(items).mid(0, 4),
+        QStringList({"mdta/com.apple.quicktime.make", "mdta/com.apple.quicktime.location.ISO6709",
+                     "mdta/com.apple.quicktime.location.ISO6709", "mdta/my%20key%2Fx"}));
+    EXPECT_EQ(items[2].value.toString() + items[3].key + items[4].keySpace, "secondmy key/xmdta");
     EXPECT_EQ(items[3].value, QVariant(qint64(-123)));
-    EXPECT_EQ(items[4].keySpace, "mdta");
 }
 
 TEST(BmffReader, UserDataTextRawAndIsoBoxes) {
@@ -207,9 +202,9 @@ TEST(BmffReader, DamageKeepsWhatWasReadBefore) {
     EXPECT_EQ(items[0].identifier, "mdta/make");
 
     // Not a movie file at all.
-    EXPECT_TRUE(readMovieMetadataFromData("Just some text that is not a movie file.").isEmpty());
-    EXPECT_TRUE(readMovieMetadataFromData(QByteArray()).isEmpty());
-    EXPECT_TRUE(readMovieMetadata(QStringLiteral("/nonexistent/file.mov")).isEmpty());
+    EXPECT_TRUE(readMovieMetadataFromData("Just some text that is not a movie file.").isEmpty() &&
+                readMovieMetadataFromData(QByteArray()).isEmpty() &&
+                readMovieMetadata(QStringLiteral("/nonexistent/file.mov")).isEmpty());
 }
 
 // A uuid box cut short in the user data keeps its user type in its raw
