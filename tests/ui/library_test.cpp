@@ -95,7 +95,6 @@ private Q_SLOTS:
             QVERIFY2(!item->fileSize.isEmpty(), qPrintable(item->fileName));
             QVERIFY(item->fileduration > 0.5);
         }
-        // The activity view has the drop's log line.
         QVERIFY(ActivityLog::instance().lines().join('\n').contains("urls=="));
     }
 
@@ -161,8 +160,7 @@ private Q_SLOTS:
         QVERIFY(QFileInfo::exists(shown->filePath));
         QCOMPARE(m_app->videoMetaView->fileNameText(), QString());
         QCOMPARE(m_app->videoMetaView->infoLabel("createdDate")->text(), "Created Date:");
-        // Nothing selected: nothing removed.
-        m_app->dragtableView->clearSelection();
+        m_app->dragtableView->clearSelection();  // nothing selected, nothing removed
         m_app->RemoveMediaFileAction(nullptr);
         QCOMPARE(m_app->localPhotoItemArray.size(), before.size() - 1);
     }
