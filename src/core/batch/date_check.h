@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+// Whether a date text reads with "yyyy:MM:dd HH:mm:ss" or, failing that, with
+// "yyyy-MM-dd HH:mm:ss".
+bool CheckDateFormatWithDateString(const QString& text);

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QString>
+
+#include "core/common/output_files.h"
+#include "core/library/ik_image_item.h"
+#include "core/photo/photo_properties.h"
+#include "core/video/video_export.h"
+#include "core/video/video_writers.h"
+
+// Photo writes end as the video and audio ones do: the file written (or why
+// not), the free name used, and one sentence for the status bar.
+using PhotoWriteResult = VideoWriteResult;
+
+// Which list the photo commands act on: local photos or the camera's
+// downloaded copies (`blocalMode`).
+enum class PhotoMode { Local, Camera };
+
+// What the photo panel and the GPS window show, and what they showed when
+// the photo was opened. Field names are the panel's.
+struct PhotoEditorState {
+    // Basic block (`basicInfoChange`) and camera block (`cameraInfoChange`).
+    QString artistlab, imageDescrilab, copyrightlab, keywordslab, titlelab, commentslab;
+    QString cameraMakelab, cameraModelab, cameraDatelab;
+    // The panel's GPS texts (`gpsInfoChange`).
+    QString gpsLatilab, gpsLongtlab, gpsAitlab, gpsDatelab, gpsTimelab;
+    // The GPS window's entry fields.
+    QString latitudelab, longtitudelab, altitudelab, dateStamplab, timeStamplab;
+
+    QString oldArtistStr, oldImageDescStr, oldCopyrightStr, oldCommentStr, oldKeywordStr,
+        oldCameraMakeStr, oldCameraModeStr, oldCameraDateStr, oldGpsDateStr, oldGpsTimeStr,
+        oldGpsLatiStr, oldGpsAitStr, oldGpsLongtStr, oldTitleStr;
+
+    bool basicInfoChange = false;
+    bool cameraInfoChange = false;
+    bool gpsInfoChange = false;
+};
+
+// The panel's read-only lines for a photo.
+struct PhotoPanelTexts {
+    QString photoNamelab, photoFileSizelab, photoImageSizelab, photoDPIlab, photoCreateDatelab,
+        photoModDatelab;
+};
+
+// The panel as it shows a photo: every field filled from the dictionary
+// (TIFF, then Exif, then GPS, then IPTC), the remembered values equal to the
+// fields, the flags clear. The lens make and model stand in for an empty
+// TIFF make; a southern latitude and a western longitude show negative.
+PhotoEditorState photoEditorStateFor(const PropertyDictionary& properties);
+PhotoPanelTexts photoPanelTextsFor(const IKImageItem& item, const PropertyDictionary& properties);
+
+// The signed position of a dictionary's GPS group; false without one.
+bool photoPosition(const PropertyDictionary& properties, double* latitude, double* longitude);
+
+// The edit an apply makes of one photo (which keys, in which groups), from
+// the editor's texts, remembered values and flags. The GPS values the user
+// changed are merged into the photo's own GPS group; the lens make and model
+// change only when edited; a changed title is written with or without
+// keywords; keywords typed with commas become separate keywords.
+PropertyEdit applyChangeEdit(const PhotoEditorState& editor, PhotoMode mode);
+
+// The apply (`ClickApplyChangeAction:`) for one photo: the copy in the
+// storage folder under the photo's name, dated from the camera-date field
+// when it was changed and reads as "yyyy:MM:dd HH:mm:ss", else with the
+// source's dates. In camera mode the source is the downloaded copy in the
+// storage folder and the GPS entry fields are taken as typed.
+PhotoWriteResult ClickApplyChangeAction(const IKImageItem& item, const PhotoEditorState& editor,
+                                        PhotoMode mode, const StorageContext& storage,
+                                        OutputBatch& batch);
+
+// The date window's save (`ClickDateChangedSaveAction:`) for one photo: the
+// original, digitized and TIFF dates set to `diginalDate` (dashes made
+// colons; the caller has checked it with CheckDateFormatWithDateString), the
+// file dates from `orignalDate`.
+PhotoWriteResult ClickDateChangedSaveAction(const IKImageItem& item, const QString& orignalDate,
+                                            const QString& diginalDate, PhotoMode mode,
+                                            const StorageContext& storage, OutputBatch& batch);
+
+// The GPS window's save (`ClickSaveChangeGPSAction:`) for one photo: the
+// entry fields (all five non-empty, checked by the caller) merged into the
+// photo's GPS group with their references and, with `bAddGPS`, the version
+// and the date and time stamps; the file dates from the GPS date and time
+// when they read as a date.
+PhotoWriteResult ClickSaveChangeGPSAction(const IKImageItem& item, const PhotoEditorState& editor,
+                                          bool bAddGPS, PhotoMode mode,
+                                          const StorageContext& storage, OutputBatch& batch);
