@@ -17,6 +17,7 @@
 #include "app/import_thread.h"
 #include "core/app/user_defaults.h"
 #include "core/common/logging.h"
+#include "core/photo/photo_writers.h"
 #include "core/video/video_writers.h"
 #include "ui/audio/audio_panel.h"
 #include "ui/library/media_table_model.h"
@@ -35,7 +36,8 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
     : QObject(parent),
       m_settings(settings),
       m_panelBaseline(std::make_unique<VideoEditorState>()),
-      m_audioBaseline(std::make_unique<AudioEditorState>()) {
+      m_audioBaseline(std::make_unique<AudioEditorState>()),
+      m_photoBaseline(std::make_unique<PhotoEditorState>()) {
     setObjectName(QStringLiteral("AppDelegate"));
     // The buttons and drop views tell the controller about themselves through
     // signals; they are connected as each view is made (awakeFromNib).
@@ -150,6 +152,7 @@ void AppDelegate::awakeFromNib() {
     setupAboutWindow();
     setupVideoActions();
     setupAudioActions();
+    setupPhotoActions();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

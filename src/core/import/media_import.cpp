@@ -10,6 +10,7 @@
 #include "core/library/media_probe.h"
 #include "core/library/media_record.h"
 #include "core/library/track_info.h"
+#include "core/photo/photo_import.h"
 #include "core/video/video_metadata_rules.h"
 
 namespace {
@@ -69,6 +70,10 @@ IKImageItemPtr MediaImporter::importFileForWriting(const QString& path) {
     return item;
 }
 
+IKImageItemPtr MediaImporter::importOne(const QString& path, bool technical) const {
+    return m_photos ? importPhotoFile(path) : importFile(path, technical);
+}
+
 void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
     for (const QString& path : paths) {
         if (m_cancelled) break;
@@ -79,7 +84,7 @@ void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
         } else if (info.isDir()) {
             ScanMediasItemWithinFolder(path);
             m_sink.folderImported(info.absoluteDir().absolutePath());
-        } else if (IKImageItemPtr item = importFile(path, true)) {
+        } else if (IKImageItemPtr item = importOne(path, true)) {
             m_sink.itemImported(item);
         }
         m_sink.pathFinished();
@@ -113,7 +118,7 @@ void MediaImporter::scanFolder(const QString& folder, int depth) {
         const QFileInfo info = entries.fileInfo();
         if (info.isDir()) {
             scanFolder(path, depth + 1);
-        } else if (IKImageItemPtr item = importFile(path, false)) {
+        } else if (IKImageItemPtr item = importOne(path, false)) {
             m_sink.itemImported(item);
         }
     }

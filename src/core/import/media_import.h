@@ -52,13 +52,19 @@ public:
     // are read in full.
     static IKImageItemPtr importFileForWriting(const QString& path);
 
+    // Photos instead of videos and audio: each image file gets the photo
+    // record (importPhotoFile) and every other file is passed over.
+    void setImportPhotos(bool photos) { m_photos = photos; }
+
     // Asks a running import to stop after the current file.
     void cancel() { m_cancelled = true; }
 
 private:
     void scanFolder(const QString& folder, int depth);
+    IKImageItemPtr importOne(const QString& path, bool technical) const;
 
     ImportSink& m_sink;
     QSet<QString> m_visitedFolders;
     std::atomic<bool> m_cancelled{false};
+    bool m_photos = false;
 };
