@@ -23,6 +23,7 @@ class QDialog;
 class QLabel;
 class QLineEdit;
 class QAbstractButton;
+class QAction;
 class QMenu;
 class QMessageBox;
 class QPushButton;
@@ -379,6 +380,7 @@ private:
     ViewMode m_viewMode = ViewMode::Media;
     IKImageItemPtr m_shownPhoto;
     std::unique_ptr<PhotoEditorState> m_photoBaseline;
+    QList<QAction*> m_photoRemovalActions;
     IKImageItemList m_lastSelection;
     bool m_restoringSelection = false;
     bool m_leavePending = false;

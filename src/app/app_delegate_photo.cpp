@@ -107,19 +107,19 @@ void AppDelegate::setupPhotoActions() {
     date->setEnabled(true);
     connect(date, &QAction::triggered, this, [this] { ShowChangeDateWindowAction(nullptr); });
 
-    // The photo removal actions join the menu's two media commands; each
-    // view shows its own.
-    removeExifMenu->addSeparator()->setObjectName(QStringLiteral("photoRemovalSeparator"));
+    // The photo removal actions join the menu's media commands; each view
+    // shows its own.
+    m_photoRemovalActions << removeExifMenu->addSeparator();
     const std::pair<const char*, void (AppDelegate::*)(QObject*)> removals[] = {
         {QT_TR_NOOP("Remove IPTC Data"), &AppDelegate::RemoveIPTCDataFromPhoto},
         {QT_TR_NOOP("Remove EXIF Data"), &AppDelegate::RemoveExifDataFromPhoto},
         {QT_TR_NOOP("Remove GPS Data"), &AppDelegate::RemoveGPSDataFromPhoto},
         {QT_TR_NOOP("Remove EXIF and GPS Data"), &AppDelegate::DeleteExifAndGPSData},
-        {QT_TR_NOOP("Remove All Metadata"), &AppDelegate::DeleteAllPhotoMetadataData},
+        {QT_TR_NOOP("Remove All Photo Metadata"), &AppDelegate::DeleteAllPhotoMetadataData},
     };
     for (const auto& [text, action] : removals)
-        removeExifMenu->addAction(tr(text), this,
-                                  [this, a = action] { (this->*a)(removeExifMenu); });
+        m_photoRemovalActions << removeExifMenu->addAction(
+            tr(text), this, [this, a = action] { (this->*a)(removeExifMenu); });
     setupPhotoWindows();
     applyViewMode(ViewMode::Media);
 }
@@ -157,8 +157,8 @@ void AppDelegate::applyViewMode(ViewMode mode) {
     for (ToolbarButton* b : {editApplyBtn, editMetaDataLocalBtn, changePhotoDateBtn})
         m_window->setToolbarButtonVisible(b, photos);
     addMediaBtn->setEnabled(mode != ViewMode::CameraPhotos);
-    const QList<QAction*> removal = removeExifMenu->actions();
-    for (int i = 0; i < removal.size(); ++i) removal.at(i)->setVisible(i < 2 ? !photos : photos);
+    for (QAction* action : removeExifMenu->actions())
+        action->setVisible(m_photoRemovalActions.contains(action) == photos);
 
     reloadPhotoBrowsers();
     showListOrHint();

@@ -137,7 +137,7 @@ private:
     void select(const QString& path) {
         for (const IKImageItemPtr& item : m_browser->photoModel()->content())
             if (item->filePath == path) m_browser->selectItem(item);
-        QTRY_COMPARE(s.app->shownPhoto()->filePath, path);
+        QTRY_VERIFY(s.app->shownPhoto() && s.app->shownPhoto()->filePath == path);
     }
     // The tags of a copy in the storage folder, once the write is told.
     QJsonObject written(const QString& name, const QStringList& options) {
