@@ -131,7 +131,6 @@ PhotoBrowserView::PhotoBrowserView(const QString& name, QWidget* parent)
     setIconSize(QSize(PhotoBrowserModel::kThumbnailSide, PhotoBrowserModel::kThumbnailSide));
     setGridSize(
         QSize(PhotoBrowserModel::kThumbnailSide + 24, PhotoBrowserModel::kThumbnailSide + 40));
-    setSpacing(4);
     setWordWrap(false);
     setTextElideMode(Qt::ElideMiddle);
     setAcceptDrops(true);

@@ -11,10 +11,12 @@
 
 namespace {
 QLineEdit* addField(QFormLayout* form, const char* outlet, const QString& title,
-                    const QString& placeholder = {}) {
+                    const QString& placeholder = {}, const QString& tip = {}) {
     auto* edit = new QLineEdit;
     edit->setObjectName(QLatin1String(outlet));
     edit->setPlaceholderText(placeholder);
+    edit->setToolTip(tip);
+    edit->setMinimumWidth(200);
     form->addRow(title, edit);
     return edit;
 }
@@ -43,10 +45,12 @@ GpsWindow::GpsWindow(QWidget* parent) : QDialog(parent) {
     auto* layout = new QHBoxLayout(this);
     auto* left = new QVBoxLayout;
     auto* form = new QFormLayout;
-    latitudelab = addField(form, "latitudelab", tr("Latitude"), tr("-33.8568 (south negative)"));
-    longtitudelab =
-        addField(form, "longtitudelab", tr("Longitude"), tr("151.2153 (west negative)"));
-    altitudelab = addField(form, "altitudelab", tr("Altitude (m)"), tr("below sea level negative"));
+    latitudelab = addField(form, "latitudelab", tr("Latitude"), QStringLiteral("-33.8568"),
+                           tr("Decimal degrees; south of the equator negative"));
+    longtitudelab = addField(form, "longtitudelab", tr("Longitude"), QStringLiteral("151.2153"),
+                             tr("Decimal degrees; west of Greenwich negative"));
+    altitudelab = addField(form, "altitudelab", tr("Altitude (m)"), QStringLiteral("0"),
+                           tr("Metres; below sea level negative"));
     dateStamplab = addField(form, "dateStamplab", tr("GPS date"), tr("YYYY:MM:DD"));
     timeStamplab = addField(form, "timeStamplab", tr("GPS time"), tr("HH:MM:SS"));
     left->addLayout(form);
