@@ -1,5 +1,6 @@
 // The photo commands: what the panel shows, what an apply, a date save, a
 // GPS save and a removal write, and where.
+#include <QColorSpace>
 #include <QDir>
 
 #include "core/photo/photo_removal.h"
@@ -241,4 +242,25 @@ TEST_F(PhotoCommands, HostileFilesAndFailedWritesLeaveNothing) {
         EXPECT_FALSE(r.reason.isEmpty());
         EXPECT_TRUE(QDir(storage.storagelocation).entryList(QDir::Files | QDir::Hidden).isEmpty());
     }
+}
+
+// The privacy strip of a PNG: its texts, Exif and XMP go; the colour
+// profile stays.
+TEST_F(PhotoCommands, PrivacyStripKeepsTheColourProfile) {
+    QImage image(16, 16, QImage::Format_RGB888);
+    image.fill(Qt::red);
+    image.setColorSpace(QColorSpace::DisplayP3);
+    image.setText("Author", "Me");
+    const QString source = dir.filePath("p.png");
+    ASSERT_TRUE(image.save(source));
+    ASSERT_TRUE(runTool("exiftool", words("-q -overwrite_original -Artist=A -XMP-dc:Title=T") +
+                                        QStringList{source}));
+    const PhotoWriteResult r = removePhotoMetadata(photoAt(source), PhotoRemoval::Privacy,
+                                                   PhotoMode::Local, storage, batch);
+    ASSERT_TRUE(r.ok()) << r.message().toStdString();
+    const QJsonObject t = tagsOf(r.outputPath);
+    for (const char* tag : {"PNG:Author", "IFD0:Artist", "XMP-dc:Title"})
+        EXPECT_FALSE(t.contains(tag)) << tag;
+    EXPECT_EQ(QImage(r.outputPath).colorSpace(), QColorSpace(QColorSpace::DisplayP3));
+    EXPECT_TRUE(QImage(r.outputPath) == QImage(source));
 }
