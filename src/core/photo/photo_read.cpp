@@ -1,6 +1,7 @@
 // Reading a photo's dictionary through Exiv2 (and Qt's image readers for
 // what Exiv2 does not expose: pixel size, page count, PNG texts).
 #include <QBuffer>
+#include <QColorSpace>
 #include <QCoreApplication>
 #include <QFile>
 #include <QImageReader>
@@ -193,6 +194,18 @@ void addFromQtReader(PhotoSource& source, QIODevice& device) {
         }
     }
     if (source.type == QLatin1String("tiff")) source.imageCount = qMax(1, reader.imageCount());
+    const QImage::Format format = reader.imageFormat();
+    if (format != QImage::Format_Invalid) {
+        const QPixelFormat pixels = QImage::toPixelFormat(format);
+        const bool gray = pixels.colorModel() == QPixelFormat::Grayscale ||
+                          format == QImage::Format_Mono || format == QImage::Format_MonoLSB;
+        properties.insert(QStringLiteral("ColorModel"),
+                          gray ? QStringLiteral("Gray") : QStringLiteral("RGB"));
+        properties.insert(QStringLiteral("Depth"),
+                          qlonglong(gray ? pixels.bitsPerPixel() : pixels.redSize()));
+        properties.insert(QStringLiteral("HasAlpha"),
+                          pixels.alphaUsage() == QPixelFormat::UsesAlpha);
+    }
     if (source.type == QLatin1String("png")) {
         QVariantMap png;
         for (const QString& key : reader.textKeys()) {
@@ -209,6 +222,13 @@ void addTopLevel(PropertyDictionary& properties, Exiv2::Image& image) {
     if (image.pixelWidth() > 0 && image.pixelHeight() > 0) {
         properties.insert(QStringLiteral("PixelWidth"), qlonglong(image.pixelWidth()));
         properties.insert(QStringLiteral("PixelHeight"), qlonglong(image.pixelHeight()));
+    }
+    if (image.iccProfileDefined()) {
+        const Exiv2::DataBuf* icc = image.iccProfile();
+        const QColorSpace space = QColorSpace::fromIccProfile(
+            QByteArray(reinterpret_cast<const char*>(icc->pData_), icc->size_));
+        if (space.isValid() && !space.description().isEmpty())
+            properties.insert(QStringLiteral("ProfileName"), space.description());
     }
     const Exiv2::ExifData& exif = image.exifData();
     const auto orientation = exif.findKey(Exiv2::ExifKey("Exif.Image.Orientation"));

@@ -41,6 +41,14 @@ QString taggedJpeg() {
                                        "-IPTC:By-line=Ann"});
 }
 
+// The bytes of a one-strip TIFF's picture.
+QByteArray rawStrip(const QString& path) {
+    const QJsonObject t = exiftoolTags(path, {"-n"});
+    const QByteArray strip =
+        readFile(path).mid(t["IFD0:StripOffsets"].toInt(), t["IFD0:StripByteCounts"].toInt());
+    return strip.isEmpty() ? QByteArray("no strip") : strip;
+}
+
 }  // namespace
 
 TEST(PhotoProperties, ExiftoolValuesReadUnderDictionaryNames) {
@@ -57,6 +65,8 @@ TEST(PhotoProperties, ExiftoolValuesReadUnderDictionaryNames) {
         {"", "PixelHeight", 48},
         {"", "Orientation", 6},
         {"", "DPIWidth", 300.0},
+        {"", "ColorModel", "RGB"},
+        {"", "Depth", 8},
         {PhotoGroup::TIFF, "Make", "Canon"},
         {PhotoGroup::TIFF, "Artist", "Zoë 山田"},
         {PhotoGroup::Exif, "DateTimeOriginal", "2020:01:02 03:04:05"},
@@ -136,8 +146,8 @@ TEST(PhotoProperties, WritesReadBackByExiftool) {
         EXPECT_DOUBLE_EQ(tags["Composite:GPSLatitude"].toDouble(), -33.5);
         EXPECT_DOUBLE_EQ(tags["Composite:GPSAltitude"].toDouble(), -12.5);
         const QImage before(c.path), after(out);
-        EXPECT_EQ(before.isNull(), after.isNull());
-        EXPECT_TRUE(before == after);
+        // Qt decodes all but the DNG, whose raw data are compared as bytes.
+        EXPECT_TRUE(before.isNull() ? rawStrip(c.path) == rawStrip(out) : before == after);
     }
 }
 
