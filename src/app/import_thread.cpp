@@ -5,8 +5,7 @@
 #include "app/app_delegate.h"
 
 ImportThread::ImportThread(const QStringList& paths, AppDelegate* delegate, bool photos)
-    : m_paths(paths), m_delegate(delegate), m_importer(*this) {
-    m_importer.setImportPhotos(photos);
+    : m_paths(paths), m_delegate(delegate), m_importer(*this, photos) {
     setObjectName(QStringLiteral("importMediaItemsThreader"));
 }
 

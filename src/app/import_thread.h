@@ -17,7 +17,7 @@ class AppDelegate;
 class ImportThread : public QThread, private ImportSink {
     Q_OBJECT
 public:
-    // With `photos`, image files become photo records and nothing else is taken.
+    // With `photos`, image files are imported too, as photo records.
     ImportThread(const QStringList& paths, AppDelegate* delegate, bool photos = false);
 
     // Stops after the current file; nothing more reaches the controller.

@@ -43,7 +43,10 @@ IKImageItemPtr newVideoRecord(const QString& path) {
 
 }  // namespace
 
-IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
+IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical, bool photos) {
+    // Audio and video are asked before images.
+    if (photos && !isAudioPath(path) && !isVideoPath(path) && isImagePath(path))
+        return importPhotoFile(path);
     if (!importable(path)) return nullptr;
     // Audio is asked before video.
     if (isAudioPath(path)) return readAudioFile(path);
@@ -70,10 +73,6 @@ IKImageItemPtr MediaImporter::importFileForWriting(const QString& path) {
     return item;
 }
 
-IKImageItemPtr MediaImporter::importOne(const QString& path, bool technical) const {
-    return m_photos ? importPhotoFile(path) : importFile(path, technical);
-}
-
 void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
     for (const QString& path : paths) {
         if (m_cancelled) break;
@@ -84,7 +83,7 @@ void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
         } else if (info.isDir()) {
             ScanMediasItemWithinFolder(path);
             m_sink.folderImported(info.absoluteDir().absolutePath());
-        } else if (IKImageItemPtr item = importOne(path, true)) {
+        } else if (IKImageItemPtr item = importFile(path, true, m_photos)) {
             m_sink.itemImported(item);
         }
         m_sink.pathFinished();
@@ -118,7 +117,7 @@ void MediaImporter::scanFolder(const QString& folder, int depth) {
         const QFileInfo info = entries.fileInfo();
         if (info.isDir()) {
             scanFolder(path, depth + 1);
-        } else if (IKImageItemPtr item = importOne(path, false)) {
+        } else if (IKImageItemPtr item = importFile(path, false, m_photos)) {
             m_sink.itemImported(item);
         }
     }
