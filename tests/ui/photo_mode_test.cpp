@@ -45,7 +45,11 @@ private Q_SLOTS:
         QCOMPARE(s.app->mediaController->rowCount(), 0);
         QVERIFY(!s.app->tableViewValidateDrop({m_located}));
         QTRY_COMPARE(m_browser->photoModel()->thumbnailCount(), 2);
-        QCOMPARE(m_browser->model()->index(0, 0).data().toString(), "located.jpg");
+        QStringList names;
+        for (int row = 0; row < 2; ++row)
+            names << m_browser->model()->index(row, 0).data().toString();
+        names.sort();
+        QCOMPARE(names, QStringList({"bare.jpg", "located.jpg"}));
     }
 
     // The panel, the remembered values, the outline's groups and the map.
@@ -123,6 +127,17 @@ private Q_SLOTS:
         QCOMPARE(s.asked, QStringList{"Invalid date format"});
         QVERIFY(s.app->changeDateWindow->isVisible());
         s.app->changeDateWindow->reject();
+        // Camera mode writes the GPS entry fields as they stand: all five.
+        auto camera = std::make_shared<IKImageItem>(*s.app->shownPhoto());
+        s.app->cameItemArray = {camera};
+        s.app->ChangeToImportiOSDevicePhoto(nullptr);
+        s.app->imageBrowserView->selectItem(camera);
+        QTRY_COMPARE(s.app->shownPhoto(), camera);
+        s.app->changeGPSWindow->timeStamplab->clear();
+        s.asked.clear();
+        s.app->ClickApplyChangeAction(nullptr);
+        QCOMPARE(s.asked, QStringList{"Vaule Error"});
+        s.app->ChangeToImportComputerPhoto(nullptr);
     }
 
 private:

@@ -190,6 +190,7 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
     m_tree->setUniformRowHeights(true);
     m_tree->setMinimumHeight(260);
     m_tree->header()->setStretchLastSection(true);
+    m_tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     layout->addWidget(m_tree, 1);
 
     clear();
@@ -234,5 +235,4 @@ void PhotoPanel::fillTree(const QList<PropertyTreeRow>& rows) {
             }
         };
     add(m_treeModel->invisibleRootItem(), rows);
-    m_tree->resizeColumnToContents(0);
 }
