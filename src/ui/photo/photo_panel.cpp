@@ -190,7 +190,6 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
     m_tree->setUniformRowHeights(true);
     m_tree->setMinimumHeight(260);
     m_tree->header()->setStretchLastSection(true);
-    m_tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     layout->addWidget(m_tree, 1);
 
     clear();
@@ -221,6 +220,8 @@ PhotoEditorState PhotoPanel::editorState() const {
 void PhotoPanel::fillTree(const QList<PropertyTreeRow>& rows) {
     m_treeModel->clear();
     m_treeModel->setHorizontalHeaderLabels({tr("Property"), tr("Value")});
+    // (The header has sections only once the model has columns.)
+    m_tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     // Every cell's text is white, as the dark window draws it.
     const std::function<void(QStandardItem*, const QList<PropertyTreeRow>&)> add =
         [&add](QStandardItem* parent, const QList<PropertyTreeRow>& children) {
