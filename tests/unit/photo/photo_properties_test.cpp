@@ -158,7 +158,8 @@ TEST(PhotoProperties, MultiPageTiffKeepsEveryPageOrIsRefused) {
     PropertyEdit edit;
     edit.values[PhotoGroup::TIFF] = {{"Artist", "A"}};
     for (const int pages : {4, 5}) {
-        const QString source = dir.filePath("pages.tif"), out = dir.filePath("out.tif");
+        const QString source = dir.filePath("pages.tif"),
+                      out = dir.filePath(QString::number(pages));
         ASSERT_TRUE(writeFile(source, multiPageTiff(pages)));
         EXPECT_EQ(readPhotoProperties(source).imageCount, pages);
         const PhotoWriteOutcome outcome = writePhotoCopy(source, out, edit);
