@@ -11,6 +11,7 @@
 
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/library/media_kinds.h"
 #include "core/photo/photo_exiv2.h"
 
 using namespace photo_exiv2;
@@ -293,11 +294,17 @@ PhotoSource readPhotoProperties(const QString& path) {
         return {{}, {}, 0, false, problemText("The file does not exist or is not a regular file.")};
     if (file.size() == 0) return {{}, {}, 0, false, problemText("The file is empty.")};
     const std::string name = QFile::encodeName(path).toStdString();
-    return readWith(
+    PhotoSource source = readWith(
         [](const void* p) {
             return Exiv2::ImageFactory::open(*static_cast<const std::string*>(p));
         },
         &name, file, path);
+    // A camera raw built on TIFF (DNG, NEF, ...) is a raw all the same.
+    if (source.ok() && GetImageType(fileExtension(path).toUtf8().constData()) >= 0) {
+        source.type = QStringLiteral("raw");
+        source.imageCount = 1;
+    }
+    return source;
 }
 
 PhotoSource readPhotoPropertiesFromData(const QByteArray& data) {
