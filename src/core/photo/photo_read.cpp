@@ -278,6 +278,10 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
         qCInfo(lcTagsmith).noquote() << "photo not read ==" << label << "==" << error.what();
         source.problem = problemText("The photo is damaged or incomplete.");
         return source;
+    } catch (...) {
+        qCInfo(lcTagsmith).noquote() << "photo not read ==" << label;
+        source.problem = problemText("The photo is damaged or incomplete.");
+        return source;
     }
     if (device.open(QIODevice::ReadOnly)) {
         if (source.type == QLatin1String("jpeg")) addJfif(source.properties, device.peek(20));

@@ -296,6 +296,9 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target << "==" << error.what();
         return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+    } catch (...) {
+        qCInfo(lcTagsmith).noquote() << "photo not written ==" << target;
+        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
     }
     QFile out(target);
     if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
