@@ -11,6 +11,7 @@
 
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/library/media_kinds.h"
 #include "core/photo/photo_exiv2.h"
 
 using namespace photo_exiv2;
@@ -277,6 +278,10 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
         qCInfo(lcTagsmith).noquote() << "photo not read ==" << label << "==" << error.what();
         source.problem = problemText("The photo is damaged or incomplete.");
         return source;
+    } catch (...) {
+        qCInfo(lcTagsmith).noquote() << "photo not read ==" << label;
+        source.problem = problemText("The photo is damaged or incomplete.");
+        return source;
     }
     if (device.open(QIODevice::ReadOnly)) {
         if (source.type == QLatin1String("jpeg")) addJfif(source.properties, device.peek(20));
@@ -293,11 +298,17 @@ PhotoSource readPhotoProperties(const QString& path) {
         return {{}, {}, 0, false, problemText("The file does not exist or is not a regular file.")};
     if (file.size() == 0) return {{}, {}, 0, false, problemText("The file is empty.")};
     const std::string name = QFile::encodeName(path).toStdString();
-    return readWith(
+    PhotoSource source = readWith(
         [](const void* p) {
             return Exiv2::ImageFactory::open(*static_cast<const std::string*>(p));
         },
         &name, file, path);
+    // A camera raw built on TIFF (DNG, NEF, ...) is a raw all the same.
+    if (source.ok() && GetImageType(fileExtension(path).toUtf8().constData()) >= 0) {
+        source.type = QStringLiteral("raw");
+        source.imageCount = 1;
+    }
+    return source;
 }
 
 PhotoSource readPhotoPropertiesFromData(const QByteArray& data) {

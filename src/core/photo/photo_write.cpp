@@ -4,6 +4,7 @@
 // by Exiv2 as they are.
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QDate>
 #include <QFile>
 #include <QImageReader>
 
@@ -96,7 +97,8 @@ void setGps(Exiv2::ExifData& exif, const QString& key, const QVariant& variant) 
         bool ok[3] = {false, false, false};
         const double h = parts.value(0).toDouble(&ok[0]), m = parts.value(1).toDouble(&ok[1]),
                      s = parts.value(2).toDouble(&ok[2]);
-        if (parts.size() != 3 || !ok[0] || !ok[1] || !ok[2]) {
+        if (parts.size() != 3 || !ok[0] || !ok[1] || !ok[2] || h < 0 || h >= 24 || m < 0 ||
+            m >= 60 || s < 0 || s >= 61) {
             qCInfo(lcTagsmith) << "GPS time stamp not a time, not written ==" << variant;
             return;
         }
@@ -104,6 +106,14 @@ void setGps(Exiv2::ExifData& exif, const QString& key, const QVariant& variant) 
         value.value_ = {
             {uint32_t(h), 1}, {uint32_t(m), 1}, {uint32_t(std::lround(s * 1000)), 1000}};
         exif[name].setValue(&value);
+    } else if (key == QLatin1String("DateStamp")) {
+        QString date = variant.toString().trimmed();
+        date.replace(QLatin1Char('-'), QLatin1Char(':'));
+        if (!QDate::fromString(date, QStringLiteral("yyyy:MM:dd")).isValid()) {
+            qCInfo(lcTagsmith) << "GPS date stamp not a date, not written ==" << variant;
+            return;
+        }
+        setExif(exif, name, date);
     } else if (key == QLatin1String("Altitude")) {
         setExif(exif, name, std::fabs(variant.toDouble()));
     } else {
@@ -285,6 +295,9 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target << "==" << error.what();
+        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+    } catch (...) {
+        qCInfo(lcTagsmith).noquote() << "photo not written ==" << target;
         return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
     }
     QFile out(target);
