@@ -140,6 +140,20 @@ private Q_SLOTS:
         s.app->ChangeToImportComputerPhoto(nullptr);
     }
 
+    // Leaving a photo with unsaved edits asks; Cancel keeps it shown and selected.
+    void leavingAnEditedPhotoAsks() {
+        select(m_located);
+        QTest::keyClicks(m_panel->field("titlelab"), "x");
+        s.answerWith("Cancel");
+        for (const IKImageItemPtr& item : m_browser->photoModel()->content())
+            if (item->filePath == m_bare) m_browser->selectItem(item);
+        QTRY_COMPARE(s.asked.size(), 1);
+        QCOMPARE(s.app->shownPhoto()->filePath, m_located);
+        QCOMPARE(m_browser->selectedItems().constFirst()->filePath, m_located);
+        s.answerWith(" Discard ");
+        select(m_bare);
+    }
+
 private:
     QString makeJpeg(const QString& name, const QStringList& tags) {
         const QString path = s.dir.filePath(name);
