@@ -351,6 +351,9 @@ private:
     PhotoMode photoSourceMode() const;
     QString photoSourcePath(const IKImageItem& item) const;
     void answerLeavingEditedPhoto();
+    // Asks about the shown photo's unsaved edits (applying them on Save);
+    // false when the user cancelled.
+    bool mayLeaveShownPhoto();
     bool photoEditsUnsaved() const;
     void markPhotoSaved();
     void applyPhotoEdits(const IKImageItemList& items);

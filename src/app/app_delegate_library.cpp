@@ -67,6 +67,8 @@ void AppDelegate::openPanelDidEnd(int returnCode, const QStringList& paths) {
         localPhotoItemArray.append(item);
         LoadImportedMediasonMainThread();
     }
+    // The list's own photos are shown rather than the camera's.
+    if (m_viewMode == ViewMode::CameraPhotos) applyViewMode(ViewMode::LocalPhotos);
     blocalMode = true;
     ensureFolder(storagelocation);
 }

@@ -129,25 +129,41 @@ bool AppDelegate::photoMode() const {
 }
 
 void AppDelegate::ShowMediaListAction(QObject*) {
-    blocalMode = true;
     applyViewMode(ViewMode::Media);
 }
 
 void AppDelegate::ChangeToImportComputerPhoto(QObject*) {
-    blocalMode = true;
     applyViewMode(ViewMode::LocalPhotos);
 }
 
 void AppDelegate::ChangeToImportiOSDevicePhoto(QObject*) {
     // The camera's photos; devices are connected to `cameItemArray` by the
     // camera import, until then the camera hint stands in.
-    blocalMode = false;
     applyViewMode(ViewMode::CameraPhotos);
 }
 
+bool AppDelegate::mayLeaveShownPhoto() {
+    if (!photoEditsUnsaved()) return true;
+    switch (askAboutUnsavedEdits()) {
+        case UnsavedAnswer::Cancel:
+            return false;
+        case UnsavedAnswer::Save:
+            applyPhotoEdits({m_shownPhoto});
+            return true;
+        case UnsavedAnswer::Discard:
+            qCInfo(lcTagsmith) << "unsaved edits discarded ==" << m_shownPhoto->filePath;
+            return true;
+    }
+    return true;
+}
+
 void AppDelegate::applyViewMode(ViewMode mode) {
+    // The shown photo's edits are saved or dropped before another view
+    // replaces the panel; Cancel stays where it is.
+    if (mode != m_viewMode && !mayLeaveShownPhoto()) mode = m_viewMode;
     const bool changed = mode != m_viewMode;
     m_viewMode = mode;
+    blocalMode = mode != ViewMode::CameraPhotos;
     const bool photos = photoMode();
     mediaListBtn->setChecked(mode == ViewMode::Media);
     localphotoBtn->setChecked(mode == ViewMode::LocalPhotos);
@@ -262,20 +278,10 @@ void AppDelegate::answerLeavingEditedPhoto() {
     m_leavePending = false;
     const IKImageItemList items = selectedPhotoItems();
     if (items.isEmpty() || items.first() == m_shownPhoto) return;
-    if (photoEditsUnsaved()) {
-        switch (askAboutUnsavedEdits()) {
-            case UnsavedAnswer::Cancel: {
-                const QScopedValueRollback<bool> restoring(m_restoringSelection, true);
-                activeBrowser()->selectItem(m_shownPhoto);
-                return;
-            }
-            case UnsavedAnswer::Save:
-                applyPhotoEdits({m_shownPhoto});
-                break;
-            case UnsavedAnswer::Discard:
-                qCInfo(lcTagsmith) << "unsaved edits discarded ==" << m_shownPhoto->filePath;
-                break;
-        }
+    if (!mayLeaveShownPhoto()) {
+        const QScopedValueRollback<bool> restoring(m_restoringSelection, true);
+        activeBrowser()->selectItem(m_shownPhoto);
+        return;
     }
     ShowPhotoViewWithItem(items.first());
 }
@@ -395,11 +401,7 @@ void AppDelegate::removePhotosFromList() {
     if (!blocalMode) return;
     const IKImageItemList doomed = selectedPhotoItems();
     if (doomed.isEmpty()) return;
-    if (doomed.contains(m_shownPhoto) && photoEditsUnsaved()) {
-        const UnsavedAnswer answer = askAboutUnsavedEdits();
-        if (answer == UnsavedAnswer::Cancel) return;
-        if (answer == UnsavedAnswer::Save) applyPhotoEdits({m_shownPhoto});
-    }
+    if (doomed.contains(m_shownPhoto) && !mayLeaveShownPhoto()) return;
     for (const IKImageItemPtr& item : doomed) {
         localPhotoItemArray.removeOne(item);
         qCInfo(lcTagsmith) << "removed from the list ==" << item->filePath;
