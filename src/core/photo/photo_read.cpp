@@ -144,7 +144,22 @@ void addExif(PropertyDictionary& properties, const Exiv2::ExifData& exif) {
         if (!it.value().isEmpty()) properties.insert(it.key(), it.value());
 }
 
-void addIptc(PropertyDictionary& properties, const Exiv2::IptcData& iptc) {
+// The texts of an XMP property: the default language of an alternative,
+// every item of a list.
+QStringList xmpTexts(const Exiv2::Value& value) {
+    if (const auto* alt = dynamic_cast<const Exiv2::LangAltValue*>(&value)) {
+        auto it = alt->value_.find("x-default");
+        if (it == alt->value_.end()) it = alt->value_.begin();
+        return it == alt->value_.end() ? QStringList() : QStringList{textFromBytes(it->second)};
+    }
+    QStringList texts;
+    for (long i = 0; i < value.count() && i < kMaxListed; ++i)
+        texts << textFromBytes(value.toString(i));
+    return texts;
+}
+
+void addIptc(PropertyDictionary& properties, const Exiv2::IptcData& iptc,
+             const Exiv2::XmpData& xmp) {
     QVariantMap group;
     for (const Exiv2::Iptcdatum& datum : iptc) {
         if (datum.recordName() != "Application2") continue;
@@ -163,6 +178,17 @@ void addIptc(PropertyDictionary& properties, const Exiv2::IptcData& iptc) {
         } else {
             group.insert(name, text);
         }
+    }
+    // Where IPTC lacks a field (or the type holds none), XMP says it.
+    for (const XmpEquivalent& equivalent : xmpEquivalents()) {
+        const auto found = xmp.findKey(Exiv2::XmpKey(equivalent.xmp));
+        if (group.contains(equivalent.iptc) || found == xmp.end()) continue;
+        const QStringList texts = xmpTexts(found->value());
+        if (texts.isEmpty()) continue;
+        if (equivalent.iptc == QLatin1String("Keywords"))
+            group.insert(equivalent.iptc, QVariant(texts).toList());
+        else
+            group.insert(equivalent.iptc, texts.first());
     }
     if (!group.isEmpty()) properties.insert(PhotoGroup::IPTC, group);
 }
@@ -265,7 +291,7 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
                           (mode == Exiv2::amReadWrite || mode == Exiv2::amWrite);
         addTopLevel(source.properties, *image);
         addExif(source.properties, image->exifData());
-        addIptc(source.properties, image->iptcData());
+        addIptc(source.properties, image->iptcData(), image->xmpData());
     } catch (const Exiv2::AnyError& error) {
         qCInfo(lcTagsmith).noquote()
             << "photo not read ==" << label << "== Exiv2 error" << error.code() << error.what();

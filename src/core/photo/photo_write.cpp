@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QImageReader>
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/common/logging.h"
@@ -169,13 +170,6 @@ QString langAltText(const QString& text) {
 // An IPTC value, or where the type holds no IPTC (or XMP already holds the
 // field, which readers prefer) its XMP equivalent too.
 void setIptc(Exiv2::Image& image, const QString& key, const QVariant& variant, bool iptcAllowed) {
-    static const QMap<QString, QPair<const char*, Exiv2::TypeId>> xmpEquivalents{
-        {QStringLiteral("ObjectName"), {"Xmp.dc.title", Exiv2::langAlt}},
-        {QStringLiteral("Keywords"), {"Xmp.dc.subject", Exiv2::xmpBag}},
-        {QStringLiteral("Caption/Abstract"), {"Xmp.dc.description", Exiv2::langAlt}},
-        {QStringLiteral("By-line"), {"Xmp.dc.creator", Exiv2::xmpSeq}},
-        {QStringLiteral("CopyrightNotice"), {"Xmp.dc.rights", Exiv2::langAlt}},
-    };
     const QStringList texts =
         variant.typeId() == QMetaType::QVariantList
             ? variant.toStringList()
@@ -196,17 +190,19 @@ void setIptc(Exiv2::Image& image, const QString& key, const QVariant& variant, b
             }
         }
     }
-    const auto xmp = xmpEquivalents.value(key, {nullptr, Exiv2::invalidTypeId});
-    if (!xmp.first) return;
+    const auto& table = xmpEquivalents();
+    const auto xmp = std::find_if(table.cbegin(), table.cend(),
+                                  [&](const XmpEquivalent& e) { return e.iptc == key; });
+    if (xmp == table.cend()) return;
     Exiv2::XmpData& data = image.xmpData();
-    const Exiv2::XmpKey xmpKey(xmp.first);
+    const Exiv2::XmpKey xmpKey(xmp->xmp);
     const bool present = data.findKey(xmpKey) != data.end();
     if (iptcAllowed && !present) return;
-    eraseXmpIf(data, [&](const std::string& k) { return k == xmp.first; });
+    eraseXmpIf(data, [&](const std::string& k) { return k == xmp->xmp; });
     if (texts.isEmpty()) return;
-    Exiv2::Value::AutoPtr value = Exiv2::Value::create(xmp.second);
+    Exiv2::Value::AutoPtr value = Exiv2::Value::create(xmp->type);
     for (const QString& text : texts)
-        value->read((xmp.second == Exiv2::langAlt ? langAltText(text) : text).toStdString());
+        value->read((xmp->type == Exiv2::langAlt ? langAltText(text) : text).toStdString());
     data.add(xmpKey, value.get());
 }
 

@@ -143,6 +143,9 @@ TEST(PhotoProperties, WritesReadBackByExiftool) {
         EXPECT_EQ(tags["ExifIFD:UserComment"].toString(), "コメント");
         EXPECT_EQ(tags[c.titleTag].toString(), "夏の海");
         EXPECT_EQ(tags[c.keywordsTag].toVariant(), QVariantList({"海", "été"}));
+        const QVariantMap iptc = readPhotoProperties(out).properties[PhotoGroup::IPTC].toMap();
+        EXPECT_EQ(iptc["ObjectName"], "夏の海");  // from XMP where IPTC has no place
+        EXPECT_EQ(iptc["Keywords"], QVariantList({"海", "été"}));
         EXPECT_DOUBLE_EQ(tags["Composite:GPSLatitude"].toDouble(), -33.5);
         EXPECT_DOUBLE_EQ(tags["Composite:GPSAltitude"].toDouble(), -12.5);
         const QImage before(c.path), after(out);
