@@ -1,98 +1,29 @@
 #include "core/audio/audio_output.h"
 
 #include <QBuffer>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
 
 #include <cerrno>
 #include <cstdio>
 #include <limits>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include "core/common/dates.h"
-#include "core/common/desktop_integration.h"
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
 #include "core/video/video_export.h"
 
-namespace {
-
-// A hidden file beside the output, created as any new file is (the user's
-// umask applies), removed unless it was put in place.
-struct TemporaryOutput {
-    explicit TemporaryOutput(const QFileInfo& target) {
-        for (int attempt = 0; attempt < 100 && path.isEmpty(); ++attempt) {
-            const QString candidate =
-                QStringLiteral("%1/.%2.%3.tmp")
-                    .arg(target.absolutePath(), target.fileName())
-                    .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0'));
-            const int fd = ::open(QFile::encodeName(candidate).constData(),
-                                  O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-            if (fd >= 0) {
-                ::close(fd);
-                path = candidate;
-            } else if (errno != EEXIST) {
-                error = errno;
-                return;
-            }
-        }
-    }
-    ~TemporaryOutput() {
-        if (!path.isEmpty()) QFile::remove(path);
-    }
-    QString path;
-    int error = EEXIST;
-};
-
-}  // namespace
-
 AudioWriteResult publishAudioCopy(const AudioCopyPlan& plan, const QString& storageFolder,
                                   OutputBatch& batch, const AudioCopyFill& fill) {
+    const PublishedCopy copy = publishCopy(plan, storageFolder, batch, fill);
     AudioWriteResult result;
     result.sourcePath = plan.sourcePath;
-    const OutputBatch::Claim claim = batch.claim(plan.outputPath, plan.sourcePath);
-    if (claim.path.isEmpty()) {
-        result.reason = claim.note;
-        qCWarning(lcTagsmith).noquote() << claim.note << "==" << plan.outputPath;
-        return result;
+    result.reason = copy.reason;
+    result.note = copy.note;
+    if (copy.ok()) {
+        result.status = ExportStatus::Completed;
+        result.outputPath = copy.outputPath;
     }
-    result.note = claim.note;
-    if (!claim.note.isEmpty()) qCInfo(lcTagsmith).noquote() << claim.note << "==" << claim.path;
-
-    const QFileInfo target(claim.path);
-    QDir().mkpath(target.absolutePath());
-    TemporaryOutput temp(target);
-    if (temp.path.isEmpty()) {
-        result.reason = QStringLiteral("the storage folder cannot be written: %1")
-                            .arg(plainFileError(temp.error));
-        qCWarning(lcTagsmith) << "cannot create a temporary file in" << target.absolutePath();
-        return result;
-    }
-    result.reason = fill(temp.path);
-    if (!result.reason.isEmpty()) {
-        qCWarning(lcTagsmith).noquote()
-            << "audio write failed ==" << plan.sourcePath << "==" << result.reason;
-        return result;  // the temporary file goes with `temp`
-    }
-    setFileDates(temp.path, plan.dates.creation, plan.dates.modification);
-    // Only nothing or an earlier output of ours can be at the claimed name:
-    // the rename replaces it in one step.
-    if (::rename(QFile::encodeName(temp.path).constData(),
-                 QFile::encodeName(claim.path).constData()) != 0) {
-        result.reason =
-            QStringLiteral("the new file could not be put in place: %1").arg(plainFileError(errno));
-        qCWarning(lcTagsmith) << "cannot rename" << temp.path << "to" << claim.path;
-        return result;
-    }
-    temp.path.clear();
-    markOutputAsOurs(claim.path);
-    if (plan.reveal) DesktopIntegration::instance().revealFile(claim.path, storageFolder);
-    result.status = ExportStatus::Completed;
-    result.outputPath = claim.path;
     return result;
 }
 

@@ -4,25 +4,14 @@
 #include <QImage>
 #include <QString>
 
-#include <functional>
-
 #include "core/audio/audio_writers.h"
+#include "core/common/copy_publish.h"
 #include "core/common/file_dates.h"
 
-// How every audio writer publishes its copy: the output goes beside its
-// planned name in a hidden temporary file, is filled, dated, and renamed
-// over the planned name (or the free name the batch gives) in one step, so
-// a reader never sees half a file and a failed write leaves nothing behind.
-struct AudioCopyPlan {
-    QString sourcePath;
-    QString outputPath;  // the name wanted in the storage folder
-    FileDates dates;     // the output's dates
-    bool reveal = true;
-};
-
-// Writes the temporary file at the given path (it exists, empty); answers ""
-// on success, else why not in the user's words.
-using AudioCopyFill = std::function<QString(const QString& temporaryPath)>;
+// Every audio writer publishes its copy through publishCopy
+// (core/common/copy_publish.h).
+using AudioCopyPlan = CopyPlan;
+using AudioCopyFill = CopyFill;
 
 AudioWriteResult publishAudioCopy(const AudioCopyPlan& plan, const QString& storageFolder,
                                   OutputBatch& batch, const AudioCopyFill& fill);

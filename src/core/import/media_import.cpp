@@ -10,6 +10,7 @@
 #include "core/library/media_probe.h"
 #include "core/library/media_record.h"
 #include "core/library/track_info.h"
+#include "core/photo/photo_import.h"
 #include "core/video/video_metadata_rules.h"
 
 namespace {
@@ -42,7 +43,10 @@ IKImageItemPtr newVideoRecord(const QString& path) {
 
 }  // namespace
 
-IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical) {
+IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical, bool photos) {
+    // Audio and video are asked before images.
+    if (photos && !isAudioPath(path) && !isVideoPath(path) && isImagePath(path))
+        return importPhotoFile(path);
     if (!importable(path)) return nullptr;
     // Audio is asked before video.
     if (isAudioPath(path)) return readAudioFile(path);
@@ -79,7 +83,7 @@ void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
         } else if (info.isDir()) {
             ScanMediasItemWithinFolder(path);
             m_sink.folderImported(info.absoluteDir().absolutePath());
-        } else if (IKImageItemPtr item = importFile(path, true)) {
+        } else if (IKImageItemPtr item = importFile(path, true, m_photos)) {
             m_sink.itemImported(item);
         }
         m_sink.pathFinished();
@@ -113,7 +117,7 @@ void MediaImporter::scanFolder(const QString& folder, int depth) {
         const QFileInfo info = entries.fileInfo();
         if (info.isDir()) {
             scanFolder(path, depth + 1);
-        } else if (IKImageItemPtr item = importFile(path, false)) {
+        } else if (IKImageItemPtr item = importFile(path, false, m_photos)) {
             m_sink.itemImported(item);
         }
     }

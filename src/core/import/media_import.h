@@ -28,7 +28,10 @@ public:
 // The per-file import and the recursive folder scan.
 class MediaImporter {
 public:
-    explicit MediaImporter(ImportSink& sink) : m_sink(sink) {}
+    // With `photos`, image files are imported too (the photo view and the
+    // command line's `info`); the media table leaves them out.
+    explicit MediaImporter(ImportSink& sink, bool photos = false)
+        : m_sink(sink), m_photos(photos) {}
 
     // The import thread's body: each path is a file or a folder.
     void importMediaItemsThreader(const QStringList& paths);
@@ -40,11 +43,12 @@ public:
     void ScanMediasItemWithinFolder(const QString& folder);
 
     // Builds the record of one file. Null for a file of neither video nor
-    // audio kind, or one that is not a regular file. Audio files go to their
-    // reader by extension (wav, flac, au: the WAV reader; aiff, aif: the AIFF
-    // reader; every other audio extension: the MP3 reader). `technical` adds
-    // the technical texts of the full import (videos only).
-    static IKImageItemPtr importFile(const QString& path, bool technical);
+    // audio kind (nor, with `photos`, an image), or one that is not a
+    // regular file. Audio files go to their reader by extension (wav, flac,
+    // au: the WAV reader; aiff, aif: the AIFF reader; every other audio
+    // extension: the MP3 reader); images to the photo import. `technical`
+    // adds the technical texts of the full import (videos only).
+    static IKImageItemPtr importFile(const QString& path, bool technical, bool photos = false);
 
     // The record as the writers need it: file attributes and every metadata
     // item, without opening the file as media (no probed facts, kind text or
@@ -59,6 +63,7 @@ private:
     void scanFolder(const QString& folder, int depth);
 
     ImportSink& m_sink;
+    bool m_photos = false;
     QSet<QString> m_visitedFolders;
     std::atomic<bool> m_cancelled{false};
 };

@@ -102,3 +102,6 @@ struct PhotoWriteOutcome {
 // HEIC and AVIF are refused with CannotWriteType and a reason.
 PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& target,
                                  const PropertyEdit& edit);
+// The same from a source's bytes in memory.
+PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& target,
+                                  const PropertyEdit& edit);

@@ -23,10 +23,12 @@ QString photoRemovalOutputName(PhotoRemoval action, PhotoMode mode, const QStrin
 // Whether the action falls back to TIFF data for a camera raw it cannot write.
 bool photoRemovalHasRawFallback(PhotoRemoval action);
 
-// Removes the action's groups from a copy of one photo. Where the type
-// cannot be written, actions with the raw fallback copy the source and, for
-// a camera raw (GetImageType), write the picture decoded by LibRaw as TIFF
-// data under the raw file's name with the removal applied; the others write
-// nothing and say so.
+// Removes the action's groups from a copy of one photo (a GPS removal takes
+// the XMP position too). Where the type cannot be written, actions with the
+// raw fallback write, for a camera raw (GetImageType), the picture decoded
+// by LibRaw as TIFF data under the raw file's name with the removal applied;
+// anything else is not written (an unchanged copy would pass for a stripped
+// one) and the result says why. The copy keeps the source's file dates and
+// is revealed in local mode.
 PhotoWriteResult removePhotoMetadata(const IKImageItem& item, PhotoRemoval action, PhotoMode mode,
                                      const StorageContext& storage, OutputBatch& batch);

@@ -1,0 +1,48 @@
+#pragma once
+
+// The Exiv2 adapter's own header: only the adapter's sources include it.
+// Exiv2 0.27's interface still uses std::auto_ptr, whose deprecation
+// warnings are kept out of the build here and nowhere else.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <exiv2/bmffimage.hpp>
+#include <exiv2/exiv2.hpp>
+#include <exiv2/webpimage.hpp>
+#pragma GCC diagnostic pop
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+
+#include "core/photo/photo_properties.h"
+
+namespace photo_exiv2 {
+
+// Once per process: BMFF support, the XMP toolkit and the log handler that
+// sends Exiv2's messages to our log instead of stderr.
+void ensureInitialised();
+
+// Our name of an Exiv2 image type ("jpeg", "png", "tiff", "webp", "heif", ...).
+QString typeName(int imageType);
+
+// The dictionary's name of an IPTC dataset and back; "" when it has none.
+QString iptcDictionaryName(const std::string& exiv2Name);
+std::string iptcExiv2Name(const QString& dictionaryName);
+
+// The Exif sub-directory's tags under the names the dictionary uses.
+QString exifDictionaryName(const std::string& exiv2Name);
+std::string exifExiv2Name(const QString& dictionaryName);
+
+// TIFF tags that describe the photo rather than its picture: the ones the
+// removal of the TIFF group takes out (orientation and resolution stay).
+bool isDescriptiveTiffTag(const std::string& tagName);
+// TIFF tags that are structure (offsets, pointers, blobs) and not listed.
+bool isStructuralTiffTag(const std::string& tagName);
+
+// The dictionary group of a maker-note group ("{MakerCanon}"), or "".
+QString makerGroupOf(const std::string& exiv2Group);
+
+// A text from bytes that should be UTF-8 but may be Latin-1.
+QString textFromBytes(const std::string& bytes);
+
+}  // namespace photo_exiv2

@@ -1,0 +1,56 @@
+#include "core/photo/photo_job.h"
+
+#include <QCoreApplication>
+
+#include "core/common/copy_publish.h"
+#include "core/common/logging.h"
+#include "core/library/media_kinds.h"
+
+namespace {
+
+PhotoCopyWriter& copyWriter() {
+    static PhotoCopyWriter writer;
+    return writer;
+}
+
+bool isCameraRaw(const QString& path) {
+    return GetImageType(fileExtension(path).toUtf8().constData()) >= 0;
+}
+
+}  // namespace
+
+void setPhotoCopyWriter(PhotoCopyWriter writer) {
+    copyWriter() = std::move(writer);
+}
+
+QString photoSourcePath(const IKImageItem& item, PhotoMode mode, const StorageContext& storage) {
+    return mode == PhotoMode::Local ? item.filePath
+                                    : storage.storagelocation + QLatin1Char('/') + item.fileName;
+}
+
+PhotoWriteResult runPhotoJob(const PhotoJob& job, const StorageContext& storage,
+                             OutputBatch& batch) {
+    const auto fill = [&job](const QString& temporaryPath) -> QString {
+        const PhotoCopyWriter& writer = copyWriter();
+        const PhotoWriteOutcome outcome =
+            writer ? writer(job.sourcePath, temporaryPath, job.edit)
+                   : writePhotoCopy(job.sourcePath, temporaryPath, job.edit);
+        if (outcome.status != PhotoWriteStatus::CannotWriteType || !job.rawFallback ||
+            !isCameraRaw(job.sourcePath))
+            return outcome.reason;
+        qCInfo(lcTagsmith).noquote()
+            << "camera raw written as TIFF data ==" << job.sourcePath << "==" << outcome.reason;
+        return writeRawFallback(job.sourcePath, temporaryPath, job.edit);
+    };
+    const PublishedCopy copy = publishCopy({job.sourcePath, job.outputPath, job.dates, job.reveal},
+                                           storage.storagelocation, batch, fill);
+    PhotoWriteResult result;
+    result.sourcePath = job.sourcePath;
+    result.reason = copy.reason;
+    result.note = copy.note;
+    if (copy.ok()) {
+        result.status = ExportStatus::Completed;
+        result.outputPath = copy.outputPath;
+    }
+    return result;
+}

@@ -1,0 +1,160 @@
+// The property dictionary over Exiv2: exiftool's tags read back under the
+// dictionary's names, and our writes read back by exiftool.
+#include <QBuffer>
+#include <QImageReader>
+
+#include "core/photo/photo_properties.h"
+#include "photo_fixture.h"
+
+namespace {
+
+// A JPEG with the tags a camera and a photo manager leave.
+QString taggedJpeg() {
+    return exiftoolFixture(QStringLiteral("photo-tagged.jpg"),
+                           photoPicture(QStringLiteral("photo-base.jpg"), "JPEG"),
+                           QStringList{"-Make=Canon",
+                                       "-Model=EOS 5D",
+                                       "-Artist=Zoë 山田",
+                                       "-Orientation#=6",
+                                       "-XResolution=300",
+                                       "-YResolution=300",
+                                       "-ResolutionUnit=inches",
+                                       "-DateTimeOriginal=2020:01:02 03:04:05",
+                                       "-CreateDate=2020:01:02 03:04:06",
+                                       "-FNumber=2.8",
+                                       "-ISO=200",
+                                       "-UserComment=note",
+                                       "-LensModel=EF 50mm",
+                                       "-GPSLatitude=33.5",
+                                       "-GPSLatitudeRef=S",
+                                       "-GPSLongitude=151.25",
+                                       "-GPSLongitudeRef=W",
+                                       "-GPSAltitude=10",
+                                       "-GPSAltitudeRef#=1",
+                                       "-GPSSpeed=5",
+                                       "-GPSTimeStamp=07:08:09.5",
+                                       "-GPSDateStamp=2021:05:06",
+                                       "-IPTC:CodedCharacterSet=UTF8",
+                                       "-IPTC:ObjectName=Été",
+                                       "-IPTC:Keywords=sea",
+                                       "-IPTC:Keywords=夏",
+                                       "-IPTC:By-line=Ann"});
+}
+
+}  // namespace
+
+TEST(PhotoProperties, ExiftoolValuesReadUnderDictionaryNames) {
+    const PhotoSource source = readPhotoProperties(taggedJpeg());
+    ASSERT_TRUE(source.ok()) << source.problem.toStdString();
+    EXPECT_EQ(source.type, "jpeg");
+    EXPECT_TRUE(source.writable);
+    const PropertyDictionary& p = source.properties;
+    const struct {
+        QString group, key;
+        QVariant expected;
+    } cases[] = {
+        {"", "PixelWidth", 64},
+        {"", "PixelHeight", 48},
+        {"", "Orientation", 6},
+        {"", "DPIWidth", 300.0},
+        {PhotoGroup::TIFF, "Make", "Canon"},
+        {PhotoGroup::TIFF, "Artist", "Zoë 山田"},
+        {PhotoGroup::Exif, "DateTimeOriginal", "2020:01:02 03:04:05"},
+        {PhotoGroup::Exif, "DateTimeDigitized", "2020:01:02 03:04:06"},
+        {PhotoGroup::Exif, "FNumber", 2.8},
+        {PhotoGroup::Exif, "ISOSpeedRatings", 200},
+        {PhotoGroup::Exif, "UserComment", "note"},
+        {PhotoGroup::Exif, "LensModel", "EF 50mm"},
+        {PhotoGroup::GPS, "Latitude", 33.5},
+        {PhotoGroup::GPS, "LatitudeRef", "S"},
+        {PhotoGroup::GPS, "Longitude", 151.25},
+        {PhotoGroup::GPS, "LongitudeRef", "W"},
+        {PhotoGroup::GPS, "Altitude", 10.0},
+        {PhotoGroup::GPS, "AltitudeRef", 1},
+        {PhotoGroup::GPS, "TimeStamp", "07:08:09.5"},
+        {PhotoGroup::GPS, "DateStamp", "2021:05:06"},
+        {PhotoGroup::IPTC, "ObjectName", "Été"},
+        {PhotoGroup::IPTC, "Keywords", QVariantList{"sea", "夏"}},
+        {PhotoGroup::IPTC, "By-line", "Ann"},
+        {PhotoGroup::JFIF, "JFIFVersion", QVariantList{1, 1}},
+    };
+    for (const auto& c : cases) {
+        const QVariant got = c.group.isEmpty() ? p.value(c.key) : p[c.group].toMap().value(c.key);
+        EXPECT_EQ(got.toString(), c.expected.toString()) << (c.group + c.key).toStdString();
+        EXPECT_EQ(got.toList(), c.expected.toList()) << (c.group + c.key).toStdString();
+    }
+}
+
+TEST(PhotoProperties, HostileBytesAnswerAProblem) {
+    const QByteArray jpeg = readFile(taggedJpeg());
+    QByteArray loop = multiPageTiff(2);
+    loop.replace(loop.size() - 64 - 4, 4, QByteArray("\x08\0\0\0", 4));  // page 2 points to page 1
+    QByteArray huge = multiPageTiff(1);
+    huge.replace(10 + 12 * 5 + 4, 4, QByteArray("\xff\xff\xff\x0f", 4));  // 2^28 strip offsets
+    const QByteArray cases[] = {{},   jpeg.left(jpeg.size() / 3), "GIF89a garbage", loop,
+                                huge, QByteArray(4096, '\xff')};
+    for (const QByteArray& bytes : cases) {
+        const PhotoSource source = readPhotoPropertiesFromData(bytes);  // must return
+        EXPECT_TRUE(source.ok() || !source.problem.isEmpty());
+    }
+    EXPECT_FALSE(readPhotoProperties(QStringLiteral("/nonexistent.jpg")).ok());
+}
+
+// Our writes read back by exiftool, non-Latin texts included, each type for
+// the groups it can hold; the picture decodes to the same pixels.
+TEST(PhotoProperties, WritesReadBackByExiftool) {
+    const QString base = QStringLiteral("photo-base");
+    const struct {
+        QString path;
+        QString titleTag, keywordsTag;
+    } cases[] = {
+        {photoPicture(base + ".jpg", "JPEG"), "IPTC:ObjectName", "IPTC:Keywords"},
+        {photoPicture(base + ".png", "PNG"), "IPTC:ObjectName", "IPTC:Keywords"},
+        {photoPicture(base + ".tif", "TIFF"), "IPTC:ObjectName", "IPTC:Keywords"},
+        {photoPicture(base + ".webp", "WEBP"), "XMP-dc:Title", "XMP-dc:Subject"},
+        {dngPicture("photo-base.dng"), "IPTC:ObjectName", "IPTC:Keywords"},
+    };
+    PropertyEdit edit;
+    edit.values[PhotoGroup::TIFF] = {{"Artist", "Åsa 山田"}, {"Copyright", "© 2024"}};
+    edit.values[PhotoGroup::Exif] = {{"UserComment", "コメント"}};
+    edit.values[PhotoGroup::IPTC] = {{"ObjectName", "夏の海"},
+                                     {"Keywords", QVariantList{"海", "été"}}};
+    edit.values[PhotoGroup::GPS] = {
+        {"Latitude", 33.5}, {"LatitudeRef", "S"}, {"Altitude", 12.5}, {"AltitudeRef", 1}};
+    QTemporaryDir dir;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.path.toStdString());
+        ASSERT_FALSE(c.path.isEmpty());
+        const QString out = dir.filePath(QFileInfo(c.path).fileName());
+        ASSERT_EQ(writePhotoCopy(c.path, out, edit).status, PhotoWriteStatus::Written);
+        const QJsonObject tags = exiftoolTags(out, {"-n"});
+        EXPECT_EQ(tags["IFD0:Artist"].toString(), "Åsa 山田");
+        EXPECT_EQ(tags["IFD0:Copyright"].toString(), "© 2024");
+        EXPECT_EQ(tags["ExifIFD:UserComment"].toString(), "コメント");
+        EXPECT_EQ(tags[c.titleTag].toString(), "夏の海");
+        EXPECT_EQ(tags[c.keywordsTag].toVariant(), QVariantList({"海", "été"}));
+        EXPECT_DOUBLE_EQ(tags["Composite:GPSLatitude"].toDouble(), -33.5);
+        EXPECT_DOUBLE_EQ(tags["Composite:GPSAltitude"].toDouble(), -12.5);
+        const QImage before(c.path), after(out);
+        EXPECT_EQ(before.isNull(), after.isNull());
+        EXPECT_TRUE(before == after);
+    }
+}
+
+TEST(PhotoProperties, EveryPageOfAMultiPageTiffKept) {
+    QTemporaryDir dir;
+    const QString source = dir.filePath("pages.tif"), out = dir.filePath("out.tif");
+    ASSERT_TRUE(writeFile(source, multiPageTiff(3)));
+    EXPECT_EQ(readPhotoProperties(source).imageCount, 3);
+    PropertyEdit edit;
+    edit.values[PhotoGroup::TIFF] = {{"Artist", "A"}};
+    ASSERT_EQ(writePhotoCopy(source, out, edit).status, PhotoWriteStatus::Written);
+    const PhotoSource written = readPhotoProperties(out);
+    EXPECT_EQ(written.imageCount, 3);
+    EXPECT_EQ(written.properties[PhotoGroup::TIFF].toMap()["Artist"], "A");
+    for (int page = 0; page < 3; ++page) {
+        QImageReader reader(out);
+        reader.jumpToImage(page);
+        EXPECT_EQ(reader.read().pixelColor(0, 0).red(), page * 40);
+    }
+}
