@@ -8,7 +8,7 @@ import os
 import tempfile
 import unittest
 
-from support import CLI, SourceKeepingTest, ffmpeg, run, sha, write_bytes
+from support import CLI, SourceKeepingTest, ffmpeg, read_bytes, run, sha, write_bytes
 
 TYPES = ("jpg", "png", "tif", "webp")
 SOURCE_TAGS = ("-EXIF:Artist=Old", "-EXIF:Make=OldMake", "-EXIF:Orientation#=6", "-GPSLatitude=10",
@@ -46,7 +46,7 @@ class CliPhotoTest(SourceKeepingTest):
             ffmpeg("-f", "lavfi", "-i", "testsrc=size=64x48", "-frames:v", "1", path)
             run("exiftool", "-q", "-q", "-overwrite_original", *SOURCE_TAGS, path)
         cls.hostile = {"empty.jpg": b"", "text.png": b"not a picture\n",
-                       "cut.jpg": open(cls.files["jpg"], "rb").read()[:300]}
+                       "cut.jpg": bytes(read_bytes(cls.files["jpg"])[:300])}
         for name, content in cls.hostile.items():
             write_bytes(os.path.join(cls.src, name), content)
         cls.hashes = {p: sha(p) for p in cls.files.values()}
