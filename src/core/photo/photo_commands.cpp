@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "core/batch/date_check.h"
 #include "core/common/dates.h"
 #include "core/common/logging.h"
 #include "core/photo/photo_job.h"
@@ -70,6 +71,11 @@ PhotoWriteResult ClickDateChangedSaveAction(const IKImageItem& item, const QStri
     job.sourcePath = photoSourcePath(item, mode, storage);
     job.outputPath = storageOutput(storage, item);
     job.rawFallback = true;
+    if (!CheckDateFormatWithDateString(diginalDate))
+        return PhotoWriteResult::skippedFile(
+            job.sourcePath, QCoreApplication::translate("PhotoWriter",
+                                                        "Input the valid date format: YYYY:MM:DD "
+                                                        "HH:MM:SS or YYYY-MM-DD HH:MM:SS"));
     PhotoSource source;
     PhotoWriteResult skipped;
     if (!readSource(job.sourcePath, &source, &skipped)) return skipped;

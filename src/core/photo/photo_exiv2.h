@@ -11,6 +11,7 @@
 #pragma GCC diagnostic pop
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QVariant>
 
@@ -28,6 +29,15 @@ QString typeName(int imageType);
 // The dictionary's name of an IPTC dataset and back; "" when it has none.
 QString iptcDictionaryName(const std::string& exiv2Name);
 std::string iptcExiv2Name(const QString& dictionaryName);
+
+// The XMP properties that say what an IPTC dataset says: where a type
+// holds no IPTC they stand in for it, in reading and in writing.
+struct XmpEquivalent {
+    QString iptc;     // the dictionary's IPTC name
+    const char* xmp;  // the XMP key
+    Exiv2::TypeId type;
+};
+const QList<XmpEquivalent>& xmpEquivalents();
 
 // The Exif sub-directory's tags under the names the dictionary uses.
 QString exifDictionaryName(const std::string& exiv2Name);

@@ -180,6 +180,17 @@ QString typeName(int imageType) {
     }
 }
 
+const QList<XmpEquivalent>& xmpEquivalents() {
+    static const QList<XmpEquivalent> table{
+        {QStringLiteral("ObjectName"), "Xmp.dc.title", Exiv2::langAlt},
+        {QStringLiteral("Keywords"), "Xmp.dc.subject", Exiv2::xmpBag},
+        {QStringLiteral("Caption/Abstract"), "Xmp.dc.description", Exiv2::langAlt},
+        {QStringLiteral("By-line"), "Xmp.dc.creator", Exiv2::xmpSeq},
+        {QStringLiteral("CopyrightNotice"), "Xmp.dc.rights", Exiv2::langAlt},
+    };
+    return table;
+}
+
 QString iptcDictionaryName(const std::string& exiv2Name) {
     for (const auto& [ours, theirs] : kIptcNames)
         if (exiv2Name == ours) return QLatin1String(theirs);

@@ -97,7 +97,8 @@ struct PhotoWriteOutcome {
 // Writes the source with the edit applied into `target` (an existing,
 // writable temporary file the caller publishes). The picture data are copied
 // as they are: never decoded, never re-encoded. Every image of a multi-page
-// file is kept. Where the type cannot hold a group (IPTC in WebP), its title
+// file is kept: a TIFF of more pages than Exiv2 keeps (four) is refused
+// (Failed) rather than written short. Where the type cannot hold a group (IPTC in WebP), its title
 // and keywords go to their XMP equivalents (dc:title, dc:subject).
 // HEIC and AVIF are refused with CannotWriteType and a reason.
 PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& target,

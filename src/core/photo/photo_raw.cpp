@@ -78,7 +78,12 @@ QByteArray withSourceMetadata(const QByteArray& tiff, const QString& sourcePath)
 
 QString writeRawFallback(const QString& sourcePath, const QString& target,
                          const PropertyEdit& edit) {
-    const QImage picture = decodeRaw(sourcePath);
+    QImage picture;
+    try {
+        picture = decodeRaw(sourcePath);
+    } catch (const std::exception& error) {
+        qCInfo(lcTagsmith).noquote() << "LibRaw failed ==" << sourcePath << "==" << error.what();
+    }
     if (picture.isNull()) return tr("The camera raw picture could not be decoded.");
     QByteArray tiff;
     QBuffer buffer(&tiff);

@@ -1,6 +1,7 @@
 // Reading a photo's dictionary through Exiv2 (and Qt's image readers for
 // what Exiv2 does not expose: pixel size, page count, PNG texts).
 #include <QBuffer>
+#include <QColorSpace>
 #include <QCoreApplication>
 #include <QFile>
 #include <QImageReader>
@@ -10,6 +11,7 @@
 
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/library/media_kinds.h"
 #include "core/photo/photo_exiv2.h"
 
 using namespace photo_exiv2;
@@ -145,7 +147,22 @@ void addExif(PropertyDictionary& properties, const Exiv2::ExifData& exif) {
         if (!it.value().isEmpty()) properties.insert(it.key(), it.value());
 }
 
-void addIptc(PropertyDictionary& properties, const Exiv2::IptcData& iptc) {
+// The texts of an XMP property: the default language of an alternative,
+// every item of a list.
+QStringList xmpTexts(const Exiv2::Value& value) {
+    if (const auto* alt = dynamic_cast<const Exiv2::LangAltValue*>(&value)) {
+        auto it = alt->value_.find("x-default");
+        if (it == alt->value_.end()) it = alt->value_.begin();
+        return it == alt->value_.end() ? QStringList() : QStringList{textFromBytes(it->second)};
+    }
+    QStringList texts;
+    for (long i = 0; i < value.count() && i < kMaxListed; ++i)
+        texts << textFromBytes(value.toString(i));
+    return texts;
+}
+
+void addIptc(PropertyDictionary& properties, const Exiv2::IptcData& iptc,
+             const Exiv2::XmpData& xmp) {
     QVariantMap group;
     for (const Exiv2::Iptcdatum& datum : iptc) {
         if (datum.recordName() != "Application2") continue;
@@ -164,6 +181,17 @@ void addIptc(PropertyDictionary& properties, const Exiv2::IptcData& iptc) {
         } else {
             group.insert(name, text);
         }
+    }
+    // Where IPTC lacks a field (or the type holds none), XMP says it.
+    for (const XmpEquivalent& equivalent : xmpEquivalents()) {
+        const auto found = xmp.findKey(Exiv2::XmpKey(equivalent.xmp));
+        if (group.contains(equivalent.iptc) || found == xmp.end()) continue;
+        const QStringList texts = xmpTexts(found->value());
+        if (texts.isEmpty()) continue;
+        if (equivalent.iptc == QLatin1String("Keywords"))
+            group.insert(equivalent.iptc, QVariant(texts).toList());
+        else
+            group.insert(equivalent.iptc, texts.first());
     }
     if (!group.isEmpty()) properties.insert(PhotoGroup::IPTC, group);
 }
@@ -196,6 +224,18 @@ void addFromQtReader(PhotoSource& source, QIODevice& device) {
         }
     }
     if (source.type == QLatin1String("tiff")) source.imageCount = qMax(1, reader.imageCount());
+    const QImage::Format format = reader.imageFormat();
+    if (format != QImage::Format_Invalid) {
+        const QPixelFormat pixels = QImage::toPixelFormat(format);
+        const bool gray = pixels.colorModel() == QPixelFormat::Grayscale ||
+                          format == QImage::Format_Mono || format == QImage::Format_MonoLSB;
+        properties.insert(QStringLiteral("ColorModel"),
+                          gray ? QStringLiteral("Gray") : QStringLiteral("RGB"));
+        properties.insert(QStringLiteral("Depth"),
+                          qlonglong(gray ? pixels.bitsPerPixel() : pixels.redSize()));
+        properties.insert(QStringLiteral("HasAlpha"),
+                          pixels.alphaUsage() == QPixelFormat::UsesAlpha);
+    }
     if (source.type == QLatin1String("png")) {
         QVariantMap png;
         for (const QString& key : reader.textKeys()) {
@@ -212,6 +252,13 @@ void addTopLevel(PropertyDictionary& properties, Exiv2::Image& image) {
     if (image.pixelWidth() > 0 && image.pixelHeight() > 0) {
         properties.insert(QStringLiteral("PixelWidth"), qlonglong(image.pixelWidth()));
         properties.insert(QStringLiteral("PixelHeight"), qlonglong(image.pixelHeight()));
+    }
+    if (image.iccProfileDefined()) {
+        const Exiv2::DataBuf* icc = image.iccProfile();
+        const QColorSpace space = QColorSpace::fromIccProfile(
+            QByteArray(reinterpret_cast<const char*>(icc->pData_), icc->size_));
+        if (space.isValid() && !space.description().isEmpty())
+            properties.insert(QStringLiteral("ProfileName"), space.description());
     }
     const Exiv2::ExifData& exif = image.exifData();
     const auto orientation = exif.findKey(Exiv2::ExifKey("Exif.Image.Orientation"));
@@ -254,7 +301,7 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
                           (mode == Exiv2::amReadWrite || mode == Exiv2::amWrite);
         addTopLevel(source.properties, *image);
         addExif(source.properties, image->exifData());
-        addIptc(source.properties, image->iptcData());
+        addIptc(source.properties, image->iptcData(), image->xmpData());
     } catch (const Exiv2::AnyError& error) {
         qCInfo(lcTagsmith).noquote()
             << "photo not read ==" << label << "== Exiv2 error" << error.code() << error.what();
@@ -265,6 +312,10 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
         return source;
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "photo not read ==" << label << "==" << error.what();
+        source.problem = problemText("The photo is damaged or incomplete.");
+        return source;
+    } catch (...) {
+        qCInfo(lcTagsmith).noquote() << "photo not read ==" << label;
         source.problem = problemText("The photo is damaged or incomplete.");
         return source;
     }
@@ -283,11 +334,17 @@ PhotoSource readPhotoProperties(const QString& path) {
         return {{}, {}, 0, false, problemText("The file does not exist or is not a regular file.")};
     if (file.size() == 0) return {{}, {}, 0, false, problemText("The file is empty.")};
     const std::string name = QFile::encodeName(path).toStdString();
-    return readWith(
+    PhotoSource source = readWith(
         [](const void* p) {
             return Exiv2::ImageFactory::open(*static_cast<const std::string*>(p));
         },
         &name, file, path);
+    // A camera raw built on TIFF (DNG, NEF, ...) is a raw all the same.
+    if (source.ok() && GetImageType(fileExtension(path).toUtf8().constData()) >= 0) {
+        source.type = QStringLiteral("raw");
+        source.imageCount = 1;
+    }
+    return source;
 }
 
 PhotoSource readPhotoPropertiesFromData(const QByteArray& data) {

@@ -4,9 +4,11 @@
 // by Exiv2 as they are.
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QDate>
 #include <QFile>
 #include <QImageReader>
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/common/logging.h"
@@ -96,7 +98,8 @@ void setGps(Exiv2::ExifData& exif, const QString& key, const QVariant& variant) 
         bool ok[3] = {false, false, false};
         const double h = parts.value(0).toDouble(&ok[0]), m = parts.value(1).toDouble(&ok[1]),
                      s = parts.value(2).toDouble(&ok[2]);
-        if (parts.size() != 3 || !ok[0] || !ok[1] || !ok[2]) {
+        if (parts.size() != 3 || !ok[0] || !ok[1] || !ok[2] || h < 0 || h >= 24 || m < 0 ||
+            m >= 60 || s < 0 || s >= 61) {
             qCInfo(lcTagsmith) << "GPS time stamp not a time, not written ==" << variant;
             return;
         }
@@ -104,6 +107,14 @@ void setGps(Exiv2::ExifData& exif, const QString& key, const QVariant& variant) 
         value.value_ = {
             {uint32_t(h), 1}, {uint32_t(m), 1}, {uint32_t(std::lround(s * 1000)), 1000}};
         exif[name].setValue(&value);
+    } else if (key == QLatin1String("DateStamp")) {
+        QString date = variant.toString().trimmed();
+        date.replace(QLatin1Char('-'), QLatin1Char(':'));
+        if (!QDate::fromString(date, QStringLiteral("yyyy:MM:dd")).isValid()) {
+            qCInfo(lcTagsmith) << "GPS date stamp not a date, not written ==" << variant;
+            return;
+        }
+        setExif(exif, name, date);
     } else if (key == QLatin1String("Altitude")) {
         setExif(exif, name, std::fabs(variant.toDouble()));
     } else {
@@ -159,13 +170,6 @@ QString langAltText(const QString& text) {
 // An IPTC value, or where the type holds no IPTC (or XMP already holds the
 // field, which readers prefer) its XMP equivalent too.
 void setIptc(Exiv2::Image& image, const QString& key, const QVariant& variant, bool iptcAllowed) {
-    static const QMap<QString, QPair<const char*, Exiv2::TypeId>> xmpEquivalents{
-        {QStringLiteral("ObjectName"), {"Xmp.dc.title", Exiv2::langAlt}},
-        {QStringLiteral("Keywords"), {"Xmp.dc.subject", Exiv2::xmpBag}},
-        {QStringLiteral("Caption/Abstract"), {"Xmp.dc.description", Exiv2::langAlt}},
-        {QStringLiteral("By-line"), {"Xmp.dc.creator", Exiv2::xmpSeq}},
-        {QStringLiteral("CopyrightNotice"), {"Xmp.dc.rights", Exiv2::langAlt}},
-    };
     const QStringList texts =
         variant.typeId() == QMetaType::QVariantList
             ? variant.toStringList()
@@ -186,17 +190,19 @@ void setIptc(Exiv2::Image& image, const QString& key, const QVariant& variant, b
             }
         }
     }
-    const auto xmp = xmpEquivalents.value(key, {nullptr, Exiv2::invalidTypeId});
-    if (!xmp.first) return;
+    const auto& table = xmpEquivalents();
+    const auto xmp = std::find_if(table.cbegin(), table.cend(),
+                                  [&](const XmpEquivalent& e) { return e.iptc == key; });
+    if (xmp == table.cend()) return;
     Exiv2::XmpData& data = image.xmpData();
-    const Exiv2::XmpKey xmpKey(xmp.first);
+    const Exiv2::XmpKey xmpKey(xmp->xmp);
     const bool present = data.findKey(xmpKey) != data.end();
     if (iptcAllowed && !present) return;
-    eraseXmpIf(data, [&](const std::string& k) { return k == xmp.first; });
+    eraseXmpIf(data, [&](const std::string& k) { return k == xmp->xmp; });
     if (texts.isEmpty()) return;
-    Exiv2::Value::AutoPtr value = Exiv2::Value::create(xmp.second);
+    Exiv2::Value::AutoPtr value = Exiv2::Value::create(xmp->type);
     for (const QString& text : texts)
-        value->read((xmp.second == Exiv2::langAlt ? langAltText(text) : text).toStdString());
+        value->read((xmp->type == Exiv2::langAlt ? langAltText(text) : text).toStdString());
     data.add(xmpKey, value.get());
 }
 
@@ -285,6 +291,9 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target << "==" << error.what();
+        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+    } catch (...) {
+        qCInfo(lcTagsmith).noquote() << "photo not written ==" << target;
         return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
     }
     QFile out(target);

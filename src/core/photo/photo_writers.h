@@ -86,8 +86,9 @@ PhotoWriteResult ClickApplyChangeAction(const IKImageItem& item, const PhotoEdit
 
 // The date window's save (`ClickDateChangedSaveAction:`) for one photo: the
 // original, digitized and TIFF dates set to `diginalDate` (dashes made
-// colons; the caller has checked it with CheckDateFormatWithDateString), the
-// file dates from `orignalDate`.
+// colons; a text CheckDateFormatWithDateString refuses skips the photo with
+// the date window's message), the file dates from `orignalDate` (the
+// source's when it is no date).
 PhotoWriteResult ClickDateChangedSaveAction(const IKImageItem& item, const QString& orignalDate,
                                             const QString& diginalDate, PhotoMode mode,
                                             const StorageContext& storage, OutputBatch& batch);

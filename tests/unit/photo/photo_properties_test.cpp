@@ -41,6 +41,14 @@ QString taggedJpeg() {
                                        "-IPTC:By-line=Ann"});
 }
 
+// The bytes of a one-strip TIFF's picture.
+QByteArray rawStrip(const QString& path) {
+    const QJsonObject t = exiftoolTags(path, {"-n"});
+    const QByteArray strip =
+        readFile(path).mid(t["IFD0:StripOffsets"].toInt(), t["IFD0:StripByteCounts"].toInt());
+    return strip.isEmpty() ? QByteArray("no strip") : strip;
+}
+
 }  // namespace
 
 TEST(PhotoProperties, ExiftoolValuesReadUnderDictionaryNames) {
@@ -57,6 +65,8 @@ TEST(PhotoProperties, ExiftoolValuesReadUnderDictionaryNames) {
         {"", "PixelHeight", 48},
         {"", "Orientation", 6},
         {"", "DPIWidth", 300.0},
+        {"", "ColorModel", "RGB"},
+        {"", "Depth", 8},
         {PhotoGroup::TIFF, "Make", "Canon"},
         {PhotoGroup::TIFF, "Artist", "Zoë 山田"},
         {PhotoGroup::Exif, "DateTimeOriginal", "2020:01:02 03:04:05"},
@@ -87,9 +97,9 @@ TEST(PhotoProperties, ExiftoolValuesReadUnderDictionaryNames) {
 
 TEST(PhotoProperties, HostileBytesAnswerAProblem) {
     const QByteArray jpeg = readFile(taggedJpeg());
-    QByteArray loop = multiPageTiff(2);
+    QByteArray loop = multiPageTiff(5);
     loop.replace(loop.size() - 64 - 4, 4, QByteArray("\x08\0\0\0", 4));  // page 2 points to page 1
-    QByteArray huge = multiPageTiff(1);
+    QByteArray huge = multiPageTiff(5);
     huge.replace(10 + 12 * 5 + 4, 4, QByteArray("\xff\xff\xff\x0f", 4));  // 2^28 strip offsets
     const QByteArray cases[] = {{},   jpeg.left(jpeg.size() / 3), "GIF89a garbage", loop,
                                 huge, QByteArray(4096, '\xff')};
@@ -133,28 +143,40 @@ TEST(PhotoProperties, WritesReadBackByExiftool) {
         EXPECT_EQ(tags["ExifIFD:UserComment"].toString(), "コメント");
         EXPECT_EQ(tags[c.titleTag].toString(), "夏の海");
         EXPECT_EQ(tags[c.keywordsTag].toVariant(), QVariantList({"海", "été"}));
+        const QVariantMap iptc = readPhotoProperties(out).properties[PhotoGroup::IPTC].toMap();
+        EXPECT_EQ(iptc["ObjectName"], "夏の海");  // from XMP where IPTC has no place
+        EXPECT_EQ(iptc["Keywords"], QVariantList({"海", "été"}));
         EXPECT_DOUBLE_EQ(tags["Composite:GPSLatitude"].toDouble(), -33.5);
         EXPECT_DOUBLE_EQ(tags["Composite:GPSAltitude"].toDouble(), -12.5);
         const QImage before(c.path), after(out);
-        EXPECT_EQ(before.isNull(), after.isNull());
-        EXPECT_TRUE(before == after);
+        // Qt decodes all but the DNG, whose raw data are compared as bytes.
+        EXPECT_TRUE(before.isNull() ? rawStrip(c.path) == rawStrip(out) : before == after);
     }
 }
 
-TEST(PhotoProperties, EveryPageOfAMultiPageTiffKept) {
+// Exiv2 keeps four pages of a TIFF: a fifth would be lost, so such a file
+// is refused and nothing is written.
+TEST(PhotoProperties, MultiPageTiffKeepsEveryPageOrIsRefused) {
     QTemporaryDir dir;
-    const QString source = dir.filePath("pages.tif"), out = dir.filePath("out.tif");
-    ASSERT_TRUE(writeFile(source, multiPageTiff(3)));
-    EXPECT_EQ(readPhotoProperties(source).imageCount, 3);
     PropertyEdit edit;
     edit.values[PhotoGroup::TIFF] = {{"Artist", "A"}};
-    ASSERT_EQ(writePhotoCopy(source, out, edit).status, PhotoWriteStatus::Written);
-    const PhotoSource written = readPhotoProperties(out);
-    EXPECT_EQ(written.imageCount, 3);
-    EXPECT_EQ(written.properties[PhotoGroup::TIFF].toMap()["Artist"], "A");
-    for (int page = 0; page < 3; ++page) {
-        QImageReader reader(out);
-        reader.jumpToImage(page);
-        EXPECT_EQ(reader.read().pixelColor(0, 0).red(), page * 40);
+    for (const int pages : {4, 5}) {
+        const QString source = dir.filePath("pages.tif"),
+                      out = dir.filePath(QString::number(pages));
+        ASSERT_TRUE(writeFile(source, multiPageTiff(pages)));
+        EXPECT_EQ(readPhotoProperties(source).imageCount, pages);
+        const PhotoWriteOutcome outcome = writePhotoCopy(source, out, edit);
+        if (pages == 5) {
+            EXPECT_EQ(outcome.status, PhotoWriteStatus::Failed);
+            EXPECT_FALSE(QFile::exists(out));
+            continue;
+        }
+        ASSERT_EQ(outcome.status, PhotoWriteStatus::Written);
+        EXPECT_EQ(readPhotoProperties(out).properties[PhotoGroup::TIFF].toMap()["Artist"], "A");
+        for (int page = 0; page < pages; ++page) {
+            QImageReader reader(out);
+            reader.jumpToImage(page);
+            EXPECT_EQ(reader.read().pixelColor(0, 0).red(), page * 40);
+        }
     }
 }

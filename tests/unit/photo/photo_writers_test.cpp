@@ -134,6 +134,18 @@ TEST_F(PhotoCommands, DateAndGpsSaves) {
     EXPECT_EQ(t["GPS:GPSSpeed"].toInt(), 5);
     EXPECT_EQ(readFileDates(r.outputPath).modification,
               QDateTime(QDate(2021, 5, 6), QTime(7, 8, 9)));
+
+    // The add window's placeholders are no date: nothing of them is written
+    // and the copy keeps the source's dates.
+    e.dateStamplab = "YYYY:MM:DD";
+    e.timeStamplab = "HH:MM:SS";
+    const QString bare = copyOf(photoPicture("photo-base.png", "PNG"), "g.png");
+    r = ClickSaveChangeGPSAction(photoAt(bare), e, true, PhotoMode::Local, storage, batch);
+    ASSERT_TRUE(r.ok()) << r.message().toStdString();
+    t = tagsOf(r.outputPath);
+    EXPECT_EQ(t["GPS:GPSVersionID"].toString(), "2 2 0 0");
+    EXPECT_FALSE(t.contains("GPS:GPSDateStamp") || t.contains("GPS:GPSTimeStamp"));
+    EXPECT_EQ(readFileDates(r.outputPath).modification, readFileDates(bare).modification);
 }
 
 TEST_F(PhotoCommands, RemovalTableAndNames) {
@@ -198,6 +210,7 @@ TEST_F(PhotoCommands, RawFallbackAndRefusals) {
     PhotoWriteResult r =
         removePhotoMetadata(photoAt(raw), PhotoRemoval::Exif, PhotoMode::Camera, storage, batch);
     ASSERT_TRUE(r.ok()) << r.message().toStdString();
+    EXPECT_EQ(readPhotoProperties(raw).type, "raw");
     EXPECT_EQ(QFileInfo(r.outputPath).fileName(), "NoExif_x.DNG");
     const QJsonObject t = tagsOf(r.outputPath);
     EXPECT_EQ(t["IFD0:PhotometricInterpretation"].toInt(), 2);  // RGB, no longer raw
