@@ -154,7 +154,8 @@ void ExifSegmentReader::ReadExifDataFromPiture(const QString& path) {
     {
         QFile in(path);
         if (!in.open(QIODevice::ReadOnly)) return;
-        file = in.read(kMaxScanned);
+        // Bounded by the file's size too: read() sets aside what it is asked for.
+        file = in.read(std::min(kMaxScanned, in.size()));
     }  // closed here
     Walk walk(file, lines);
     const QString start = getHexString(file, 0, 2);
