@@ -15,9 +15,15 @@ const char* const kUsage =
     "  info [--json] [--items] PATH...\n"
     "                          Import files and folders (folders are scanned\n"
     "                          recursively) and print each media record as JSON.\n"
+    "  tree [--json] FILE...   Print each photo's metadata groups and keys.\n"
     "  set [FIELDS] FILE...    Write copies with changed fields (--title, --artist,\n"
     "                          --shoot-date, --latitude, ...) into the storage folder.\n"
-    "  strip FILE...           Write copies with the metadata removed.\n"
+    "  strip [FLAGS] FILE...   Write copies with the metadata removed (photos:\n"
+    "                          --iptc, --exif, --gps, --exif-gps or --all).\n"
+    "  gps --latitude DEG --longitude DEG --altitude M --gps-date D --gps-time T FILE...\n"
+    "                          Write copies of photos with a new position.\n"
+    "  photo-date --date DATE FILE...\n"
+    "                          Write copies of photos with new Exif and TIFF dates.\n"
     "  title-to-name FILE...   Copy each video under its recorded title.\n"
     "  name-to-title FILE...   Write copies whose title is the file name.\n"
     "  created-to-recorded FILE...\n"
@@ -57,6 +63,9 @@ int runCommand(const QStringList& args) {
     if (command == QLatin1String("info")) return runInfo(rest);
     if (command == QLatin1String("set")) return runSet(rest);
     if (command == QLatin1String("strip")) return runStrip(rest);
+    if (command == QLatin1String("tree")) return runTree(rest);
+    if (command == QLatin1String("gps")) return runGps(rest);
+    if (command == QLatin1String("photo-date")) return runPhotoDate(rest);
     if (const int code = runVideoTool(command, rest); code >= 0) return code;
     std::fprintf(stderr, "tagsmith-cli: unknown command '%s'\n\n%s", qPrintable(command), kUsage);
     return 2;

@@ -10,5 +10,9 @@ int runCommand(const QStringList& args);
 int runInfo(const QStringList& args);
 int runSet(const QStringList& args);
 int runStrip(const QStringList& args);
+// The photo commands.
+int runTree(const QStringList& args);
+int runGps(const QStringList& args);
+int runPhotoDate(const QStringList& args);
 // The video title and date tools; -1 when `command` is none of them.
 int runVideoTool(const QString& command, const QStringList& args);
