@@ -211,8 +211,10 @@ int runSetDate(const QStringList& args) {
     if (const int code = parse(parser, command, args); code >= 0) return code;
     BatchDateChange change;
     change.fixedDate = parser.value(QStringLiteral("date"));
-    if (!change.fixedWay() || !batchDateProblem(change).isEmpty())
-        return usageError(command, batchDateProblem({QStringLiteral("invalid")}));
+    if (!change.fixedWay())
+        return usageError(command, QStringLiteral("--date \"yyyy:MM:dd HH:mm:ss\" is needed"));
+    if (const QString problem = batchDateProblem(change); !problem.isEmpty())
+        return usageError(command, problem);
     const QString unit = parser.value(QStringLiteral("unit")).toLower();
     if (unit != QLatin1String("second") && unit != QLatin1String("minute") &&
         unit != QLatin1String("hour"))

@@ -16,14 +16,15 @@ SOUND = ("-f", "lavfi", "-i", "sine=duration=1")
 # Where each kind's date writer puts the record date, as exiftool names it.
 DATE_TAG = {"mov": "UserData:DateTimeOriginal", "mp3": "ID3v2_3:RecordingDates",
             "flac": "Vorbis:Date", "m4a": "Keys:CreationDate"}
-DATE_KEYS = ("date", "creation_time", "TRDA", "TDRC")
+# Dates, the encoder's name and the file type box are the writer's.
+SKIP_KEYS = ("date", "creation_time", "com.apple.quicktime.creationdate", "trda", "tdrc",
+             "encoder", "minor_version", "compatible_brands")
 
 
 def tags(path):
-    """ffprobe's format tags without the date ones and the encoder's name."""
+    """ffprobe's format tags but the SKIP_KEYS."""
     found = ffprobe(path)["format"].get("tags", {})
-    return {k.lower(): v for k, v in found.items()
-            if k.lower() not in DATE_KEYS and k.lower() != "encoder"}
+    return {k.lower(): v for k, v in found.items() if k.lower() not in SKIP_KEYS}
 
 
 class CliBatchTest(SourceKeepingTest):

@@ -6,6 +6,7 @@
 
 #include "core/batch/metadata_plist.h"
 #include "core/batch/plist_io.h"
+#include "core/common/desktop_integration.h"
 
 TEST(MetadataPlist, ValuesSurviveXmlAndKeyOrderIsTheFiles) {
     const QVariantMap map{{"text", "Zoë 李"},
@@ -27,6 +28,7 @@ TEST(MetadataPlist, ValuesSurviveXmlAndKeyOrderIsTheFiles) {
 }
 
 TEST(MetadataPlist, EntriesByKindAndAudioTwice) {
+    DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());
     QTemporaryDir dir;
     auto audio = std::make_shared<IKImageItem>();
     audio->filePath = dir.path() + "/a.m4a";
