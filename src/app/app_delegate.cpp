@@ -150,6 +150,7 @@ void AppDelegate::awakeFromNib() {
     setupAboutWindow();
     setupVideoActions();
     setupAudioActions();
+    setupBatchActions();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

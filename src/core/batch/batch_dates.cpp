@@ -9,6 +9,7 @@
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
 #include "core/library/media_kinds.h"
+#include "core/video/video_file_ops.h"
 
 namespace {
 
@@ -95,8 +96,8 @@ VideoWriteResult writeBatchDate(const IKImageItem& item, const QString& dateText
     }
     if (isVideoPath(item.filePath)) {
         const QString output = storage.storagelocation + QLatin1Char('/') + item.fileName;
-        const VideoWriteJob job =
-            SetVideoFileWithFilePath(item.filePath, output, dateText, item.fileMetaArray);
+        const VideoWriteJob job = SetVideoFileWithFilePath(item.filePath, output, dateText,
+                                                           readExistingMetadata(item.filePath));
         return runVideoWriteJob(job, storage.storagelocation, batch);
     }
     if (isImagePath(item.filePath))

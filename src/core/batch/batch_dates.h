@@ -44,7 +44,7 @@ QDateTime batchCreationDateFor(const IKImageItem& item, const BatchDateChange& c
 // and other audio through their date writers, each given the file's own
 // values so that nothing but the date changes. Photos and other kinds are
 // skipped with a reason (photo dates belong to the photo date window).
-// `item` needs its metadata items (MediaImporter::importFileForWriting).
+// A video's items are read from the file as it is now.
 VideoWriteResult writeBatchDate(const IKImageItem& item, const QString& dateText,
                                 const StorageContext& storage, OutputBatch& batch);
 

@@ -9,6 +9,7 @@
 #include "core/common/file_dates.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_writers.h"
+#include "core/video/video_file_ops.h"
 #include "core/video/video_tools.h"
 
 const char* const kCreationDateTooltip =
@@ -36,7 +37,8 @@ VideoWriteResult ClickCopyExifDateToCreateDateAction(const IKImageItem& item,
                                                      const StorageContext& storage,
                                                      OutputBatch& batch) {
     if (isVideoPath(item.filePath) && !isAudioPath(item.filePath))
-        return ClickCopyVideoExifDateToCreateDateAction(item, item.fileMetaArray, storage, &batch);
+        return ClickCopyVideoExifDateToCreateDateAction(item, readExistingMetadata(item.filePath),
+                                                        storage, &batch);
     const QDateTime when = detectDate(item.shootDateStr);
     if (item.shootDateStr.isEmpty() || !when.isValid())
         return VideoWriteResult::skippedFile(item.filePath,
@@ -59,9 +61,9 @@ VideoWriteResult ClickCopyCreatedDateToCameraDateAction(const IKImageItem& item,
         return writeBatchDate(item, created, storage, batch);
     }
     if (isVideoPath(item.filePath))
-        return runVideoWriteJob(
-            ClickCopyVideoCreatedDateToCameraDateAction(item, item.fileMetaArray, storage),
-            storage.storagelocation, batch);
+        return runVideoWriteJob(ClickCopyVideoCreatedDateToCameraDateAction(
+                                    item, readExistingMetadata(item.filePath), storage),
+                                storage.storagelocation, batch);
     return VideoWriteResult::skippedFile(item.filePath, QStringLiteral("not a media file"));
 }
 
@@ -101,9 +103,9 @@ VideoWriteResult ClickCopyFileNameToCommentsAction(const IKImageItem& item,
         VideoEditorState editor = videoEditorStateFor(item);
         editor.mediaSoftware = name;
         editor.cameraInfoChange = true;
-        return runVideoWriteJob(
-            SaveChangedVideoExifDateAction(item, editor, item.fileMetaArray, storage),
-            storage.storagelocation, batch);
+        return runVideoWriteJob(SaveChangedVideoExifDateAction(
+                                    item, editor, readExistingMetadata(item.filePath), storage),
+                                storage.storagelocation, batch);
     }
     return VideoWriteResult::skippedFile(item.filePath, QStringLiteral("not a media file"));
 }

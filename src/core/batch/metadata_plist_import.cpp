@@ -7,6 +7,7 @@
 #include "core/common/logging.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_job.h"
+#include "core/video/video_file_ops.h"
 #include "core/video/video_tools.h"
 
 namespace {
@@ -189,8 +190,9 @@ PlistImport ReloadMetaDataPlistAction(const QString& plistPath, const IKImageIte
             out.results.append(VideoWriteResult::skippedFile(
                 item->filePath, QStringLiteral("no entry named %1 in the list").arg(name)));
         } else if (isVideoPath(item->filePath) && ext != QLatin1String("mxf")) {
-            const VideoWriteJob job = ReloadChangedVideoExifDateAction(
-                *item, entry, videoEditorStateFor(*item), item->fileMetaArray, storage);
+            const VideoWriteJob job =
+                ReloadChangedVideoExifDateAction(*item, entry, videoEditorStateFor(*item),
+                                                 readExistingMetadata(item->filePath), storage);
             out.results.append(runVideoWriteJob(job, storage.storagelocation, batch));
         } else if (isVideoPath(item->filePath)) {
             VideoEditorState editor = videoEditorStateFor(*item);
