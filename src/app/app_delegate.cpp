@@ -153,6 +153,7 @@ void AppDelegate::awakeFromNib() {
     setupVideoActions();
     setupAudioActions();
     setupPhotoActions();
+    setupBatchActions();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

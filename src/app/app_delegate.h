@@ -54,6 +54,8 @@ struct VideoEditorState;
 struct VideoWriteJob;
 struct VideoWriteResult;
 class OutputBatch;
+class QAction;
+struct RenameStep;
 
 // The one controller of the program: it owns the main window, every view and
 // panel, the media list and the settings, and carries out every action.
@@ -69,6 +71,7 @@ class OutputBatch;
 //   app_delegate_photo.cpp    photo mode: its lists, adding photos, the photo panel,
 //                             the apply and the removal actions
 //   app_delegate_photo_windows.cpp the date, GPS and map windows of photo mode
+//   app_delegate_batch.cpp    rename, batch dates, property-list export and import
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -171,6 +174,13 @@ public:
     void RemoveGPSDataFromPhoto(QObject* sender);
     void DeleteExifAndGPSData(QObject* sender);
     void DeleteAllPhotoMetadataData(QObject* sender);
+    // --- batch tools ---
+    // The rename dialog, with the new names shown before anything moves.
+    void ShowRenameWindowAction(QObject* sender);
+    // Puts the files of the last rename back under their old names.
+    void UndoRenameAction(QObject* sender);
+    // The batch date dialog: a fixed (stepped) date or a shift.
+    void EditvideofileDateInfoAction(QObject* sender);
 
     // --- what the user sees: selection, unsaved edits, quitting ---
     // The records the commands act on: those on the highlighted rows, in the
@@ -324,6 +334,7 @@ private:
     bool audioPanelShown() const;
     void setupAudioActions();
     void setupVideoActions();
+    void setupBatchActions();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,
@@ -378,6 +389,8 @@ private:
     // The record the panel shows, and the panel's texts when it was filled
     // or last saved: what differs from them is unsaved.
     IKImageItemPtr m_shownItem;
+    std::shared_ptr<QList<RenameStep>> m_lastRename;  // the last rename's moves
+    QAction* m_undoRename = nullptr;
     std::unique_ptr<VideoEditorState> m_panelBaseline;
     std::unique_ptr<AudioEditorState> m_audioBaseline;
     ViewMode m_viewMode = ViewMode::Media;

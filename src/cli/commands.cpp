@@ -32,6 +32,16 @@ const char* const kUsage =
     "                          Copy each video with its recorded date as file date.\n"
     "  name-date-to-recorded FILE...\n"
     "                          Write copies whose recorded date is read from the name.\n"
+    "  rename (--text TEXT [--number] | --template T) [--dry-run] FILE...\n"
+    "                          Rename files in place; rename --undo puts them back.\n"
+    "  set-date --date DATE [--step N --unit U] FILE...\n"
+    "  shift-date (--add | --subtract) [--years N] ... [--seconds N] FILE...\n"
+    "                          Write copies with a new or shifted recorded date.\n"
+    "  copy-date --from FIELD --to FIELD FILE...\n"
+    "                          Copy one date (or the name) into another field.\n"
+    "  export FLAG FILE...     Write metadata into a property list.\n"
+    "  import FLAG PLIST FILE...\n"
+    "                          Apply a property list to copies of the files.\n"
     "\n"
     "New files go into the storage folder (the app's preference, or --storage DIR);\n"
     "the files given are only read. A file there is replaced only when tagsmith\n"
@@ -67,6 +77,7 @@ int runCommand(const QStringList& args) {
     if (command == QLatin1String("gps")) return runGps(rest);
     if (command == QLatin1String("photo-date")) return runPhotoDate(rest);
     if (const int code = runVideoTool(command, rest); code >= 0) return code;
+    if (const int code = runBatchTool(command, rest); code >= 0) return code;
     std::fprintf(stderr, "tagsmith-cli: unknown command '%s'\n\n%s", qPrintable(command), kUsage);
     return 2;
 }
