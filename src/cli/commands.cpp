@@ -26,6 +26,19 @@ const char* const kUsage =
     "                          Copy each video with its recorded date as file date.\n"
     "  name-date-to-recorded FILE...\n"
     "                          Write copies whose recorded date is read from the name.\n"
+    "  convert --to mp4|mov|m4v FILE...\n"
+    "                          Copy videos into another container (no re-encoding).\n"
+    "  compress --quality high|medium|low FILE...\n"
+    "                          Re-encode videos (H.264/AAC) at a quality level.\n"
+    "  extract-audio FILE...   Write the sound of videos as M4A files.\n"
+    "  remove-audio FILE...    Write videos without their sound.\n"
+    "  gif FILE...             Write an animated GIF of one picture per second.\n"
+    "  speed --factor F FILE...\n"
+    "                          Keep the first 1/F of each movie (no retiming).\n"
+    "  slow --factor 0.2|0.5 FILE...\n"
+    "                          Make movies 1/F times longer (slow motion).\n"
+    "  frames --every 0.2|1|5|10|30 FILE...\n"
+    "                          Write pictures of videos at a regular interval.\n"
     "\n"
     "New files go into the storage folder (the app's preference, or --storage DIR);\n"
     "the files given are only read. A file there is replaced only when tagsmith\n"
@@ -58,6 +71,7 @@ int runCommand(const QStringList& args) {
     if (command == QLatin1String("set")) return runSet(rest);
     if (command == QLatin1String("strip")) return runStrip(rest);
     if (const int code = runVideoTool(command, rest); code >= 0) return code;
+    if (const int code = runMediaTool(command, rest); code >= 0) return code;
     std::fprintf(stderr, "tagsmith-cli: unknown command '%s'\n\n%s", qPrintable(command), kUsage);
     return 2;
 }

@@ -12,3 +12,6 @@ int runSet(const QStringList& args);
 int runStrip(const QStringList& args);
 // The video title and date tools; -1 when `command` is none of them.
 int runVideoTool(const QString& command, const QStringList& args);
+// The video tools (convert, compress, extract-audio, remove-audio, gif,
+// speed, slow, frames); -1 when `command` is none of them.
+int runMediaTool(const QString& command, const QStringList& args);
