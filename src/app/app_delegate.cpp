@@ -65,6 +65,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
 
 AppDelegate::~AppDelegate() {
     stopImports();
+    cancelVideoTools();
     waitForVideoJobs();
     delete m_window;
     if (g_appDelegate == this) g_appDelegate = nullptr;
@@ -149,6 +150,7 @@ void AppDelegate::awakeFromNib() {
     setupPreferences();
     setupAboutWindow();
     setupVideoActions();
+    setupVideoToolActions();
     setupAudioActions();
 
     // Camera buttons wait for an open camera.

@@ -61,6 +61,7 @@ SamplingResult sampleFrames(const QString& path, double interval,
     }
     AVStream* stream = d.format->streams[index];
     d.codec = avcodec_alloc_context3(codec);
+    if (d.codec) d.codec->thread_count = 0;  // one per core
     if (!d.codec || avcodec_parameters_to_context(d.codec, stream->codecpar) < 0 ||
         avcodec_open2(d.codec, codec, nullptr) < 0) {
         missing();

@@ -211,6 +211,7 @@ private:
         check(avcodec_parameters_to_context(lane.decoder, lane.in->codecpar), "decoder",
               unreadable);
         lane.decoder->pkt_timebase = lane.in->time_base;
+        lane.decoder->thread_count = 0;  // one per core, as the ffmpeg tool decodes
         if (lane.video)
             lane.decoder->framerate = av_guess_frame_rate(m_input.format, lane.in, nullptr);
         check(avcodec_open2(lane.decoder, codec, nullptr), "open decoder", unreadable);
