@@ -5,6 +5,7 @@ packets, rotation kept, and the failure paths."""
 
 import os
 import shutil
+import subprocess
 import tempfile
 import unittest
 
@@ -85,6 +86,16 @@ class CliVideoToolsTest(SourceKeepingTest):
         self.assertEqual(run("ffmpeg", "-v", "error", "-i", gif, "-f", "null", "-").stderr, "")
         with open(gif, "rb") as f:
             self.assertIn(b"NETSCAPE2.0\x03\x01\x00\x00", f.read())
+
+    def test_gif_pictures_match_the_movie(self):  # noise fills the LZW table many times
+        noise = os.path.join(self.out, "noise.mp4")
+        ffmpeg("-f", "lavfi", "-i", "nullsrc=s=320x240:d=1,geq=random(1)*255:128:128", "-pix_fmt", "yuv420p", noise)
+        self.cli("gif", noise)
+        gray = [subprocess.run(["ffmpeg", "-v", "error", "-i", path, "-vframes", "1", "-f", "rawvideo", "-pix_fmt",
+                                "gray", "-"], capture_output=True, check=True).stdout
+                for path in (os.path.join(self.out, "noise.gif"), noise)]
+        self.assertEqual(len(gray[0]), 320 * 240)
+        self.assertLess(sum(abs(a - b) for a, b in zip(*gray)) / len(gray[1]), 2)
 
     def test_frames_every_0_2_s_keep_one_tiff_per_second(self):
         out = self.cli("frames", "--every", "0.2", self.clip).stdout.split()
