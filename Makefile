@@ -40,6 +40,7 @@ bench: build
 	bench/video-write --driver $(BUILD_DIR)/bench/tagsmith-rewrite-bench --cli $(BUILD_DIR)/src/tagsmith-cli
 	bench/audio-write --cli $(BUILD_DIR)/src/tagsmith-cli
 	bench/photo-write --cli $(BUILD_DIR)/src/tagsmith-cli
+	bench/video-tools --cli $(BUILD_DIR)/src/tagsmith-cli
 
 clean:
 	rm -rf build

@@ -67,6 +67,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
 
 AppDelegate::~AppDelegate() {
     stopImports();
+    cancelVideoTools();
     waitForVideoJobs();
     delete m_window;
     if (g_appDelegate == this) g_appDelegate = nullptr;
@@ -151,6 +152,7 @@ void AppDelegate::awakeFromNib() {
     setupPreferences();
     setupAboutWindow();
     setupVideoActions();
+    setupVideoToolActions();
     setupAudioActions();
     setupPhotoActions();
     setupBatchActions();

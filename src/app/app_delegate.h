@@ -56,6 +56,8 @@ struct VideoWriteResult;
 class OutputBatch;
 class QAction;
 struct RenameStep;
+enum class VideoTool;
+struct VideoToolJob;
 
 // The one controller of the program: it owns the main window, every view and
 // panel, the media list and the settings, and carries out every action.
@@ -131,6 +133,22 @@ public:
     void ClickSetVideoDateFromFileNameAction(QObject* sender);
     // Waits until every started export has finished (tests, quitting).
     void waitForVideoJobs();
+
+    // --- the jobs of the Video Tools menu (app_delegate_tools.cpp) ---
+    // Each takes the menu item whose title chooses the variant.
+    void ConvertSelectedMediaFileFormatAction(QObject* sender);
+    void CompressSelectedMediaFileAction(QObject* sender);
+    void ExtractSelectedMediaFileAction(QObject* sender);
+    void removeSoundFromMediaFileFormatAction(QObject* sender);
+    void ConvertSelectedMediaFileToGIFAction(QObject* sender);
+    void SpeedSelectedMediaFileFormatAction(QObject* sender);
+    void SlowDownVideoMediaFileFormatAction(QObject* sender);
+    void ExtractImagesSelectedMediaFileAction(QObject* sender);
+    // The hook run on the main thread when a batch of these jobs has ended.
+    void BatchVideosItemCompleteToMainThread(QObject* sender);
+    bool videoToolsRunning() const;
+    // Asks every running job to stop; their partial files are removed.
+    void cancelVideoTools();
     // Alerts are logged instead of shown (tests).
     void setQuietAlerts(bool quiet) { m_quietAlerts = quiet; }
 
@@ -350,6 +368,9 @@ private:
         const std::function<VideoWriteJob(const IKImageItem&, const StorageContext&)>& job,
         const QString& skipReason);
     void showNothingSelected();
+    void setupVideoToolActions();
+    void startVideoTool(VideoTool tool, QObject* sender);
+    void showVideoToolProgress();
 
     // Photo mode.
     enum class ViewMode { Media, LocalPhotos, CameraPhotos };
@@ -385,6 +406,8 @@ private:
     bool m_launched = false;
     bool m_quietAlerts = false;
     QThreadPool m_exportPool;
+    QThreadPool m_toolPool;
+    QList<std::shared_ptr<VideoToolJob>> m_toolJobs;
     QuestionAnswerer m_answerer;
     // The record the panel shows, and the panel's texts when it was filled
     // or last saved: what differs from them is unsaved.

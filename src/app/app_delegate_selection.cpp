@@ -235,17 +235,22 @@ bool AppDelegate::confirmQuit(bool fromMenu) {
                 return true;
         }
     }
-    if (importRunning() || exportRunning()) {
+    const bool tools = videoToolsRunning();
+    if (importRunning() || exportRunning() || tools) {
         QMessageBox question(m_window);
         question.setIcon(QMessageBox::Warning);
         question.setText(tr("Files are still being imported or written."));
         question.setInformativeText(
-            tr("Exiting stops the imports; files being written are finished first."));
+            tools ? tr("Exiting stops the imports and the video tools, whose unfinished files "
+                       "are removed; other files being written are finished first.")
+                  : tr("Exiting stops the imports; files being written are finished first."));
         QPushButton* exit = question.addButton(tr(" Exit "), QMessageBox::AcceptRole);
         QPushButton* cancel = question.addButton(tr("Cancel"), QMessageBox::RejectRole);
         question.setDefaultButton(cancel);
         question.setEscapeButton(cancel);
-        return ask(question) == exit;
+        const bool leave = ask(question) == exit;
+        if (leave) cancelVideoTools();
+        return leave;
     }
     if (!fromMenu) return true;
     QPushButton* exitButton = nullptr;

@@ -42,6 +42,19 @@ const char* const kUsage =
     "  export FLAG FILE...     Write metadata into a property list.\n"
     "  import FLAG PLIST FILE...\n"
     "                          Apply a property list to copies of the files.\n"
+    "  convert --to mp4|mov|m4v FILE...\n"
+    "                          Copy videos into another container (no re-encoding).\n"
+    "  compress --quality high|medium|low FILE...\n"
+    "                          Re-encode videos (H.264/AAC) at a quality level.\n"
+    "  extract-audio FILE...   Write the sound of videos as M4A files.\n"
+    "  remove-audio FILE...    Write videos without their sound.\n"
+    "  gif FILE...             Write an animated GIF of one picture per second.\n"
+    "  speed --factor F FILE...\n"
+    "                          Keep the first 1/F of each movie (no retiming).\n"
+    "  slow --factor 0.2|0.5 FILE...\n"
+    "                          Make movies 1/F times longer (slow motion).\n"
+    "  frames --every 0.2|1|5|10|30 FILE...\n"
+    "                          Write pictures of videos at a regular interval.\n"
     "\n"
     "New files go into the storage folder (the app's preference, or --storage DIR);\n"
     "the files given are only read. A file there is replaced only when tagsmith\n"
@@ -78,6 +91,7 @@ int runCommand(const QStringList& args) {
     if (command == QLatin1String("photo-date")) return runPhotoDate(rest);
     if (const int code = runVideoTool(command, rest); code >= 0) return code;
     if (const int code = runBatchTool(command, rest); code >= 0) return code;
+    if (const int code = runMediaTool(command, rest); code >= 0) return code;
     std::fprintf(stderr, "tagsmith-cli: unknown command '%s'\n\n%s", qPrintable(command), kUsage);
     return 2;
 }
