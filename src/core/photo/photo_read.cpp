@@ -225,7 +225,8 @@ void addFromQtReader(PhotoSource& source, QIODevice& device) {
     }
     if (source.type == QLatin1String("tiff")) source.imageCount = qMax(1, reader.imageCount());
     const QImage::Format format = reader.imageFormat();
-    if (format != QImage::Format_Invalid) {
+    // A damaged file can make a reader answer a number outside the format list.
+    if (format > QImage::Format_Invalid && format < QImage::NImageFormats) {
         const QPixelFormat pixels = QImage::toPixelFormat(format);
         const bool gray = pixels.colorModel() == QPixelFormat::Grayscale ||
                           format == QImage::Format_Mono || format == QImage::Format_MonoLSB;
