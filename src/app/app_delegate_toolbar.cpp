@@ -287,7 +287,13 @@ void AppDelegate::ClickAbout(QObject*) {
 }
 
 void AppDelegate::CLICkProductGuide(QObject*) {
-    DesktopIntegration::instance().openUrl(QUrl(QString::fromLatin1(kProductGuideUrl)));
+    const QUrl guide = productGuideUrl(QString::fromLatin1(kProductGuideUrl));
+    if (guide.isEmpty()) {
+        qCWarning(lcTagsmithUser, "The user guide is not installed (no %s in the data folders).",
+                  kLocalGuidePage);
+        return;
+    }
+    DesktopIntegration::instance().openUrl(guide);
 }
 
 void AppDelegate::CLICkSupport(QObject*) {

@@ -12,6 +12,8 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("tagsmith"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TAGSMITH_VERSION));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tagsmith"));
+    // Ties the window to its menu entry and icon (the Wayland app id).
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tagsmith.Tagsmith"));
     ActivityLog::install();
     installMovieExporter();
     app.setStyle(QStringLiteral("Fusion"));

@@ -7,6 +7,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 
 #include "app/help_links.h"
 #include "core/app/user_defaults.h"
@@ -14,6 +15,7 @@
 #include "core/common/logging.h"
 #include "support/media_fixture.h"
 #include "ui/audio/audio_panel.h"
+#include "ui/photo/photo_browser.h"
 #include "ui/shell/activity_view.h"
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/preferences_window.h"
@@ -137,9 +139,14 @@ private Q_SLOTS:
 
     void helpAboutAndBusyIndicator() {
         AppDelegate& app = launch();
+        // A web address wins; without one, the guide staged in the build tree
+        // (on the test's data path) is opened.
+        QCOMPARE(productGuideUrl("https://example.org/guide"), QUrl("https://example.org/guide"));
+        const QUrl guide = productGuideUrl({});
+        QVERIFY(guide.isLocalFile() && QFileInfo(guide.toLocalFile()).isFile());
         app.CLICkProductGuide(nullptr);
         app.CLICkSupport(nullptr);
-        QCOMPARE(m_desktop->opened(), QList<QUrl>({QUrl(QLatin1String(kProductGuideUrl)),
+        QCOMPARE(m_desktop->opened(), QList<QUrl>({productGuideUrl(QLatin1String(kProductGuideUrl)),
                                                    QUrl(QLatin1String(kSupportUrl))}));
 
         app.ClickAbout(nullptr);
@@ -185,6 +192,48 @@ private Q_SLOTS:
         // and waited for, and nothing reaches the dead controller.
         m_ui->app.reset();
         QCOMPARE(AppDelegate::GetAppDelegater(), nullptr);
+    }
+
+    // The user guide's pictures of the real window, written into the folder
+    // TAGSMITH_GUIDE_IMAGES names (the guide_screenshots test).
+    void userGuideScreenshots() {
+        const QString out = qEnvironmentVariable("TAGSMITH_GUIDE_IMAGES");
+        if (out.isEmpty()) QSKIP("TAGSMITH_GUIDE_IMAGES is not set");
+        MediaFixture media;
+        QString error;
+        if (!media.make(&error)) QSKIP(qPrintable(error));
+        const QString photos = media.root() + "/photos";
+        QVERIFY(QDir().mkpath(out) && QDir().mkpath(photos));
+        QImage picture(640, 480, QImage::Format_RGB32);
+        QPainter(&picture).fillRect(picture.rect(), QLinearGradient(0, 0, 640, 480));
+        QVERIFY(picture.save(photos + "/harbour.jpg"));
+
+        AppDelegate& app = launch();
+        MainWindow* window = app.mainWindow();
+        window->resize(1200, 760);
+        window->show();
+        const auto shoot = [&](QWidget* widget, const char* name) {
+            QCoreApplication::processEvents();
+            const QPixmap shot = widget->grab();
+            QVERIFY(shot.width() > 100 && shot.save(out + "/" + name));
+        };
+        QVERIFY(m_ui->importAndWait({media.folder()}));
+        m_ui->selectRow(0);
+        QTRY_VERIFY(app.videoMetaView->isVisible());
+        shoot(window, "main-window.png");
+        shoot(app.videoMetaView, "video-panel.png");
+        app.ShowPreferenceSetting(nullptr);
+        shoot(app.preferencesWindow, "preferences.png");
+        app.CancelPreferenceSetting(nullptr);
+
+        app.ChangeToImportComputerPhoto(nullptr);
+        QVERIFY(app.photoViewAcceptDrop({photos}));
+        QTRY_VERIFY_WITH_TIMEOUT(!app.importRunning(), 60000);
+        PhotoBrowser* browser = app.localImageBrowserView;
+        QTRY_COMPARE(browser->photoModel()->thumbnailCount(), 1);
+        browser->selectItem(browser->photoModel()->content().first());
+        QTRY_VERIFY(app.shownPhoto());
+        shoot(window, "photos.png");
     }
 
 private:
