@@ -229,7 +229,7 @@ private Q_SLOTS:
         app.ChangeToImportComputerPhoto(nullptr);
         QVERIFY(app.photoViewAcceptDrop({photos}));
         QTRY_VERIFY_WITH_TIMEOUT(!app.importRunning(), 60000);
-        PhotoBrowser* browser = app.localImageBrowserView;
+        PhotoBrowserView* browser = app.localImageBrowserView;
         QTRY_COMPARE(browser->photoModel()->thumbnailCount(), 1);
         browser->selectItem(browser->photoModel()->content().first());
         QTRY_VERIFY(app.shownPhoto());
