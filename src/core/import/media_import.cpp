@@ -67,7 +67,7 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical, bo
 
 IKImageItemPtr MediaImporter::importFileForWriting(const QString& path) {
     if (!importable(path)) return nullptr;
-    if (isAudioPath(path)) return readAudioFile(path);
+    if (isAudioPath(path)) return readAudioFile(path, false);
     IKImageItemPtr item = newVideoRecord(path);
     readVideoFileMetadata(*item, false);
     return item;

@@ -53,7 +53,8 @@ public:
     // The record as the writers need it: file attributes and every metadata
     // item, without opening the file as media (no probed facts, kind text or
     // technical texts). Null where importFile() answers null. Audio records
-    // are read in full.
+    // have their tags; only one without tags is opened as media, for the
+    // album and year its headers give.
     static IKImageItemPtr importFileForWriting(const QString& path);
 
     // Asks a running import to stop after the current file.
