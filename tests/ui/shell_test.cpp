@@ -5,10 +5,16 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDockWidget>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
+#include <QSplitter>
+#include <QTimer>
 
 #include "app/help_links.h"
+#include "control_names.h"
 #include "core/app/user_defaults.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
@@ -171,6 +177,127 @@ private Q_SLOTS:
         QVERIFY(pane->text().indexOf("user line") < pane->text().indexOf("diagnostic line"));
         pane->detailsSwitch()->click();
         QVERIFY(!pane->text().contains("diagnostic line"));
+    }
+
+    void windowStateIsKeptAndPulledOnScreen() {
+        MainWindow* window = launch().mainWindow();
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect placed(screen.left() + 20, screen.top() + 30, 500, 400);
+        window->setGeometry(placed);
+        window->show();
+        window->splitter()->setSizes({150, 350});
+        const QList<int> sizes = window->splitter()->sizes();
+        window->dragTable()->horizontalHeader()->resizeSection(0, 333);
+        m_ui->app->saveWindowState();
+        window = launch().mainWindow();
+        window->show();
+        QCOMPARE(window->geometry(), placed);
+        QCOMPARE(window->splitter()->sizes(), sizes);
+        QCOMPARE(window->dragTable()->horizontalHeader()->sectionSize(0), 333);
+
+        // Kept far off the screen, and larger than it: back inside.
+        window->setGeometry(screen.right() + 3000, screen.bottom() + 2000, screen.width() + 300,
+                            300);
+        m_ui->app->saveWindowState();
+        window = launch().mainWindow();
+        QVERIFY2(screen.contains(window->geometry()),
+                 qPrintable(QDebug::toString(window->geometry())));
+        for (const auto& [in, out] : {std::pair{QRect(-50, 10, 100, 100), QRect(0, 10, 100, 100)},
+                                      {QRect(900, 700, 300, 300), QRect(700, 300, 300, 300)},
+                                      {QRect(10, 10, 2000, 50), QRect(0, 10, 1000, 50)}})
+            QCOMPARE(keepInside(in, QRect(0, 0, 1000, 600)), out);
+    }
+
+    void commonCommandsHaveTheirShortcuts() {
+        AppDelegate& app = launch();
+        QMap<QString, QString> shortcuts;
+        for (QAction* action : app.mainWindow()->menuBar()->findChildren<QAction*>())
+            if (!action->shortcut().isEmpty())
+                shortcuts.insert(action->shortcut().toString(), action->text());
+        for (const auto& [keys, text] : {std::pair{"Ctrl+O", "Add Files or Folders..."},
+                                         {"Ctrl+S", "Save"},
+                                         {"Del", "Remove from List"},
+                                         {"Ctrl+A", "Select All"},
+                                         {"Ctrl+Q", "Quit Tagsmith"},
+                                         {"Ctrl+,", "Preferences..."},
+                                         {"Ctrl+F", "Find in the List"},
+                                         {"F1", "User Guide"}})
+            QCOMPARE(shortcuts.value(keys), text);
+    }
+
+    void keyboardAloneFindsSelectsOpensAndRemoves() {
+        AppDelegate& app = launch();
+        QStringList files;
+        for (const char* name : {"alpha.mp4", "beta.mp4", "Gamma.mov"}) {
+            files << m_ui->dir.filePath(name);
+            QVERIFY(QFile(files.last()).open(QIODevice::WriteOnly));
+            auto item = std::make_shared<IKImageItem>();
+            item->filePath = files.last();
+            item->fileName = name;
+            item->fileType = "Movie";
+            app.localPhotoItemArray << item;
+        }
+        app.LoadImportedMediasonMainThread();
+        MainWindow* window = app.mainWindow();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        PRDragTableView* table = app.dragtableView;
+        QLineEdit* find = window->filterField();
+
+        QTest::keyClick(window, Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(find->hasFocus());
+        QTest::keyClicks(find, "GAM");
+        QCOMPARE(app.numberOfRowsInTableView(), 1);
+        // Delete in a field is the field's: the list keeps its rows.
+        QTest::keyClick(find, Qt::Key_Delete);
+        QTest::keyClick(find, Qt::Key_Escape);
+        QCOMPARE(app.numberOfRowsInTableView(), 3);
+        QVERIFY(table->hasFocus());
+
+        // Arrows move, Enter goes to the panel's first field.
+        QTest::keyClick(table, Qt::Key_Home);
+        QTest::keyClick(table, Qt::Key_Down);
+        QCOMPARE(app.selectedItems().constFirst()->fileName, "beta.mp4");
+        QTest::keyClick(table, Qt::Key_Return);
+        QVERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()) &&
+                window->videoPanel()->isAncestorOf(QApplication::focusWidget()));
+
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(app.numberOfRowsInTableView(), 2);
+        QTest::keyClick(table, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(app.selectedItems().size(), 2);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(app.numberOfRowsInTableView(), 0);
+        for (const QString& file : files) QVERIFY(QFileInfo::exists(file));
+    }
+
+    void everyControlHasANameAndATooltip() {
+        AppDelegate& app = launch();
+        auto item = std::make_shared<IKImageItem>();
+        item->filePath = m_ui->dir.filePath("clip.mp4");
+        item->fileName = "clip.mp4";
+        app.localPhotoItemArray << item;
+        app.LoadImportedMediasonMainThread();
+        m_ui->selectRow(0);
+        // The window with every panel, page and window it owns, shown or not.
+        int walked = 0;
+        QStringList unnamed = unnamedControls(app.mainWindow(), &walked);
+        // The batch tools' dialogs are modal: walked while open, then closed.
+        for (const auto open :
+             {&AppDelegate::ShowRenameWindowAction, &AppDelegate::EditvideofileDateInfoAction}) {
+            QTimer walker;
+            connect(&walker, &QTimer::timeout, [&] {
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                    unnamed << unnamedControls(dialog, &walked);
+                    dialog->reject();
+                }
+            });
+            walker.start(10);
+            (app.*open)(nullptr);
+        }
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join('\n')));
+        QVERIFY2(walked > 60, qPrintable(QString::number(walked)));
     }
 
     void shuttingDownDuringAnImport() {
