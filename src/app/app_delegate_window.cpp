@@ -2,6 +2,7 @@
 // launch, raising the window, its state between runs, and the keyboard
 // (Find, Select All, Enter on a list).
 #include <QFileInfo>
+#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QSettings>
 
@@ -74,12 +75,20 @@ void AppDelegate::setupKeyboard() {
     // Tab leaves the lists rather than walking their cells.
     dragtableView->setTabKeyNavigation(false);
     // Enter (or a double click) on a row or photo goes to its panel's fields.
-    connect(dragtableView, &QAbstractItemView::activated, this, [this] {
+    // The row under the cursor is selected first when it is not yet.
+    connect(dragtableView, &QAbstractItemView::activated, this, [this](const QModelIndex& index) {
+        if (!dragtableView->selectionModel()->isRowSelected(index.row()))
+            dragtableView->selectRow(index.row());
         focusFirstField(audioPanelShown() ? static_cast<QWidget*>(audioContentView)
                                           : videoMetaView);
     });
     connect(localImageBrowserView, &QAbstractItemView::activated, this,
-            [this] { focusFirstField(photoContentView); });
+            [this](const QModelIndex& index) {
+                if (!localImageBrowserView->selectionModel()->isSelected(index))
+                    localImageBrowserView->selectionModel()->select(
+                        index, QItemSelectionModel::ClearAndSelect);
+                focusFirstField(photoContentView);
+            });
     connect(m_window->filterField(), &QLineEdit::textChanged, this, [this](const QString& text) {
         m_listFilter = text.trimmed();
         LoadImportedMediasonMainThread();

@@ -1,61 +1,44 @@
 #pragma once
 
 // Walks a window for controls a keyboard or screen-reader user could not
-// tell apart: each must have a name for assistive technology (its own
-// accessible name, its text, or the label it is the buddy of) and a tooltip.
-// Qt's own parts of composite widgets (scroll bars, headers, a combo box's
-// list, a dock's title buttons) are theirs to name and are left out.
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAbstractSlider>
-#include <QAbstractSpinBox>
+// tell apart: each needs a name for assistive technology (its accessible
+// name, its text or the label it is the buddy of) and a tooltip. Qt's own
+// parts of composite widgets (scroll bars, headers, a combo box's list, a
+// dock's title buttons, file dialogs) are Qt's to name and are left out.
 #include <QAccessible>
-#include <QComboBox>
-#include <QFileDialog>
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QScrollBar>
-#include <QTextEdit>
+#include <QtWidgets>
 
-inline bool isControl(const QWidget* w) {
-    return qobject_cast<const QAbstractButton*>(w) || qobject_cast<const QLineEdit*>(w) ||
-           qobject_cast<const QComboBox*>(w) || qobject_cast<const QAbstractItemView*>(w) ||
-           qobject_cast<const QAbstractSlider*>(w) || qobject_cast<const QAbstractSpinBox*>(w) ||
-           qobject_cast<const QPlainTextEdit*>(w) || qobject_cast<const QTextEdit*>(w);
-}
-
-inline bool partOfQtWidget(const QWidget* w, const QWidget* root) {
-    if (qobject_cast<const QScrollBar*>(w) || qobject_cast<const QHeaderView*>(w)) return true;
-    if (w->objectName().startsWith(QLatin1String("qt_"))) return true;
-    for (const QWidget* p = w->parentWidget(); p && p != root; p = p->parentWidget()) {
-        if (qobject_cast<const QComboBox*>(p) || qobject_cast<const QAbstractSpinBox*>(p) ||
-            qobject_cast<const QAbstractItemView*>(p) || qobject_cast<const QFileDialog*>(p) ||
-            qobject_cast<const QLineEdit*>(p) || p->objectName().startsWith(QLatin1String("qt_")))
-            return true;
-    }
-    return false;
+template <typename... Types>
+bool isAnyOf(const QWidget* w) {
+    return (... || (qobject_cast<const Types*>(w) != nullptr));
 }
 
 // "class objectName (what is missing)" for every control under `root`
-// (itself included), shown or not, without a name or a tooltip; `walked`
-// counts the controls looked at.
+// (itself included), shown or not; `walked` counts the controls looked at.
 inline QStringList unnamedControls(QWidget* root, int* walked = nullptr) {
     QList<QWidget*> all = root->findChildren<QWidget*>();
     all.prepend(root);
     QStringList found;
     for (QWidget* w : std::as_const(all)) {
-        if (!isControl(w) || partOfQtWidget(w, root)) continue;
+        if (!isAnyOf<QAbstractButton, QLineEdit, QComboBox, QAbstractItemView, QAbstractSlider,
+                     QAbstractSpinBox, QPlainTextEdit, QTextEdit>(w) ||
+            isAnyOf<QScrollBar, QHeaderView>(w) || w->objectName().startsWith("qt_"))
+            continue;
+        bool inner = false;
+        for (const QWidget* p = w->parentWidget(); p && p != root; p = p->parentWidget())
+            inner =
+                inner || p->objectName().startsWith("qt_") ||
+                isAnyOf<QComboBox, QAbstractSpinBox, QAbstractItemView, QFileDialog, QLineEdit>(p);
+        if (inner) continue;
         if (walked) ++*walked;
         QAccessibleInterface* a = QAccessible::queryAccessibleInterface(w);
-        const QString name = a ? a->text(QAccessible::Name).trimmed() : w->accessibleName();
         QStringList missing;
-        if (name.isEmpty()) missing << QStringLiteral("accessible name");
-        if (w->toolTip().trimmed().isEmpty()) missing << QStringLiteral("tooltip");
+        if ((a ? a->text(QAccessible::Name) : w->accessibleName()).trimmed().isEmpty())
+            missing << "accessible name";
+        if (w->toolTip().trimmed().isEmpty()) missing << "tooltip";
         if (!missing.isEmpty())
             found << QStringLiteral("%1 %2 (%3)")
-                         .arg(QLatin1String(w->metaObject()->className()), w->objectName(),
-                              missing.join(QStringLiteral(", ")));
+                         .arg(w->metaObject()->className(), w->objectName(), missing.join(", "));
     }
     return found;
 }
