@@ -35,7 +35,7 @@ class SingleInstanceTest(unittest.TestCase):
         root = self.tmp.name
         self.env = dict(os.environ, QT_QPA_PLATFORM="offscreen", TAGSMITH_NO_PLAYER="1", HOME=root,
                         XDG_CONFIG_HOME=root, XDG_CACHE_HOME=root, XDG_DATA_HOME=root)
-        self.clip, self.photo = os.path.join(root, "tone.wav"), os.path.join(root, "red.jpg")
+        self.clip, self.photo = root + "/tone.wav", root + "/red.jpg"
         ffmpeg("-f", "lavfi", "-i", "sine=duration=0.5", self.clip)
         ffmpeg("-f", "lavfi", "-i", "color=c=red:s=32x24", "-frames:v", "1", self.photo)
 

@@ -1,10 +1,8 @@
 #pragma once
 
-// Walks a window for controls a keyboard or screen-reader user could not
-// tell apart: each needs a name for assistive technology (its accessible
-// name, its text or the label it is the buddy of) and a tooltip. Qt's own
-// parts of composite widgets (scroll bars, headers, a combo box's list, a
-// dock's title buttons, file dialogs) are Qt's to name and are left out.
+// Every control needs a name for assistive technology (its own, its text or
+// its buddy label's) and a tooltip. Qt's inner parts (scroll bars, headers,
+// a combo box's list, a dock's buttons, file dialogs) are left out.
 #include <QAccessible>
 #include <QtWidgets>
 

@@ -72,15 +72,6 @@ private Q_SLOTS:
         QVERIFY(!s.app->bMapPreview && m_panel->currentlocalMapView()->isHidden());
     }
 
-    // Enter on the browser gives the keyboard to the panel's first field.
-    void enterOnAPhotoGoesToItsFields() {
-        select(m_bare);
-        m_browser->setFocus();
-        QTest::keyClick(m_browser, Qt::Key_Return);
-        QWidget* focus = s.app->mainWindow()->focusWidget();
-        QVERIFY(qobject_cast<QLineEdit*>(focus) && m_panel->isAncestorOf(focus));
-    }
-
     // Only the edited field changes; the source stays as it was.
     void anAppliedEditLandsInTheStorageFolder() {
         select(m_located);
