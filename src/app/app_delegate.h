@@ -74,6 +74,8 @@ struct VideoToolJob;
 //                             the apply and the removal actions
 //   app_delegate_photo_windows.cpp the date, GPS and map windows of photo mode
 //   app_delegate_batch.cpp    rename, batch dates, property-list export and import
+//   app_delegate_window.cpp   paths of the command line and of later launches,
+//                             the window's state between runs, the keyboard
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -91,6 +93,18 @@ public:
     void getSystemVersionMajor(int* major, int* minor, int* bugFix);
 
     MainWindow* mainWindow() const { return m_window; }
+
+    // --- the window (app_delegate_window.cpp) ---
+    // Imports files and folders as if dropped on the window, split by kind
+    // (command line, later launches); a missing path is told and skipped.
+    void openPaths(const QStringList& paths);
+    // Brings the window to the front, restored if minimised.
+    void raiseMainWindow();
+    // Keeps the window's size, position, splitter and columns (at quit).
+    void saveWindowState();
+    // Find: the filter field over the list; Select All: the whole list on show.
+    void FindInListAction(QObject* sender);
+    void SelectAllAction(QObject* sender);
 
     // --- import and the media table ---
     void AddMediaFileAction(QObject* sender);
@@ -353,6 +367,9 @@ private:
     void setupAudioActions();
     void setupVideoActions();
     void setupBatchActions();
+    void setupKeyboard();
+    // The record is listed under the filter of the list (Find).
+    bool listedUnderFilter(const IKImageItem& item) const;
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,
@@ -424,4 +441,5 @@ private:
     bool m_restoringSelection = false;
     bool m_leavePending = false;
     bool m_quitConfirmed = false;
+    QString m_listFilter;
 };

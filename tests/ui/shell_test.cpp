@@ -5,11 +5,16 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDockWidget>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QScreen>
+#include <QSplitter>
+#include <QTimer>
 
 #include "app/help_links.h"
+#include "control_names.h"
 #include "core/app/user_defaults.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
@@ -180,6 +185,82 @@ private Q_SLOTS:
         QVERIFY(!pane->text().contains("diagnostic line"));
     }
 
+    void windowStateIsKeptAndPulledOnScreen() {
+        MainWindow* window = launch().mainWindow();
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect placed(screen.left() + 20, screen.top() + 30, 500, 400);
+        window->setGeometry(placed);
+        window->show();  // the splitter's sizes need a laid-out window
+        window->splitter()->setSizes({150, 350});
+        const QList<int> sizes = window->splitter()->sizes();
+        window->dragTable()->horizontalHeader()->resizeSection(0, 333);
+        m_ui->app->saveWindowState();
+        window = launch().mainWindow();
+        window->show();
+        QCOMPARE(window->geometry(), placed);
+        QCOMPARE(window->splitter()->sizes(), sizes);
+        QCOMPARE(window->dragTable()->horizontalHeader()->sectionSize(0), 333);
+        // Kept far off the screen, and larger than it: back inside.
+        window->setGeometry(screen.right() + 3000, screen.bottom() + 2000, screen.width() + 9, 300);
+        m_ui->app->saveWindowState();
+        QVERIFY(screen.contains(launch().mainWindow()->geometry()));
+    }
+
+    void keyboardAloneFindsSelectsOpensAndRemoves() {
+        AppDelegate& app = launch();
+        const QStringList files = listMovies(app, {"alpha.mp4", "beta.mp4", "Gamma.mov"});
+        MainWindow* window = app.mainWindow();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        PRDragTableView* table = app.dragtableView;
+        QLineEdit* find = window->filterField();
+        QTest::keyClick(window, Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(find->hasFocus());
+        QTest::keyClicks(find, "GAM");
+        QCOMPARE(app.numberOfRowsInTableView(), 1);
+        // Delete in a field is the field's: the list keeps its rows.
+        QTest::keyClick(find, Qt::Key_Delete);
+        QTest::keyClick(find, Qt::Key_Escape);
+        QCOMPARE(app.numberOfRowsInTableView(), 3);
+        QVERIFY(table->hasFocus());
+        // Enter goes to the panel's fields; Delete and Select All take rows
+        // off the list, never the files.
+        QTest::keyClick(table, Qt::Key_Home);
+        QTest::keyClick(table, Qt::Key_Return);
+        QVERIFY(window->videoPanel()->isAncestorOf(QApplication::focusWidget()));
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(app.numberOfRowsInTableView(), 2);
+        QTest::keyClick(table, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(app.numberOfRowsInTableView(), 0);
+        for (const QString& file : files) QVERIFY(QFileInfo::exists(file));
+    }
+
+    void everyControlHasANameAndATooltip() {
+        AppDelegate& app = launch();
+        listMovies(app, {"clip.mp4"});
+        m_ui->selectRow(0);
+        // The window with every panel, page and window it owns, shown or not,
+        // and the batch dialogs, which are modal: walked while open.
+        int walked = 0;
+        QStringList unnamed = unnamedControls(app.mainWindow(), &walked);
+        for (const auto open :
+             {&AppDelegate::ShowRenameWindowAction, &AppDelegate::EditvideofileDateInfoAction}) {
+            QTimer walker;
+            connect(&walker, &QTimer::timeout, [&] {
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                    unnamed << unnamedControls(dialog, &walked);
+                    dialog->reject();
+                }
+            });
+            walker.start(10);
+            (app.*open)(nullptr);
+        }
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join('\n')));
+        QVERIFY2(walked > 60, qPrintable(QString::number(walked)));
+    }
+
     void shuttingDownDuringAnImport() {
         MediaFixture media;
         QString error;
@@ -238,6 +319,20 @@ private Q_SLOTS:
 
 private:
     AppDelegate& launch() { return m_ui->launch(); }
+    // Empty files listed as movies, without an import.
+    QStringList listMovies(AppDelegate& app, const QStringList& names) {
+        QStringList files;
+        for (const QString& name : names) {
+            files << m_ui->dir.filePath(name);
+            QFile(files.last()).open(QIODevice::WriteOnly);
+            auto item = std::make_shared<IKImageItem>();
+            item->filePath = files.last();
+            item->fileName = name;
+            app.localPhotoItemArray << item;
+        }
+        app.LoadImportedMediasonMainThread();
+        return files;
+    }
     RecordingDesktopIntegration* m_desktop = nullptr;
     std::unique_ptr<UiSession> m_ui;
 };
