@@ -26,6 +26,7 @@ class QAbstractButton;
 class QAction;
 class QMenu;
 class QMessageBox;
+class QProgressBar;
 class QPushButton;
 class QSettings;
 class QWidget;
@@ -74,6 +75,7 @@ struct VideoToolJob;
 //                             the apply and the removal actions
 //   app_delegate_photo_windows.cpp the date, GPS and map windows of photo mode
 //   app_delegate_batch.cpp    rename, batch dates, property-list export and import
+//   app_delegate_xmp.cpp      the XMP sheet: sidecars applied to videos
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -199,6 +201,16 @@ public:
     void UndoRenameAction(QObject* sender);
     // The batch date dialog: a fixed (stepped) date or a shift.
     void EditvideofileDateInfoAction(QObject* sender);
+    // --- XMP sidecars (app_delegate_xmp.cpp) ---
+    // Shows the sheet; its write button asks for a folder of sidecars, which
+    // are applied on a worker thread behind the sheet's progress indicator.
+    void WriteXMPMetadataToPhotosAction(QObject* sender);
+    void CanelXMPMetadataToPhotosAction(QObject* sender);
+    void BatchWriteXMPFileToVideoAction(QObject* sender);
+    void openPanelDidEnd9(int returnCode9, const QStringList& paths);
+    // Closes the sheet when the batch has ended and opens the last sidecar's folder.
+    void BatchScanXmpPhotosItemToMainThread();
+    bool xmpBatchRunning() const { return m_xmpRunning; }
 
     // --- what the user sees: selection, unsaved edits, quitting ---
     // The records the commands act on: those on the highlighted rows, in the
@@ -261,7 +273,7 @@ public:
     bool classicBehaviour = false;
     QVariantMap currentExifDictionary;
     QString currentChooseFilePath;
-    QString xmpLocationStr;
+    QString writeXmplocation;  // the sidecar being applied; then the last one
     QByteArray theImageData;
     IKImageItemList cameItemArray;
     IKImageItemList localPhotoItemArray;
@@ -299,6 +311,8 @@ public:
     BusyIndicator* progressIndicator = nullptr;
     PreferencesWindow* preferencesWindow = nullptr;
     QDialog* aboutWindow = nullptr;
+    QDialog* writeXmpWindow = nullptr;
+    QProgressBar* writeXmpProcesser = nullptr;
     QLineEdit* storePathlab = nullptr;
     QLabel* showFontlab = nullptr;
     ColorWell* colorwell = nullptr;
@@ -353,6 +367,7 @@ private:
     void setupAudioActions();
     void setupVideoActions();
     void setupBatchActions();
+    void setupXmpSheet();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,
@@ -424,4 +439,5 @@ private:
     bool m_restoringSelection = false;
     bool m_leavePending = false;
     bool m_quitConfirmed = false;
+    bool m_xmpRunning = false;
 };
