@@ -49,7 +49,9 @@ void AppDelegate::setupBatchActions() {
     m_undoRename->setEnabled(false);
     menu->addAction(tr("Change Dates..."), this, [this] { EditvideofileDateInfoAction(nullptr); });
     menu->addAction(tr("Write XMP Sidecars to Videos..."), this,
-                    [this] { WriteXMPMetadataToPhotosAction(nullptr); });
+                    [this] { WriteXMPMetadataToPhotosAction(nullptr); })
+        ->setToolTip(tr("Writes the title, position and date of XMP sidecars into the videos "
+                        "beside them, replacing the videos"));
     using Tool = VideoWriteResult (*)(const IKImageItem&, const StorageContext&, OutputBatch&);
     const std::pair<const char*, Tool> copies[] = {
         {QT_TR_NOOP("Copy Recorded Date to File Dates"), ::ClickCopyExifDateToCreateDateAction},

@@ -22,6 +22,7 @@ void AppDelegate::setupXmpSheet() {
     writeXmpWindow->setObjectName(QStringLiteral("writeXmpWindow"));
     writeXmpWindow->setWindowTitle(tr("Write XMP"));
     writeXmpWindow->setAccessibleName(tr("Write XMP sidecars to videos"));
+    writeXmpWindow->setToolTip(tr("Sidecars without a video beside them are skipped"));
     auto* text = new QLabel(
         tr("Choose a folder of XMP sidecars. The title, position and date of each sidecar are "
            "written into the video of the same name beside it (.mov or .mp4), which is "
@@ -29,6 +30,7 @@ void AppDelegate::setupXmpSheet() {
         writeXmpWindow);
     text->setWordWrap(true);
     text->setAccessibleName(tr("What writing XMP does"));
+    text->setToolTip(tr("Only .xmp and .XMP files are read, in the folder and its sub-folders"));
     writeXmpProcesser = new QProgressBar(writeXmpWindow);
     writeXmpProcesser->setObjectName(QStringLiteral("writeXmpProcesser"));
     writeXmpProcesser->setRange(0, 0);  // turns until the batch ends
