@@ -129,7 +129,8 @@ VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& stora
         return result;
     }
     logNote(claim);
-    result.note = claim.note;
+    // A replacing job's hidden name is no concern of the user's.
+    if (!job.replaceSource) result.note = claim.note;
     PassthroughExport request = job.request;
     request.outputPath = claim.path;
     const QString& output = request.outputPath;
