@@ -58,7 +58,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
           &oldMovieKeywords,    &oldAlbumStr,       &oldAlbumArtistStr, &oldPublisherStr,
           &oldBandStr,          &oldLyricStr,       &oldSubtitleStr,    &oldRecordDateStr,
           &oldCreateDateStr,    &oldReleaseYearStr, &oldComposerStr,    &oldMovieProducer,
-          &xmpLocationStr})
+          &writeXmplocation})
         *old = QStringLiteral("");
     bImportLocalFolder = false;
     bImportLocalPath = QStringLiteral("");

@@ -26,6 +26,7 @@ class QAbstractButton;
 class QAction;
 class QMenu;
 class QMessageBox;
+class QProgressBar;
 class QPushButton;
 class QSettings;
 class QWidget;
@@ -76,6 +77,7 @@ struct VideoToolJob;
 //   app_delegate_batch.cpp    rename, batch dates, property-list export and import
 //   app_delegate_window.cpp   paths of the command line and of later launches,
 //                             the window's state between runs, the keyboard
+//   app_delegate_xmp.cpp      the XMP sheet: sidecars applied to videos
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -213,6 +215,16 @@ public:
     void UndoRenameAction(QObject* sender);
     // The batch date dialog: a fixed (stepped) date or a shift.
     void EditvideofileDateInfoAction(QObject* sender);
+    // --- XMP sidecars (app_delegate_xmp.cpp) ---
+    // Shows the sheet; its write button asks for a folder of sidecars, which
+    // are applied on a worker thread behind the sheet's progress indicator.
+    void WriteXMPMetadataToPhotosAction(QObject* sender);
+    void CanelXMPMetadataToPhotosAction(QObject* sender);
+    void BatchWriteXMPFileToVideoAction(QObject* sender);
+    void openPanelDidEnd9(int returnCode9, const QStringList& paths);
+    // Closes the sheet when the batch has ended and opens the last sidecar's folder.
+    void BatchScanXmpPhotosItemToMainThread();
+    bool xmpBatchRunning() const { return m_xmpRunning; }
 
     // --- what the user sees: selection, unsaved edits, quitting ---
     // The records the commands act on: those on the highlighted rows, in the
@@ -275,7 +287,7 @@ public:
     bool classicBehaviour = false;
     QVariantMap currentExifDictionary;
     QString currentChooseFilePath;
-    QString xmpLocationStr;
+    QString writeXmplocation;  // the sidecar being applied; then the last one
     QByteArray theImageData;
     IKImageItemList cameItemArray;
     IKImageItemList localPhotoItemArray;
@@ -313,6 +325,8 @@ public:
     BusyIndicator* progressIndicator = nullptr;
     PreferencesWindow* preferencesWindow = nullptr;
     QDialog* aboutWindow = nullptr;
+    QDialog* writeXmpWindow = nullptr;
+    QProgressBar* writeXmpProcesser = nullptr;
     QLineEdit* storePathlab = nullptr;
     QLabel* showFontlab = nullptr;
     ColorWell* colorwell = nullptr;
@@ -370,6 +384,7 @@ private:
     void setupKeyboard();
     // The record is listed under the filter of the list (Find).
     bool listedUnderFilter(const IKImageItem& item) const;
+    void setupXmpSheet();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,
@@ -442,4 +457,5 @@ private:
     bool m_leavePending = false;
     bool m_quitConfirmed = false;
     QString m_listFilter;
+    bool m_xmpRunning = false;
 };

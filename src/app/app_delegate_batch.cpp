@@ -49,6 +49,10 @@ void AppDelegate::setupBatchActions() {
     m_undoRename = menu->addAction(tr("Undo Rename"), this, [this] { UndoRenameAction(nullptr); });
     m_undoRename->setEnabled(false);
     menu->addAction(tr("Change Dates..."), this, [this] { EditvideofileDateInfoAction(nullptr); });
+    menu->addAction(tr("Write XMP Sidecars to Videos..."), this,
+                    [this] { WriteXMPMetadataToPhotosAction(nullptr); })
+        ->setToolTip(tr("Writes the title, position and date of XMP sidecars into the videos "
+                        "beside them, replacing the videos"));
     using Tool = VideoWriteResult (*)(const IKImageItem&, const StorageContext&, OutputBatch&);
     const std::pair<const char*, Tool> copies[] = {
         {QT_TR_NOOP("Copy Recorded Date to File Dates"), ::ClickCopyExifDateToCreateDateAction},
@@ -156,6 +160,7 @@ void AppDelegate::setupBatchActions() {
                      const BatchProgress& p) {
                   return ReloadMetaDataPlistAction(plist, items, storageContext(), batch, p);
               });
+    setupXmpSheet();
 }
 
 void AppDelegate::ShowRenameWindowAction(QObject* sender) {

@@ -86,6 +86,8 @@ void AppDelegate::setupToolbar() {
             &AppDelegate::ShowMediaListAction);
 
     for (const Spec& s : specs) {
+        // The XMP sheet's two buttons live in the sheet (setupXmpSheet).
+        if (*s.field == writeXmpBtn || *s.field == CancelXmpBtn) continue;
         if (*s.field == addMediaBtn) m_window->addToolbarSeparator();
         if (*s.field == SaveMediaChangesBtn) m_window->addToolbarSeparator();
         if (*s.field == editApplyBtn) m_window->addToolbarSeparator();
@@ -253,8 +255,10 @@ void AppDelegate::MybuttonMouseDownHandle(QObject* sender) {
     if (sender == changeMutiPhotoDateBtn)
         return popUpMenu(changeMutiPhotoDateMenu, changeMutiPhotoDateBtn),
                dispatched("changeMutiPhotoDateMenu");
-    if (sender == writeXmpBtn) return dispatched("BatchWriteXMPFileToVideoAction");
-    if (sender == CancelXmpBtn) return dispatched("CanelXMPMetadataToPhotosAction");
+    if (sender == writeXmpBtn)
+        return BatchWriteXMPFileToVideoAction(sender), dispatched("BatchWriteXMPFileToVideoAction");
+    if (sender == CancelXmpBtn)
+        return CanelXMPMetadataToPhotosAction(sender), dispatched("CanelXMPMetadataToPhotosAction");
     // Any other sender is ignored.
 }
 
