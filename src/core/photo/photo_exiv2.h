@@ -26,6 +26,12 @@ void ensureInitialised();
 // Our name of an Exiv2 image type ("jpeg", "png", "tiff", "webp", "heif", ...).
 QString typeName(int imageType);
 
+// A HEIC or AVIF among Exiv2's base-media types (not a CR3): our item
+// rewriter writes these.
+inline bool isHeifMime(const std::string& mime) {
+    return mime == "image/heif" || mime == "image/heic" || mime == "image/avif";
+}
+
 // The dictionary's name of an IPTC dataset and back; "" when it has none.
 QString iptcDictionaryName(const std::string& exiv2Name);
 std::string iptcExiv2Name(const QString& dictionaryName);

@@ -1,7 +1,7 @@
 // Writing a dictionary edit into a copy of a photo through Exiv2: the
 // source's bytes are opened in memory, the metadata changed and written
 // there, and the result saved to the target. The picture data are copied
-// by Exiv2 as they are.
+// by Exiv2 as they are; HEIC and AVIF through our own item rewriter.
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDate>
@@ -12,6 +12,8 @@
 #include <cmath>
 
 #include "core/common/logging.h"
+#include "core/photo/heif_items.h"
+#include "core/photo/heif_rewriter.h"
 #include "core/photo/photo_exiv2.h"
 #include "core/photo/photo_png_text.h"
 
@@ -215,7 +217,8 @@ void applyEdit(Exiv2::Image& image, const PropertyEdit& edit) {
         eraseXmpIf(image.xmpData(),
                    [](const std::string& k) { return k.rfind("Xmp.exif.GPS", 0) == 0; });
     }
-    const bool iptcAllowed = image.imageType() != Exiv2::ImageType::webp;
+    const bool iptcAllowed =
+        image.imageType() != Exiv2::ImageType::webp && image.imageType() != Exiv2::ImageType::bmff;
     Exiv2::ExifData& exif = image.exifData();
     for (auto group = edit.values.cbegin(); group != edit.values.cend(); ++group) {
         for (auto it = group.value().cbegin(); it != group.value().cend(); ++it) {
@@ -258,6 +261,34 @@ QByteArray contentsOf(Exiv2::BasicIo& io) {
     return QByteArray(reinterpret_cast<const char*>(data.pData_), data.size_);
 }
 
+// HEIC and AVIF: Exiv2 makes the new Exif and XMP, our item rewriter puts
+// them into the file (Exiv2 cannot write these files itself).
+bool heifContents(Exiv2::Image& image, const QByteArray& source, const PropertyEdit& edit,
+                  QByteArray& written, QString* reason) {
+    Heif::MetadataEdit items;
+    QByteArray tiff = Heif::primaryExifTiff(source);
+    if (image.exifData().empty()) {
+        items.exifTiff = QByteArray();
+    } else {
+        const Exiv2::ByteOrder order =
+            tiff.startsWith("MM") ? Exiv2::bigEndian : Exiv2::littleEndian;
+        Exiv2::Blob blob;
+        const Exiv2::WriteMethod method =
+            Exiv2::ExifParser::encode(blob, reinterpret_cast<const Exiv2::byte*>(tiff.data()),
+                                      uint32_t(tiff.size()), order, image.exifData());
+        if (method == Exiv2::wmIntrusive || tiff.isEmpty())
+            tiff = QByteArray(reinterpret_cast<const char*>(blob.data()), qsizetype(blob.size()));
+        items.exifTiff = tiff;
+    }
+    if (edit.removeXmp || edit.removeXmpGps || edit.values.contains(PhotoGroup::IPTC)) {
+        std::string packet;
+        if (!image.xmpData().empty() && Exiv2::XmpParser::encode(packet, image.xmpData()) != 0)
+            throw Exiv2::Error(Exiv2::kerErrorMessage, "XMP not encoded");
+        items.xmp = QByteArray::fromStdString(packet);
+    }
+    return Heif::rewriteMetadata(source, items, written, reason);
+}
+
 }  // namespace
 
 PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& target,
@@ -269,15 +300,22 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
             reinterpret_cast<const Exiv2::byte*>(source.constData()), long(source.size()));
         image->readMetadata();
         const int type = image->imageType();
-        if (type == Exiv2::ImageType::bmff)
-            return {PhotoWriteStatus::CannotWriteType,
-                    tr("HEIC and AVIF photos cannot be written yet.")};
         const Exiv2::AccessMode mode = Exiv2::ImageFactory::checkMode(type, Exiv2::mdExif);
-        if (mode != Exiv2::amReadWrite && mode != Exiv2::amWrite)
+        const bool heif = type == Exiv2::ImageType::bmff && isHeifMime(image->mimeType());
+        if (!heif && mode != Exiv2::amReadWrite && mode != Exiv2::amWrite)
             return {PhotoWriteStatus::CannotWriteType, tr("This kind of photo cannot be written.")};
         applyEdit(*image, edit);
-        image->writeMetadata();
-        written = contentsOf(image->io());
+        if (heif) {
+            QString reason;
+            if (!heifContents(*image, source, edit, written, &reason)) {
+                qCInfo(lcTagsmith).noquote()
+                    << "HEIF photo not written ==" << target << "==" << reason;
+                return {PhotoWriteStatus::Failed, reason};
+            }
+        } else {
+            image->writeMetadata();
+            written = contentsOf(image->io());
+        }
         if (type == Exiv2::ImageType::tiff && pageCount(written) != pageCount(source)) {
             qCWarning(lcTagsmith) << "TIFF pages lost in writing, not written ==" << target;
             return {PhotoWriteStatus::Failed,
