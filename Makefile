@@ -28,7 +28,8 @@ test: build fuzz-smoke
 # (clang with libFuzzer, AddressSanitizer and UBSan; only the fuzz targets are built).
 fuzz-smoke: deps
 	cmake --preset fuzz -DTAGSMITH_WERROR=$(WERROR) >/dev/null
-	cmake --build build/fuzz -j $(JOBS) --target fuzz_bmff_reader fuzz_movie_rewriter fuzz_caf_reader fuzz_id3_reader fuzz_heif_rewriter
+	cmake --build build/fuzz -j $(JOBS) --target fuzz_bmff_reader fuzz_movie_rewriter fuzz_caf_reader fuzz_id3_reader \
+	  fuzz_photo_properties fuzz_exif_segment fuzz_heif_rewriter
 	cd build/fuzz && ctest -j $(JOBS) --output-on-failure -R '^fuzz_'
 
 test-long: build
@@ -38,6 +39,8 @@ bench: build
 	bench/import --cli $(BUILD_DIR)/src/tagsmith-cli
 	bench/video-write --driver $(BUILD_DIR)/bench/tagsmith-rewrite-bench --cli $(BUILD_DIR)/src/tagsmith-cli
 	bench/audio-write --cli $(BUILD_DIR)/src/tagsmith-cli
+	bench/photo-write --cli $(BUILD_DIR)/src/tagsmith-cli
+	bench/video-tools --cli $(BUILD_DIR)/src/tagsmith-cli
 
 clean:
 	rm -rf build

@@ -17,6 +17,7 @@
 #include "app/import_thread.h"
 #include "core/app/user_defaults.h"
 #include "core/common/logging.h"
+#include "core/photo/photo_writers.h"
 #include "core/video/video_writers.h"
 #include "ui/audio/audio_panel.h"
 #include "ui/library/media_table_model.h"
@@ -35,7 +36,8 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
     : QObject(parent),
       m_settings(settings),
       m_panelBaseline(std::make_unique<VideoEditorState>()),
-      m_audioBaseline(std::make_unique<AudioEditorState>()) {
+      m_audioBaseline(std::make_unique<AudioEditorState>()),
+      m_photoBaseline(std::make_unique<PhotoEditorState>()) {
     setObjectName(QStringLiteral("AppDelegate"));
     // The buttons and drop views tell the controller about themselves through
     // signals; they are connected as each view is made (awakeFromNib).
@@ -65,6 +67,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
 
 AppDelegate::~AppDelegate() {
     stopImports();
+    cancelVideoTools();
     waitForVideoJobs();
     delete m_window;
     if (g_appDelegate == this) g_appDelegate = nullptr;
@@ -149,7 +152,10 @@ void AppDelegate::awakeFromNib() {
     setupPreferences();
     setupAboutWindow();
     setupVideoActions();
+    setupVideoToolActions();
     setupAudioActions();
+    setupPhotoActions();
+    setupBatchActions();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

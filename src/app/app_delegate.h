@@ -23,12 +23,18 @@ class QDialog;
 class QLabel;
 class QLineEdit;
 class QAbstractButton;
+class QAction;
 class QMenu;
 class QMessageBox;
 class QPushButton;
 class QSettings;
 class QWidget;
 class AudioPanel;
+class GpsWindow;
+class PhotoBrowserView;
+class PhotoDateWindow;
+class PhotoMapWindow;
+class PhotoPanel;
 class BusyIndicator;
 class ColorWell;
 class ImportThread;
@@ -39,11 +45,19 @@ class PreferencesWindow;
 class ToolbarButton;
 class VideoMetaView;
 struct AudioEditorState;
+struct PhotoEditorState;
+struct PhotoWriteOutcome;
+enum class PhotoMode;
+enum class PhotoRemoval;
 struct StorageContext;
 struct VideoEditorState;
 struct VideoWriteJob;
 struct VideoWriteResult;
 class OutputBatch;
+class QAction;
+struct RenameStep;
+enum class VideoTool;
+struct VideoToolJob;
 
 // The one controller of the program: it owns the main window, every view and
 // panel, the media list and the settings, and carries out every action.
@@ -56,6 +70,10 @@ class OutputBatch;
 //   app_delegate_toolbar.cpp  toolbar dispatcher, quitting, help, busy indicator
 //   app_delegate_video.cpp    the video panel, saving, metadata removal, video tools
 //   app_delegate_audio.cpp    the audio panel, saving and metadata removal of audio files
+//   app_delegate_photo.cpp    photo mode: its lists, adding photos, the photo panel,
+//                             the apply and the removal actions
+//   app_delegate_photo_windows.cpp the date, GPS and map windows of photo mode
+//   app_delegate_batch.cpp    rename, batch dates, property-list export and import
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -115,6 +133,22 @@ public:
     void ClickSetVideoDateFromFileNameAction(QObject* sender);
     // Waits until every started export has finished (tests, quitting).
     void waitForVideoJobs();
+
+    // --- the jobs of the Video Tools menu (app_delegate_tools.cpp) ---
+    // Each takes the menu item whose title chooses the variant.
+    void ConvertSelectedMediaFileFormatAction(QObject* sender);
+    void CompressSelectedMediaFileAction(QObject* sender);
+    void ExtractSelectedMediaFileAction(QObject* sender);
+    void removeSoundFromMediaFileFormatAction(QObject* sender);
+    void ConvertSelectedMediaFileToGIFAction(QObject* sender);
+    void SpeedSelectedMediaFileFormatAction(QObject* sender);
+    void SlowDownVideoMediaFileFormatAction(QObject* sender);
+    void ExtractImagesSelectedMediaFileAction(QObject* sender);
+    // The hook run on the main thread when a batch of these jobs has ended.
+    void BatchVideosItemCompleteToMainThread(QObject* sender);
+    bool videoToolsRunning() const;
+    // Asks every running job to stop; their partial files are removed.
+    void cancelVideoTools();
     // Alerts are logged instead of shown (tests).
     void setQuietAlerts(bool quiet) { m_quietAlerts = quiet; }
 
@@ -123,6 +157,48 @@ public:
     void ShowAudioViewWithItem(const IKImageItemPtr& item);
     // The panel's texts with the remembered values and the group flags.
     AudioEditorState audioEditorState() const;
+
+    // --- photo mode ---
+    // The three views of the list: videos and audio in the table, the
+    // list's photos in `localImageBrowserView`, the camera's photos.
+    void ShowMediaListAction(QObject* sender);
+    void ChangeToImportComputerPhoto(QObject* sender);
+    void ChangeToImportiOSDevicePhoto(QObject* sender);
+    bool photoMode() const;
+    // The photo open panel (files and folders) and the drops on the photo view.
+    void ClickImportLocalPhotosAction(QObject* sender);
+    void importPhotoItemsThreader(const QStringList& paths);
+    bool photoViewValidateDrop(const QStringList& paths) const;
+    bool photoViewAcceptDrop(const QStringList& paths);
+    // Shows the first selected photo of the active browser.
+    void imageBrowserSelectionDidChange(QObject* browser);
+    void ShowPhotoViewWithItem(const IKImageItemPtr& item);
+    // The panel's and the GPS window's texts with the remembered values and flags.
+    PhotoEditorState photoEditorState() const;
+    // The selected records of the active browser, in the list's order.
+    IKImageItemList selectedPhotoItems() const;
+    IKImageItemPtr shownPhoto() const { return m_shownPhoto; }
+    void ClickApplyChangeAction(QObject* sender);
+    void ShowChangeDateWindowAction(QObject* sender);
+    void ClickDateChangedSaveAction(QObject* sender);
+    void EditeGPSExifDataPhoto(QObject* sender);
+    void AddGPSExifDataPhoto(QObject* sender);
+    void PreviewCurrentGPSInMap(QObject* sender);
+    void ClickSaveChangeGPSAction(QObject* sender);
+    void ClickCancleSaveGPSAction(QObject* sender);
+    void ShowMapAction(QObject* sender);
+    void RemoveIPTCDataFromPhoto(QObject* sender);
+    void RemoveExifDataFromPhoto(QObject* sender);
+    void RemoveGPSDataFromPhoto(QObject* sender);
+    void DeleteExifAndGPSData(QObject* sender);
+    void DeleteAllPhotoMetadataData(QObject* sender);
+    // --- batch tools ---
+    // The rename dialog, with the new names shown before anything moves.
+    void ShowRenameWindowAction(QObject* sender);
+    // Puts the files of the last rename back under their old names.
+    void UndoRenameAction(QObject* sender);
+    // The batch date dialog: a fixed (stepped) date or a shift.
+    void EditvideofileDateInfoAction(QObject* sender);
 
     // --- what the user sees: selection, unsaved edits, quitting ---
     // The records the commands act on: those on the highlighted rows, in the
@@ -190,6 +266,10 @@ public:
     IKImageItemList cameItemArray;
     IKImageItemList localPhotoItemArray;
     QStringList mCameras;
+    QString currentFileName;
+    double currentCoords[2] = {0.0, 0.0};
+    bool bMapPreview = false;
+    bool bAddGPS = false;
     // One direction flag per column (Name, Size, Time, Type, Artist, Album, Date).
     std::array<bool, kMediaColumnCount> columnSortFlags{};
 
@@ -210,6 +290,12 @@ public:
     QWidget* leftTipCameraImageView = nullptr;
     VideoMetaView* videoMetaView = nullptr;
     AudioPanel* audioContentView = nullptr;
+    PhotoPanel* photoContentView = nullptr;
+    PhotoBrowserView* localImageBrowserView = nullptr;
+    PhotoBrowserView* imageBrowserView = nullptr;
+    PhotoDateWindow* changeDateWindow = nullptr;
+    GpsWindow* changeGPSWindow = nullptr;
+    PhotoMapWindow* mapWindow = nullptr;
     BusyIndicator* progressIndicator = nullptr;
     PreferencesWindow* preferencesWindow = nullptr;
     QDialog* aboutWindow = nullptr;
@@ -230,7 +316,7 @@ public:
                   *editApplyBtn = nullptr, *starteditBtn = nullptr, *localeditexifBtn = nullptr,
                   *changePhotoDateBtn = nullptr, *changeMutiPhotoDateBtn = nullptr,
                   *writeXmpBtn = nullptr, *CancelXmpBtn = nullptr;
-    ToolbarButton *addMediaBtn = nullptr, *removeMediaBtn = nullptr;
+    ToolbarButton *addMediaBtn = nullptr, *removeMediaBtn = nullptr, *mediaListBtn = nullptr;
 
     QMenu *editExifMenu = nullptr, *removeExifMenu = nullptr, *importPhotoMenu = nullptr,
           *extractMetaMenu = nullptr, *videoBatchEditMenu = nullptr, *importandExportMenu = nullptr,
@@ -241,6 +327,7 @@ private:
     void appendImportedItem(const IKImageItemPtr& item);
     void noteFolderImported(const QString& parent);
     void importThreadFinished(ImportThread* thread);
+    void startImport(const QStringList& paths, bool photos);
     void showListOrHint();
     void setupToolbar();
     void setupMenus();
@@ -265,6 +352,7 @@ private:
     bool audioPanelShown() const;
     void setupAudioActions();
     void setupVideoActions();
+    void setupBatchActions();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,
@@ -280,6 +368,36 @@ private:
         const std::function<VideoWriteJob(const IKImageItem&, const StorageContext&)>& job,
         const QString& skipReason);
     void showNothingSelected();
+    void setupVideoToolActions();
+    void startVideoTool(VideoTool tool, QObject* sender);
+    void showVideoToolProgress();
+
+    // Photo mode.
+    enum class ViewMode { Media, LocalPhotos, CameraPhotos };
+    void setupPhotoActions();
+    void setupPhotoWindows();
+    void applyViewMode(ViewMode mode);
+    void reloadPhotoBrowsers();
+    IKImageItemList mediaListItems() const;
+    PhotoBrowserView* activeBrowser() const;
+    PhotoMode photoSourceMode() const;
+    QString photoSourcePath(const IKImageItem& item) const;
+    void answerLeavingEditedPhoto();
+    // Asks about the shown photo's unsaved edits (applying them on Save);
+    // false when the user cancelled.
+    bool mayLeaveShownPhoto();
+    bool photoEditsUnsaved() const;
+    void markPhotoSaved();
+    void applyPhotoEdits(const IKImageItemList& items);
+    // One write per photo on the export pool, each told in the status bar.
+    using PhotoWrite = std::function<VideoWriteResult(const IKImageItem&, PhotoMode,
+                                                      const StorageContext&, OutputBatch&)>;
+    void runPhotoWrites(const IKImageItemList& items, const PhotoWrite& write);
+    void removePhotoGroups(PhotoRemoval action);
+    void removePhotosFromList();
+    // A sheet with one " Ok " button (answered through `ask`).
+    void showPhotoSheet(const QString& title, const QString& text);
+    void fillGpsWindow(const PhotoEditorState& state);
 
     QSettings& m_settings;
     MainWindow* m_window = nullptr;
@@ -288,12 +406,20 @@ private:
     bool m_launched = false;
     bool m_quietAlerts = false;
     QThreadPool m_exportPool;
+    QThreadPool m_toolPool;
+    QList<std::shared_ptr<VideoToolJob>> m_toolJobs;
     QuestionAnswerer m_answerer;
     // The record the panel shows, and the panel's texts when it was filled
     // or last saved: what differs from them is unsaved.
     IKImageItemPtr m_shownItem;
+    std::shared_ptr<QList<RenameStep>> m_lastRename;  // the last rename's moves
+    QAction* m_undoRename = nullptr;
     std::unique_ptr<VideoEditorState> m_panelBaseline;
     std::unique_ptr<AudioEditorState> m_audioBaseline;
+    ViewMode m_viewMode = ViewMode::Media;
+    IKImageItemPtr m_shownPhoto;
+    std::unique_ptr<PhotoEditorState> m_photoBaseline;
+    QList<QAction*> m_photoRemovalActions;
     IKImageItemList m_lastSelection;
     bool m_restoringSelection = false;
     bool m_leavePending = false;

@@ -14,6 +14,7 @@
 #include "ui/library/media_open_dialog.h"
 #include "ui/library/media_table_model.h"
 #include "ui/library/pr_drag_table_view.h"
+#include "ui/photo/photo_browser.h"
 #include "ui/shell/main_window.h"
 #include "ui/video/video_meta_view.h"
 
@@ -22,6 +23,7 @@ const char* const kImportMessage = "Please select videos or auidos to import.";
 }
 
 void AppDelegate::AddMediaFileAction(QObject* sender) {
+    if (photoMode()) return ClickImportLocalPhotosAction(sender);
     ClickImportPhotosAction(sender);
 }
 
@@ -65,12 +67,18 @@ void AppDelegate::openPanelDidEnd(int returnCode, const QStringList& paths) {
         localPhotoItemArray.append(item);
         LoadImportedMediasonMainThread();
     }
+    // The list's own photos are shown rather than the camera's.
+    if (m_viewMode == ViewMode::CameraPhotos) applyViewMode(ViewMode::LocalPhotos);
     blocalMode = true;
     ensureFolder(storagelocation);
 }
 
 void AppDelegate::importMediaItemsThreader(const QStringList& paths) {
-    auto* thread = new ImportThread(paths, this);
+    startImport(paths, false);
+}
+
+void AppDelegate::startImport(const QStringList& paths, bool photos) {
+    auto* thread = new ImportThread(paths, this, photos);
     m_importThreads.append(thread);
     connect(thread, &QThread::finished, this, [this, thread] { importThreadFinished(thread); });
     startProgreess();
@@ -115,16 +123,32 @@ void AppDelegate::LoadImportedMediasonMainThread() {
     const IKImageItemPtr current =
         mediaController->itemAt(dragtableView->selectionModel()->currentIndex().row());
     mediaController->removeAllObjects();
-    mediaController->setContent(localPhotoItemArray);
+    mediaController->setContent(mediaListItems());
     selectItems(highlighted, current);
+    reloadPhotoBrowsers();
     dragtableView->horizontalHeader()->setSortIndicatorShown(false);
     showListOrHint();
     dragtableView->viewport()->update();
 }
 
 void AppDelegate::showListOrHint() {
-    m_window->showList(!localPhotoItemArray.isEmpty());
-    m_window->setItemCount(int(localPhotoItemArray.size()));
+    using Page = MainWindow::LeftPage;
+    int count = 0;
+    switch (m_viewMode) {
+        case ViewMode::Media:
+            count = mediaController->rowCount();
+            m_window->showList(count > 0);
+            break;
+        case ViewMode::LocalPhotos:
+            count = localImageBrowserView->model()->rowCount();
+            m_window->showLeftPage(count > 0 ? Page::Photos : Page::PhotoHint);
+            break;
+        case ViewMode::CameraPhotos:
+            count = int(cameItemArray.size());
+            m_window->showLeftPage(count > 0 ? Page::CameraPhotos : Page::CameraHint);
+            break;
+    }
+    m_window->setItemCount(count);
 }
 
 int AppDelegate::numberOfRowsInTableView() const {
@@ -194,6 +218,7 @@ QList<int> AppDelegate::selectedContentRows() const {
 }
 
 void AppDelegate::RemoveMediaFileAction(QObject*) {
+    if (photoMode()) return removePhotosFromList();
     const IKImageItemList doomed = selectedItems();
     if (doomed.isEmpty()) return;
     // Unsaved edits of a removed record are saved or dropped as the user says.
@@ -206,7 +231,7 @@ void AppDelegate::RemoveMediaFileAction(QObject*) {
         localPhotoItemArray.removeOne(item);
         qCInfo(lcTagsmith) << "removed from the list ==" << item->filePath;
     }
-    mediaController->setContent(localPhotoItemArray);
+    mediaController->setContent(mediaListItems());
     showListOrHint();
     dragtableView->viewport()->update();
     // Both panels are cleared, so none goes on showing a removed record.

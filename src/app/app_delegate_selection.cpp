@@ -67,9 +67,11 @@ IKImageItemList AppDelegate::selectedItems() const {
     if (!classicBehaviour) return highlightedItems();
     // Classic: the row numbers are taken against the list in import order,
     // whatever order the table shows.
+    // (The table lists the list's videos and audio; photos are in the browser.)
+    const IKImageItemList listed = mediaListItems();
     IKImageItemList items;
     for (int row : selectedContentRows()) {
-        if (row >= 0 && row < localPhotoItemArray.size()) items << localPhotoItemArray.at(row);
+        if (row >= 0 && row < listed.size()) items << listed.at(row);
     }
     return items;
 }
@@ -174,6 +176,7 @@ void AppDelegate::markPanelSaved() {
 }
 
 bool AppDelegate::hasUnsavedEdits() const {
+    if (photoEditsUnsaved()) return true;
     if (!m_shownItem || m_shownItem->filePath.isEmpty()) return false;
     if (audioPanelShown()) return !sameEdits(audioContentView->editorState(), *m_audioBaseline);
     if (videoMetaView->isHidden()) return false;
@@ -201,8 +204,9 @@ QAbstractButton* AppDelegate::ask(QMessageBox& question) {
 AppDelegate::UnsavedAnswer AppDelegate::askAboutUnsavedEdits() {
     QMessageBox question(m_window);
     question.setIcon(QMessageBox::Warning);
+    const IKImageItemPtr shown = photoEditsUnsaved() ? m_shownPhoto : m_shownItem;
     question.setText(tr("Do you want to save the changes you made to \"%1\"?")
-                         .arg(m_shownItem ? m_shownItem->fileName : QString()));
+                         .arg(shown ? shown->fileName : QString()));
     question.setInformativeText(tr("Your changes will be lost if you don't save them."));
     QPushButton* save = question.addButton(tr(" Save "), QMessageBox::AcceptRole);
     QPushButton* discard = question.addButton(tr(" Discard "), QMessageBox::DestructiveRole);
@@ -222,23 +226,31 @@ bool AppDelegate::confirmQuit(bool fromMenu) {
                 return false;
             case UnsavedAnswer::Save:
                 // The export runs on; quitting waits for it.
-                saveEdits({m_shownItem});
+                if (photoEditsUnsaved())
+                    applyPhotoEdits({m_shownPhoto});
+                else
+                    saveEdits({m_shownItem});
                 return true;
             case UnsavedAnswer::Discard:
                 return true;
         }
     }
-    if (importRunning() || exportRunning()) {
+    const bool tools = videoToolsRunning();
+    if (importRunning() || exportRunning() || tools) {
         QMessageBox question(m_window);
         question.setIcon(QMessageBox::Warning);
         question.setText(tr("Files are still being imported or written."));
         question.setInformativeText(
-            tr("Exiting stops the imports; files being written are finished first."));
+            tools ? tr("Exiting stops the imports and the video tools, whose unfinished files "
+                       "are removed; other files being written are finished first.")
+                  : tr("Exiting stops the imports; files being written are finished first."));
         QPushButton* exit = question.addButton(tr(" Exit "), QMessageBox::AcceptRole);
         QPushButton* cancel = question.addButton(tr("Cancel"), QMessageBox::RejectRole);
         question.setDefaultButton(cancel);
         question.setEscapeButton(cancel);
-        return ask(question) == exit;
+        const bool leave = ask(question) == exit;
+        if (leave) cancelVideoTools();
+        return leave;
     }
     if (!fromMenu) return true;
     QPushButton* exitButton = nullptr;

@@ -38,15 +38,18 @@ void AppDelegate::setupToolbar() {
     // Buttons whose work comes later exist (the dispatcher knows them) but
     // are disabled; the ones of other modes are kept off the toolbar.
     const Spec specs[] = {
+        {&mediaListBtn, "mediaListBtn", "video-file", "Media", true, true},
         {&localphotoBtn, "localphotoBtn", "computer", "Computer", true, true},
-        {&cameraphotoBtn, "cameraphotoBtn", "camera", "Camera", true, false},
+        {&cameraphotoBtn, "cameraphotoBtn", "camera", "Camera", true, true},
         {&addMediaBtn, "addMediaBtn", "add", "Add", true, true},
         {&removeMediaBtn, "removeMediaBtn", "remove", "Remove", true, true},
         {&SaveMediaChangesBtn, "SaveMediaChangesBtn", "save", "Save", true, false},
         {&videoBatchEditBtn, "videoBatchEditBtn", "batch", "Video Tools", true, true},
         {&importandExportBtn, "importandExportBtn", "import-export", "Import/Export", true, true},
         {&remoMetaDataLocalBtn, "remoMetaDataLocalBtn", "erase", "Remove Metadata", true, true},
-        {&editMetaDataLocalBtn, "editMetaDataLocalBtn", "edit", "Edit", false, false},
+        {&editApplyBtn, "editApplyBtn", "save", "Apply", false, true},
+        {&editMetaDataLocalBtn, "editMetaDataLocalBtn", "edit", "Edit", false, true},
+        {&changePhotoDateBtn, "changePhotoDateBtn", "batch", "Date", false, true},
         {&extractMetaBtn, "extractMetaBtn", "import-export", "Extract", false, false},
         {&importPhotobtn, "importPhotobtn", "add", "Import Photos", false, false},
         {&opendeviceBtn, "opendeviceBtn", "camera", "Open Device", false, false},
@@ -57,10 +60,8 @@ void AppDelegate::setupToolbar() {
         {&removeExifBtn, "removeExifBtn", "erase", "Remove EXIF", false, false},
         {&editBackBtn, "editBackBtn", "computer", "Back", false, false},
         {&editTemplateBtn, "editTemplateBtn", "import-export", "Template", false, false},
-        {&editApplyBtn, "editApplyBtn", "save", "Apply", false, false},
         {&starteditBtn, "starteditBtn", "edit", "Edit", false, false},
         {&localeditexifBtn, "localeditexifBtn", "edit", "Edit EXIF", false, false},
-        {&changePhotoDateBtn, "changePhotoDateBtn", "batch", "Date", false, false},
         {&changeMutiPhotoDateBtn, "changeMutiPhotoDateBtn", "batch", "Dates", false, false},
         {&writeXmpBtn, "writeXmpBtn", "save", "Write XMP", false, false},
         {&CancelXmpBtn, "CancelXmpBtn", "remove", "Cancel XMP", false, false},
@@ -74,22 +75,29 @@ void AppDelegate::setupToolbar() {
                 &AppDelegate::PRbuttonMouseEnteredHandle);
         connect(button, &ToolbarButton::PRbuttonMouseExited, this,
                 &AppDelegate::PRbuttonMouseExitedHandle);
-        if (button == addMediaBtn || button == removeMediaBtn) continue;
+        if (button == addMediaBtn || button == removeMediaBtn || button == mediaListBtn) continue;
         connect(button, &ToolbarButton::MybuttonMouseDown, this,
                 &AppDelegate::MybuttonMouseDownHandle);
     }
     connect(addMediaBtn, &ToolbarButton::MybuttonMouseDown, this, &AppDelegate::AddMediaFileAction);
     connect(removeMediaBtn, &ToolbarButton::MybuttonMouseDown, this,
             &AppDelegate::RemoveMediaFileAction);
+    connect(mediaListBtn, &ToolbarButton::MybuttonMouseDown, this,
+            &AppDelegate::ShowMediaListAction);
 
     for (const Spec& s : specs) {
         if (*s.field == addMediaBtn) m_window->addToolbarSeparator();
         if (*s.field == SaveMediaChangesBtn) m_window->addToolbarSeparator();
-        if (*s.field == editMetaDataLocalBtn) m_window->addToolbarStretch();
+        if (*s.field == editApplyBtn) m_window->addToolbarSeparator();
+        if (*s.field == extractMetaBtn) m_window->addToolbarStretch();
         m_window->addToolbarButton(*s.field, s.visible);
     }
-    localphotoBtn->setCheckable(true);
-    localphotoBtn->setChecked(true);
+    // The three views of the list, one of them on.
+    for (ToolbarButton* b : {mediaListBtn, localphotoBtn, cameraphotoBtn}) b->setCheckable(true);
+    mediaListBtn->setChecked(true);
+    mediaListBtn->setToolTip(tr("Videos and audio files of the list"));
+    localphotoBtn->setToolTip(tr("Photos of the list"));
+    cameraphotoBtn->setToolTip(tr("Photos of a connected camera"));
 }
 
 void AppDelegate::setupMenus() {
@@ -98,7 +106,8 @@ void AppDelegate::setupMenus() {
         field->setObjectName(QString::fromLatin1(name));
         for (const char* text : items) field->addAction(tr(text))->setEnabled(false);
     };
-    menu(editExifMenu, "editExifMenu", {"Edit Metadata", "Edit GPS"});
+    menu(editExifMenu, "editExifMenu",
+         {"Apply Changes", "Edit GPS...", "Add GPS...", "Show on Map..."});
     menu(removeExifMenu, "removeExifMenu",
          {"Remove Metadata of Selected Files", "Remove Metadata of All Files"});
     menu(importPhotoMenu, "importPhotoMenu", {"Import Photos", "Import Folder"});
@@ -108,7 +117,7 @@ void AppDelegate::setupMenus() {
           "Remove Audio"});
     menu(importandExportMenu, "importandExportMenu",
          {"Export Metadata", "Import Metadata", "Export Template"});
-    menu(changePhotoDateMenu, "changePhotoDateMenu", {"Change Date"});
+    menu(changePhotoDateMenu, "changePhotoDateMenu", {"Change Date..."});
     menu(changeMutiPhotoDateMenu, "changeMutiPhotoDateMenu", {"Change Dates"});
     // The metadata removal commands are listed, waiting for their writers.
     const QList<QAction*> removal = removeExifMenu->actions();
@@ -133,13 +142,21 @@ void AppDelegate::setupMenus() {
                     [this] { RemoveMediaFileAction(nullptr); });
     // The toolbar's Save and Remove Metadata, also here with their shortcuts.
     file->addSeparator();
-    QAction* save = file->addAction(tr("Save"), QKeySequence::Save, this,
-                                    [this] { MybuttonMouseDownHandle(SaveMediaChangesBtn); });
+    QAction* save = file->addAction(tr("Save"), QKeySequence::Save, this, [this] {
+        MybuttonMouseDownHandle(photoMode() ? editApplyBtn : SaveMediaChangesBtn);
+    });
     save->setObjectName(QStringLiteral("saveMenuAction"));
     removeExifMenu->setTitle(tr("Remove Metadata"));
     file->addMenu(removeExifMenu);
     removal.at(0)->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete));
     QMenu* view = bar->addMenu(tr("&View"));
+    view->addAction(tr("Videos and Audio"), QKeySequence(Qt::CTRL | Qt::Key_1), this,
+                    [this] { ShowMediaListAction(nullptr); });
+    view->addAction(tr("Photos"), QKeySequence(Qt::CTRL | Qt::Key_2), this,
+                    [this] { ChangeToImportComputerPhoto(nullptr); });
+    view->addAction(tr("Camera"), QKeySequence(Qt::CTRL | Qt::Key_3), this,
+                    [this] { ChangeToImportiOSDevicePhoto(nullptr); });
+    view->addSeparator();
     QAction* activity = m_window->activityDock()->toggleViewAction();
     activity->setText(tr("Activity"));
     view->addAction(activity);
@@ -208,14 +225,14 @@ void AppDelegate::MybuttonMouseDownHandle(QObject* sender) {
     if (sender == importandExportBtn)
         return popUpMenu(importandExportMenu, importandExportBtn),
                dispatched("importandExportMenu");
-    if (sender == cameraphotoBtn) return dispatched("ChangeToImportiOSDevicePhoto");
-    if (sender == localphotoBtn) {
-        localphotoBtn->setChecked(true);
-        return dispatched("ChangeToImportComputerPhoto");
-    }
+    if (sender == cameraphotoBtn)
+        return ChangeToImportiOSDevicePhoto(sender), dispatched("ChangeToImportiOSDevicePhoto");
+    if (sender == localphotoBtn)
+        return ChangeToImportComputerPhoto(sender), dispatched("ChangeToImportComputerPhoto");
     if (sender == editBackBtn) return dispatched("HideEditViewAction");
     if (sender == editTemplateBtn) return dispatched("ExportTemplateDataToPlist");
-    if (sender == editApplyBtn) return dispatched("ClickApplyChangeAction");
+    if (sender == editApplyBtn)
+        return ClickApplyChangeAction(sender), dispatched("ClickApplyChangeAction");
     if (sender == starteditBtn) return dispatched("StartEditViewAction");
     if (sender == localeditexifBtn) return dispatched("StartEditViewAction");
     if (sender == changePhotoDateBtn)

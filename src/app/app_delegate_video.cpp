@@ -90,6 +90,7 @@ void AppDelegate::reportWrite(const VideoWriteResult& result) {
 
 void AppDelegate::waitForVideoJobs() {
     m_exportPool.waitForDone();
+    m_toolPool.waitForDone();
 }
 
 void AppDelegate::SaveMeidaFileChangesAction(QObject*) {

@@ -4,8 +4,8 @@
 
 #include "app/app_delegate.h"
 
-ImportThread::ImportThread(const QStringList& paths, AppDelegate* delegate)
-    : m_paths(paths), m_delegate(delegate), m_importer(*this) {
+ImportThread::ImportThread(const QStringList& paths, AppDelegate* delegate, bool photos)
+    : m_paths(paths), m_delegate(delegate), m_importer(*this, photos) {
     setObjectName(QStringLiteral("importMediaItemsThreader"));
 }
 

@@ -17,7 +17,8 @@ class AppDelegate;
 class ImportThread : public QThread, private ImportSink {
     Q_OBJECT
 public:
-    ImportThread(const QStringList& paths, AppDelegate* delegate);
+    // With `photos`, image files are imported too, as photo records.
+    ImportThread(const QStringList& paths, AppDelegate* delegate, bool photos = false);
 
     // Stops after the current file; nothing more reaches the controller.
     void cancel();

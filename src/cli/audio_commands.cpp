@@ -21,19 +21,21 @@ const AudioOption kAudioOptions[] = {
     {"title", nullptr, &AudioEditorState::titlelab, false},
     {"artist", nullptr, &AudioEditorState::artistlab, false},
     {"album", nullptr, &AudioEditorState::abulmlab, false},
-    {"subtitle", "subtitle", &AudioEditorState::subtitlelab, false},
-    {"composer", "composer", &AudioEditorState::composerlab, false},
-    {"track-number", "track number (the box the window labels album artist)",
+    {"subtitle", "subtitle (audio files)", &AudioEditorState::subtitlelab, false},
+    {"composer", "composer (audio files)", &AudioEditorState::composerlab, false},
+    {"track-number", "track number (audio files: the box the window labels album artist)",
      &AudioEditorState::ablumAristlab, false},
     {"shoot-date", nullptr, &AudioEditorState::recordDatelab, true},
-    {"record-date", "record date (the same as --shoot-date for audio files)",
+    {"record-date", "record date (audio files; the same as --shoot-date)",
      &AudioEditorState::recordDatelab, true},
-    {"release-year", "release year", &AudioEditorState::releaseYearlab, true},
+    {"release-year", "release year (audio files)", &AudioEditorState::releaseYearlab, true},
     {"publisher", nullptr, &AudioEditorState::publishlab, true},
     {"copyright", nullptr, &AudioEditorState::copyrightlab, true},
-    {"band", "band", &AudioEditorState::bandlab, true},
-    {"comments", "comments", &AudioEditorState::commentslab, true},
-    {"lyrics", "lyrics (the lyricist frame or key)", &AudioEditorState::lyricslab, true},
+    {"band", "band (audio files)", &AudioEditorState::bandlab, true},
+    {"comments", "comments (audio files; photos: the Exif user comment)",
+     &AudioEditorState::commentslab, true},
+    {"lyrics", "lyrics (audio files: the lyricist frame or key)", &AudioEditorState::lyricslab,
+     true},
 };
 
 // Options of `set` no audio file takes.
@@ -50,7 +52,7 @@ void addAudioSetOptions(QCommandLineParser& parser) {
     for (const AudioOption& o : kAudioOptions) {
         if (!o.help) continue;
         parser.addOption({QLatin1String(o.name),
-                          QStringLiteral("New %1 (audio files).").arg(QLatin1String(o.help)),
+                          QStringLiteral("New %1.").arg(QLatin1String(o.help)),
                           QStringLiteral("TEXT")});
     }
     parser.addOption(

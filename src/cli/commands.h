@@ -10,5 +10,15 @@ int runCommand(const QStringList& args);
 int runInfo(const QStringList& args);
 int runSet(const QStringList& args);
 int runStrip(const QStringList& args);
+// The photo commands.
+int runTree(const QStringList& args);
+int runGps(const QStringList& args);
+int runPhotoDate(const QStringList& args);
 // The video title and date tools; -1 when `command` is none of them.
 int runVideoTool(const QString& command, const QStringList& args);
+// The batch tools (rename, set-date, shift-date, copy-date, export,
+// import); -1 when `command` is none of them.
+int runBatchTool(const QString& command, const QStringList& args);
+// The video tools (convert, compress, extract-audio, remove-audio, gif,
+// speed, slow, frames); -1 when `command` is none of them.
+int runMediaTool(const QString& command, const QStringList& args);

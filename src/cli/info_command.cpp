@@ -12,10 +12,13 @@ namespace {
 const char* const kInfoHelp =
     "Usage: tagsmith-cli info [--json] [--items] PATH...\n"
     "\n"
-    "Imports the given files and folders as the editor's list does (folders\n"
-    "recursively, files of other kinds skipped) and prints one JSON array with\n"
-    "an object per media record. Each object holds the record's non-empty\n"
-    "fields under their field names (fileName, fileSize, fileduration, ...).\n"
+    "Imports the given files and folders as the editor's list and the photo\n"
+    "view do (folders recursively, files of other kinds skipped) and prints one\n"
+    "JSON array with an object per media record. Each object holds the record's\n"
+    "non-empty fields under their field names (fileName, fileSize, fileduration,\n"
+    "...). Photos are read for their metadata only: pixel size, make, model,\n"
+    "GPS fields, title and keywords; a photo that cannot be read is still listed\n"
+    "with its file facts and the reason in fileReadProblem.\n"
     "\n"
     "  --json    the output form (the default and, for now, the only one)\n"
     "  --items   add every metadata item of each file in container order, as\n"
@@ -69,7 +72,7 @@ int runInfo(const QStringList& args) {
     }
 
     CollectingSink sink;
-    MediaImporter importer(sink);
+    MediaImporter importer(sink, true);
     importer.importMediaItemsThreader(paths);
 
     QJsonArray array;

@@ -14,14 +14,16 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(TAGSMITH_VERSION));
     QStringList args = QCoreApplication::arguments();
     args.removeFirst();
-    // Informational log lines (skipped folders, unreadable files) only with
-    // --verbose; warnings always reach stderr.
+    // Informational and debugging log lines (skipped folders, unreadable
+    // files, Exiv2's and the image readers' remarks on damaged photos) only
+    // with --verbose; our warnings always reach stderr.
     if (!args.isEmpty() &&
         (args.first() == QLatin1String("--verbose") || args.first() == QLatin1String("-v"))) {
         args.removeFirst();
     } else {
         QLoggingCategory::setFilterRules(
-            QStringLiteral("tagsmith.info=false\ntagsmith.user.info=false"));
+            QStringLiteral("tagsmith*.debug=false\ntagsmith*.info=false\n"
+                           "qt.gui.imageio*.warning=false"));
     }
     // New files are not shown in a file manager from the command line.
     DesktopIntegration::setInstance(std::make_unique<RecordingDesktopIntegration>());

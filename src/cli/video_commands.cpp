@@ -1,18 +1,17 @@
 // Video commands of tagsmith-cli: the editor's save, metadata removal and
-// the title and date tools, over the same writers as the app.
+// the title and date tools, over the same writers as the app. `set` and
+// `strip` hand audio files and photos to their own writers.
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QImage>
-#include <QRegularExpression>
-#include <QSettings>
 
 #include <cstdio>
 #include <functional>
 
 #include "cli/audio_commands.h"
+#include "cli/cli_common.h"
 #include "cli/commands.h"
-#include "core/app/user_defaults.h"
-#include "core/common/file_dates.h"
+#include "cli/photo_commands.h"
 #include "core/import/media_import.h"
 #include "core/library/media_kinds.h"
 #include "core/video/video_tools.h"
@@ -42,119 +41,23 @@ const FieldOption kFieldOptions[] = {
      true},
 };
 
-// How every writing command reports, added to each --help.
-const char* const kOutputHelp =
-    "\n\n"
-    "Prints one line per file: the path of the new file, or \"skipped: REASON\" or\n"
-    "\"failed: REASON\". A file already in the storage folder is replaced only when\n"
-    "tagsmith wrote it and it has not changed since; otherwise, and for a second\n"
-    "file of the same name, the new file gets a free name (\"clip (2).mov\"). A\n"
-    "failed write leaves an unchanged copy where the command says so. Photos are\n"
-    "skipped (not supported yet). Exit status: 0 when every file was written, 1\n"
-    "when any was skipped or failed, 2 for a usage error.";
-
-QString resolveStorage(const QCommandLineParser& parser) {
-    QString folder = parser.value(QStringLiteral("storage"));
-    if (folder.isEmpty()) folder = QSettings().value(DefaultsKey::storagePath).toString();
-    if (folder.isEmpty()) folder = defaultStoragePath();
-    ensureFolder(folder);
-    return folder;
-}
-
-void addCommonOptions(QCommandLineParser& parser) {
-    parser.addHelpOption();
-    parser.addOption(
-        {QStringLiteral("storage"),
-         QStringLiteral("Folder for the new files (default: the app's storage folder)."),
-         QStringLiteral("DIR")});
-    parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("Video or audio files (photos are skipped)."),
-                                 QStringLiteral("FILE..."));
-}
-
-// Parses the command's arguments; answers -1 to go on, else the exit code.
-int parse(QCommandLineParser& parser, const QString& command, const QStringList& args) {
-    QStringList argv = args;
-    argv.prepend(QStringLiteral("tagsmith-cli ") + command);
-    if (!parser.parse(argv)) {
-        std::fprintf(stderr, "tagsmith-cli %s: %s\n", qPrintable(command),
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    QString help = parser.helpText();
-    help.replace(QRegularExpression(QStringLiteral("^Usage: \\S+")),
-                 QStringLiteral("Usage: tagsmith-cli ") + command);
-    if (parser.isSet(QStringLiteral("help"))) {
-        std::fputs(qPrintable(help), stdout);
-        return 0;
-    }
-    if (parser.positionalArguments().isEmpty()) {
-        std::fputs(qPrintable(help), stderr);
-        return 2;
-    }
-    return -1;
-}
-
-// The outcome of each named file, one line on stdout: the new file's path,
-// or "skipped: REASON" / "failed: REASON". The exit code is 1 when any file
-// was not written.
-class FileReport {
-public:
-    void written(const QString& path) { line(path); }
-    void skipped(const QString& reason) {
-        m_allWritten = false;
-        line(QStringLiteral("skipped: ") + reason);
-    }
-    void failed(const QString& reason) {
-        m_allWritten = false;
-        line(QStringLiteral("failed: ") + reason);
-    }
-    void result(const VideoWriteResult& r) {
-        if (!r.note.isEmpty())
-            std::fprintf(stderr, "tagsmith-cli: %s: %s\n", qPrintable(r.sourcePath),
-                         qPrintable(r.note));
-        if (r.ok()) return written(r.outputPath);
-        if (r.skipped) return skipped(r.reason);
-        QString reason =
-            r.status == ExportStatus::Cancelled ? QStringLiteral("cancelled") : r.reason;
-        if (!r.outputPath.isEmpty())
-            reason += QStringLiteral("; an unchanged copy was saved as %1").arg(r.outputPath);
-        failed(reason);
-    }
-    int exitCode() const { return m_allWritten ? 0 : 1; }
-
-private:
-    static void line(const QString& text) {
-        std::printf("%s\n", qPrintable(text));
-        std::fflush(stdout);
-    }
-    bool m_allWritten = true;
-};
-
 // The record of a video file as the writers need it (file attributes and
 // every metadata item; the file is not probed as media); null (reported)
 // for a missing file or one of another kind. Its item list is the file's
-// existing metadata: the commands do not read it a second time.
-IKImageItemPtr loadVideo(const QString& path, FileReport& report, bool acceptAudio = false) {
-    if (!QFileInfo::exists(path)) {
-        report.failed(QStringLiteral("no such file"));
-        return nullptr;
-    }
-    if (!isRegularFile(path)) {
-        report.failed(QStringLiteral("not a regular file"));
-        return nullptr;
-    }
+// existing metadata: the commands do not read it a second time. Audio files
+// and photos are taken where the command writes them too.
+IKImageItemPtr loadVideo(const QString& path, FileReport& report, bool acceptOthers = false) {
+    if (!checkRegularFile(path, report)) return nullptr;
+    const QString absolute = QFileInfo(path).absoluteFilePath();
     // Audio is asked first, as at import.
-    if (isAudioPath(path)) {
-        if (acceptAudio) return audioRecordForWriting(QFileInfo(path).absoluteFilePath());
+    if (isAudioPath(path) || isPhotoPath(path)) {
+        if (acceptOthers)
+            return isAudioPath(path) ? audioRecordForWriting(absolute)
+                                     : photoRecordForWriting(absolute);
         report.skipped(QStringLiteral("this command takes video files only"));
         return nullptr;
     }
-    if (isImagePath(path) && !isVideoPath(path)) {
-        report.skipped(QStringLiteral("photos are not supported yet"));
-        return nullptr;
-    }
-    IKImageItemPtr item = MediaImporter::importFileForWriting(QFileInfo(path).absoluteFilePath());
+    IKImageItemPtr item = MediaImporter::importFileForWriting(absolute);
     if (!item) {
         report.skipped(QStringLiteral("not a video, audio or photo file"));
         return nullptr;
@@ -234,9 +137,26 @@ int runSet(const QStringList& args) {
                        "are left\n"
                        "behind), FLAC through its Vorbis comments (the copy keeps the source's "
                        "dates), every\n"
-                       "other audio file through an MPEG-4 audio export. Options that do not "
-                       "apply to a\n"
-                       "file's kind are reported and that file is skipped.") +
+                       "other audio file through an MPEG-4 audio export.\n"
+                       "\n"
+                       "Photos get the apply of photo mode: --title is the IPTC object name, "
+                       "--artist,\n"
+                       "--description, --copyright, --make and --model the TIFF fields, "
+                       "--comments the Exif\n"
+                       "user comment, --keywords the IPTC keywords (split at commas), "
+                       "--shoot-date the Exif\n"
+                       "original and digitized dates. The position options are merged into the "
+                       "photo's GPS\n"
+                       "group (its other GPS tags are kept; a part not given keeps the photo's "
+                       "value), with\n"
+                       "--gps-date and --gps-time as its date and time stamps. The copy's file "
+                       "dates are the\n"
+                       "--shoot-date when it reads as \"yyyy:MM:dd HH:mm:ss\", else the "
+                       "source's. The picture\n"
+                       "data are copied as they are, never re-encoded.\n"
+                       "\n"
+                       "Options that do not apply to a file's kind are reported and that file is "
+                       "skipped.") +
         QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     for (const FieldOption& f : kFieldOptions) {
@@ -257,7 +177,10 @@ int runSet(const QStringList& args) {
                       QStringLiteral("Picture file to embed as artwork."),
                       QStringLiteral("IMAGE")});
     addAudioSetOptions(parser);
+    addPhotoSetOptions(parser);
     if (const int code = parse(parser, QStringLiteral("set"), args); code >= 0) return code;
+    if (const QString problem = photoSetUsageError(parser); !problem.isEmpty())
+        return usageError(QStringLiteral("set"), problem);
 
     QImage artwork;
     if (parser.isSet(QStringLiteral("artwork")) &&
@@ -273,9 +196,15 @@ int runSet(const QStringList& args) {
         const IKImageItemPtr item = loadVideo(path, report, true);
         if (!item) continue;
         const bool audio = isAudioPath(item->filePath);
-        if (const QString wrong = inapplicableSetOptions(parser, item->filePath);
-            !wrong.isEmpty()) {
+        QString wrong = inapplicablePhotoOptions(parser, item->filePath);
+        if (wrong.isEmpty() && !isPhotoPath(item->filePath))
+            wrong = inapplicableSetOptions(parser, item->filePath);
+        if (!wrong.isEmpty()) {
             report.skipped(wrong);
+            continue;
+        }
+        if (isPhotoPath(item->filePath)) {
+            report.result(setPhotoFile(parser, *item, storage, batch));
             continue;
         }
         if (audio) {
@@ -335,7 +264,15 @@ int runStrip(const QStringList& args) {
             "Audio files: without flags, the window's Remove Metadata (an MP3 copy keeps\n"
             "its picture and an empty frame for each field it showed; other audio goes\n"
             "through an MPEG-4 audio export without metadata). --all removes every tag and\n"
-            "picture. --gps does not apply to audio files.") +
+            "picture. --gps does not apply to audio files.\n"
+            "\n"
+            "Photos take one of the flags below, with photo mode's removal actions; a\n"
+            "photo without a flag is skipped. The picture data are copied as they are.\n"
+            "--iptc removes the IPTC group, --exif the Exif group, --gps the GPS group and\n"
+            "the XMP GPS properties, --exif-gps (or --exif --gps) the Exif and GPS groups.\n"
+            "--all removes every metadata group (Exif, GPS, TIFF, IPTC, JFIF, PNG texts,\n"
+            "maker notes, ...) and XMP; the orientation and the colour profile are kept.\n"
+            "--iptc, --exif and --exif-gps do not apply to video and audio files.") +
         QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     parser.addOption({QStringLiteral("all"), QStringLiteral("Remove every metadata item.")});
@@ -343,7 +280,10 @@ int runStrip(const QStringList& args) {
                       QStringLiteral("With --all: drop the timed metadata tracks too.")});
     parser.addOption({QStringLiteral("gps"),
                       QStringLiteral("Remove every location item and nothing else (not XMP).")});
+    addPhotoStripOptions(parser);
     if (const int code = parse(parser, QStringLiteral("strip"), args); code >= 0) return code;
+    if (const QString problem = photoStripUsageError(parser); !problem.isEmpty())
+        return usageError(QStringLiteral("strip"), problem);
     const bool all = parser.isSet(QStringLiteral("all"));
     const bool tracks = parser.isSet(QStringLiteral("tracks"));
     const bool gps = parser.isSet(QStringLiteral("gps"));
@@ -357,6 +297,16 @@ int runStrip(const QStringList& args) {
     for (const QString& path : parser.positionalArguments()) {
         const IKImageItemPtr item = loadVideo(path, report, true);
         if (!item) continue;
+        if (isPhotoPath(item->filePath)) {
+            report.result(stripPhotoFile(parser, *item, storage, batch));
+            continue;
+        }
+        const QString kind =
+            isAudioPath(item->filePath) ? QStringLiteral("audio") : QStringLiteral("video");
+        if (const QString wrong = inapplicablePhotoStripFlags(parser, kind); !wrong.isEmpty()) {
+            report.skipped(wrong);
+            continue;
+        }
         if (isAudioPath(item->filePath)) {
             if (gps && !all)
                 report.skipped(QStringLiteral("--gps does not apply to audio files"));

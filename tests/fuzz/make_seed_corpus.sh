@@ -1,9 +1,10 @@
 #!/bin/sh
-# Makes a small seed corpus for the movie metadata reader and the movie
-# rewriter: tiny MP4, M4V, MOV and 3GP files carrying every kind of metadata
-# the reader knows and the layouts the rewriter meets (movie box before or
-# after the media, audio beside video, 64-bit chunk offsets, fragments),
-# written by ffmpeg and exiftool. Usage: make_seed_corpus.sh <output folder>
+# Makes a small seed corpus for the fuzz targets: tiny MP4, M4V, MOV and 3GP
+# files carrying every kind of metadata the movie reader knows and the
+# layouts the rewriter meets (movie box before or after the media, audio
+# beside video, 64-bit chunk offsets, fragments), tagged audio files and
+# tagged photos, written by ffmpeg and exiftool.
+# Usage: make_seed_corpus.sh <output folder>
 set -eu
 out=${1:?usage: make_seed_corpus.sh <output folder>}
 mkdir -p "$out"
@@ -83,4 +84,20 @@ if command -v heif-enc >/dev/null; then
   rm -f "$out/.heif.png"
 fi
 rm -f "$out/.pic.png"
+# Photos: JPEG, PNG, TIFF and WebP with Exif, GPS and XMP (IPTC where the
+# type holds it).
+still="-f lavfi -i testsrc=size=16x12 -frames:v 1"
+ffmpeg -v error -y $still "$out/photo.jpg"
+ffmpeg -v error -y $still "$out/photo.png"
+ffmpeg -v error -y $still "$out/photo.webp"
+ffmpeg -v error -y $still "$out/photo.tif"
+if command -v exiftool >/dev/null 2>&1; then
+  for f in photo.jpg photo.png photo.webp photo.tif; do
+    exiftool -q -q -overwrite_original -Artist=Artist -Make=Make -Model=Model \
+      "-DateTimeOriginal=2020:01:02 03:04:05" -GPSLatitude=33.5 -GPSLatitudeRef=S \
+      -GPSLongitude=70.25 -GPSLongitudeRef=W -GPSAltitude=12 -GPSAltitudeRef#=1 \
+      -IPTC:ObjectName=Title -IPTC:Keywords=a -IPTC:Keywords=b -XMP-dc:Title=Title \
+      "$out/$f"
+  done
+fi
 touch "$out/.made"

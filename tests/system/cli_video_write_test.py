@@ -96,7 +96,7 @@ class CliVideoWriteTest(SourceKeepingTest):
         lines = result.stdout.splitlines()
         self.assertEqual(lines[:5], [os.path.join(self.out, "clip (2).mov"), os.path.join(self.out, "clip (3).mov"),
                                      "skipped: the file holds no audio",
-                                     "skipped: photos are not supported yet", "failed: no such file"])
+                                     "skipped: The file is empty.", "failed: no such file"])
         self.assertTrue(lines[5].startswith("failed: the file is damaged"), lines[5])
         self.assertEqual(len(lines), 6)
         self.assertEqual(read_bytes(mine), b"the user's own file")

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressBar>
 
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
@@ -120,6 +121,26 @@ private Q_SLOTS:
             QCOMPARE(titleOf("clip.mp4"), all ? "" : "Before");
             if (all) QCOMPARE(readMovieMetadata(output()).size(), 0);
         }
+        QCOMPARE(readFile(m_clip), m_clipBytes);
+    }
+
+    void videoToolsMenuRunsJobsWithProgress() {
+        startClean();
+        const auto item = [](QMenu* menu, const QString& text) {
+            const QList<QAction*> actions = menu->actions();
+            const auto a = std::find_if(actions.begin(), actions.end(),
+                                        [&](QAction* a) { return a->text() == text; });
+            return a == actions.end() ? nullptr : *a;
+        };
+        QAction* convert = item(m_app->videoBatchEditMenu, "Convert");
+        QVERIFY(convert && convert->menu());
+        item(convert->menu(), "Convert to MOV")->trigger();
+        item(m_app->videoBatchEditMenu, "Make GIF")->trigger();
+        QVERIFY(m_app->videoToolsRunning());
+        QVERIFY(m_app->mainWindow()->findChild<QProgressBar*>("videoToolProgress"));
+        m_app->waitForVideoJobs();
+        QTRY_VERIFY(!m_app->videoToolsRunning());  // the end ran on the main thread
+        QVERIFY(QFile::exists(output("clip.mov")) && QFile::exists(output("clip.gif")));
         QCOMPARE(readFile(m_clip), m_clipBytes);
     }
 

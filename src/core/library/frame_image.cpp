@@ -33,8 +33,9 @@ struct Decoder {
     }
 };
 
-// Degrees to turn the decoded picture clockwise for display.
-double displayRotation(const AVStream* stream) {
+}  // namespace
+
+double streamDisplayRotation(const AVStream* stream) {
     size_t size = 0;
     const uint8_t* matrix =
         av_stream_get_side_data(const_cast<AVStream*>(stream), AV_PKT_DATA_DISPLAYMATRIX, &size);
@@ -43,7 +44,7 @@ double displayRotation(const AVStream* stream) {
     return std::isnan(angle) ? 0.0 : angle;
 }
 
-QImage toImage(const AVFrame* frame, QSize maxSize) {
+QImage decodedFrameImage(const AVFrame* frame, QSize maxSize) {
     if (frame->width <= 0 || frame->height <= 0) return {};
     const QSize target = QSize(frame->width, frame->height).scaled(maxSize, Qt::KeepAspectRatio);
     if (target.isEmpty()) return {};
@@ -58,8 +59,6 @@ QImage toImage(const AVFrame* frame, QSize maxSize) {
     sws_freeContext(sws);
     return image;
 }
-
-}  // namespace
 
 QImage videoFrameImage(const QString& path, double seconds, QSize maxSize) {
     Decoder d;
@@ -97,7 +96,7 @@ QImage videoFrameImage(const QString& path, double seconds, QSize maxSize) {
             // Frames before the requested time (after a backward seek) are passed over.
             const int64_t pts = d.frame->best_effort_timestamp;
             if (target <= 0 || pts == AV_NOPTS_VALUE || pts >= target || flushed)
-                image = toImage(d.frame, maxSize);
+                image = decodedFrameImage(d.frame, maxSize);
             av_frame_unref(d.frame);
         }
     }
@@ -105,7 +104,7 @@ QImage videoFrameImage(const QString& path, double seconds, QSize maxSize) {
         qCInfo(lcTagsmith) << "no frame could be decoded ==" << path;
         return {};
     }
-    const double rotation = displayRotation(stream);
+    const double rotation = streamDisplayRotation(stream);
     if (rotation != 0.0) image = image.transformed(QTransform().rotate(rotation));
     return image;
 }

@@ -12,8 +12,12 @@ namespace {
 
 // Larger files are scanned over their first part only.
 constexpr qint64 kMaxScanned = qint64(64) << 20;
-// Entries one directory walk reads at most (the walks can loop).
+// Entries one directory walk reads at most, its sub-walks included (the
+// walks can loop), and entries one scan reads at most: every Exif
+// identifier starts a walk, so a crafted file could otherwise keep the scan
+// busy for a time that grows with the square of its size.
 constexpr int kMaxEntries = 4096;
+constexpr int kMaxScanEntries = 65536;
 
 const QMap<QString, QString>& mainLabels() {
     static const QMap<QString, QString> labels{
@@ -108,7 +112,8 @@ public:
     void directories(qint64 e) {
         const qint64 segmentEnd = e - 2 + number(e - 2, 2);
         qint64 c = e + 16;
-        for (int steps = 0; c < segmentEnd && steps < kMaxEntries; ++steps) {
+        m_walkLeft = kMaxEntries;
+        while (c < segmentEnd && step()) {
             const QString tag = hex(c, 2);
             bool valid = true;
             if (mainLabels().contains(tag)) {
@@ -131,7 +136,7 @@ public:
     }
 
     void subDirectory(qint64 s, qint64 bound) {
-        for (int steps = 0; s <= bound && steps < kMaxEntries; ++steps) {
+        while (s <= bound && step()) {
             const QString tag = hex(s, 2);
             if (!exifLabels().contains(tag)) return;
             bool valid = true;
@@ -142,8 +147,18 @@ public:
     }
 
 private:
+    // Takes one entry from the walk's and the scan's allowance.
+    bool step() {
+        if (m_walkLeft <= 0 || m_scanLeft <= 0) return false;
+        --m_walkLeft;
+        --m_scanLeft;
+        return true;
+    }
+
     const QByteArray& m_file;
     QStringList& m_lines;
+    int m_walkLeft = 0;
+    int m_scanLeft = kMaxScanEntries;
 };
 
 }  // namespace
@@ -154,7 +169,8 @@ void ExifSegmentReader::ReadExifDataFromPiture(const QString& path) {
     {
         QFile in(path);
         if (!in.open(QIODevice::ReadOnly)) return;
-        file = in.read(kMaxScanned);
+        // Bounded by the file's size too: read() sets aside what it is asked for.
+        file = in.read(std::min(kMaxScanned, in.size()));
     }  // closed here
     Walk walk(file, lines);
     const QString start = getHexString(file, 0, 2);

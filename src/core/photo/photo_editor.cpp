@@ -10,13 +10,6 @@
 
 namespace {
 
-QString text(const QVariantMap& group, const char* key) {
-    const QVariant value = group.value(QLatin1String(key));
-    if (value.typeId() == QMetaType::QVariantList)
-        return value.toStringList().join(QStringLiteral(", "));
-    return value.toString();
-}
-
 QString numberText(double value) {
     return QString::number(value, 'g', 12);
 }
@@ -70,6 +63,13 @@ void putPosition(QVariantMap& gps, const char* key, const QString& typed, const 
 
 }  // namespace
 
+QString propertyText(const QVariantMap& group, const char* key) {
+    const QVariant value = group.value(QLatin1String(key));
+    if (value.typeId() == QMetaType::QVariantList)
+        return value.toStringList().join(QStringLiteral(", "));
+    return value.toString();
+}
+
 bool photoPosition(const PropertyDictionary& properties, double* latitude, double* longitude) {
     const QVariantMap gps = properties.value(PhotoGroup::GPS).toMap();
     double lat = 0, lon = 0;
@@ -85,23 +85,23 @@ PhotoEditorState photoEditorStateFor(const PropertyDictionary& properties) {
     const QVariantMap gps = properties.value(PhotoGroup::GPS).toMap();
     const QVariantMap iptc = properties.value(PhotoGroup::IPTC).toMap();
     PhotoEditorState s;
-    s.artistlab = text(tiff, "Artist");
-    s.imageDescrilab = text(tiff, "ImageDescription");
-    s.copyrightlab = text(tiff, "Copyright");
-    s.cameraMakelab = text(tiff, "Make");
+    s.artistlab = propertyText(tiff, "Artist");
+    s.imageDescrilab = propertyText(tiff, "ImageDescription");
+    s.copyrightlab = propertyText(tiff, "Copyright");
+    s.cameraMakelab = propertyText(tiff, "Make");
     const bool lens = s.cameraMakelab.isEmpty();
-    if (lens) s.cameraMakelab = text(exif, "LensMake");
-    s.cameraModelab = lens ? text(exif, "LensModel") : text(tiff, "Model");
-    s.cameraDatelab = text(exif, "DateTimeDigitized");
-    s.commentslab = text(exif, "UserComment");
-    s.gpsDatelab = text(gps, "DateStamp");
-    s.gpsTimelab = text(gps, "TimeStamp");
+    if (lens) s.cameraMakelab = propertyText(exif, "LensMake");
+    s.cameraModelab = lens ? propertyText(exif, "LensModel") : propertyText(tiff, "Model");
+    s.cameraDatelab = propertyText(exif, "DateTimeDigitized");
+    s.commentslab = propertyText(exif, "UserComment");
+    s.gpsDatelab = propertyText(gps, "DateStamp");
+    s.gpsTimelab = propertyText(gps, "TimeStamp");
     double value = 0;
     if (signedValue(gps, "Altitude", &value)) s.gpsAitlab = numberText(value);
     if (signedValue(gps, "Latitude", &value)) s.gpsLatilab = numberText(value);
     if (signedValue(gps, "Longitude", &value)) s.gpsLongtlab = numberText(value);
-    s.keywordslab = text(iptc, "Keywords");
-    s.titlelab = text(iptc, "ObjectName");
+    s.keywordslab = propertyText(iptc, "Keywords");
+    s.titlelab = propertyText(iptc, "ObjectName");
 
     s.latitudelab = s.gpsLatilab;
     s.longtitudelab = s.gpsLongtlab;
@@ -139,9 +139,10 @@ PhotoPanelTexts photoPanelTextsFor(const IKImageItem& item, const PropertyDictio
         t.photoImageSizelab = QStringLiteral("%1 x %2").arg(width.toString(), height.toString());
     const QVariantMap tiff = properties.value(PhotoGroup::TIFF).toMap();
     const QVariantMap exif = properties.value(PhotoGroup::Exif).toMap();
-    t.photoDPIlab = text(tiff, "Make").isEmpty() ? text(exif, "LensModel") : text(tiff, "Model");
+    t.photoDPIlab = propertyText(tiff, "Make").isEmpty() ? propertyText(exif, "LensModel")
+                                                         : propertyText(tiff, "Model");
     t.photoCreateDatelab = dateDescription(item.fileCreateDate);
-    t.photoModDatelab = text(exif, "DateTimeDigitized");
+    t.photoModDatelab = propertyText(exif, "DateTimeDigitized");
     return t;
 }
 

@@ -8,17 +8,6 @@
 #include "core/library/media_kinds.h"
 #include "core/library/media_record.h"
 
-namespace {
-
-QString text(const QVariantMap& group, const char* key) {
-    const QVariant value = group.value(QLatin1String(key));
-    if (value.typeId() == QMetaType::QVariantList)
-        return value.toStringList().join(QStringLiteral(", "));
-    return value.toString();
-}
-
-}  // namespace
-
 IKImageItemPtr importPhotoFile(const QString& path) {
     if (!isImagePath(path)) return nullptr;
     if (!isRegularFile(path)) {
@@ -48,22 +37,23 @@ void fillPhotoRecord(IKImageItem& item, const PhotoSource& source) {
     const QVariantMap iptc = p.value(PhotoGroup::IPTC).toMap();
     item.filePixWidth = p.value(QStringLiteral("PixelWidth")).toInt();
     item.filepixHeigh = p.value(QStringLiteral("PixelHeight")).toInt();
-    item.fileMake = text(tiff, "Make");
-    item.fileModel = text(tiff, "Model");
-    item.fileSoftware = text(tiff, "Software");
-    item.fileArist = text(tiff, "Artist");
-    item.fileCopyright = text(tiff, "Copyright");
-    item.fileDescription = text(tiff, "ImageDescription");
-    item.fileComments = text(exif, "UserComment");
-    item.fileTitle = text(iptc, "ObjectName");
-    item.fileKeyWords = text(iptc, "Keywords");
+    item.fileMake = propertyText(tiff, "Make");
+    item.fileModel = propertyText(tiff, "Model");
+    item.fileSoftware = propertyText(tiff, "Software");
+    item.fileArist = propertyText(tiff, "Artist");
+    item.fileCopyright = propertyText(tiff, "Copyright");
+    item.fileDescription = propertyText(tiff, "ImageDescription");
+    item.fileComments = propertyText(exif, "UserComment");
+    item.fileTitle = propertyText(iptc, "ObjectName");
+    item.fileKeyWords = propertyText(iptc, "Keywords");
     // The location as magnitudes beside their signs, as every record holds it.
     if (gps.contains(QStringLiteral("Latitude")) && gps.contains(QStringLiteral("Longitude"))) {
         item.filelatitude = gps.value(QStringLiteral("Latitude")).toDouble();
         item.filelongtitude = gps.value(QStringLiteral("Longitude")).toDouble();
-        item.latitudeFormat = text(gps, "LatitudeRef") == QLatin1String("S") ? QStringLiteral("-")
-                                                                             : QStringLiteral("+");
-        item.longtitudeFormat = text(gps, "LongitudeRef") == QLatin1String("W")
+        item.latitudeFormat = propertyText(gps, "LatitudeRef") == QLatin1String("S")
+                                  ? QStringLiteral("-")
+                                  : QStringLiteral("+");
+        item.longtitudeFormat = propertyText(gps, "LongitudeRef") == QLatin1String("W")
                                     ? QStringLiteral("-")
                                     : QStringLiteral("+");
     }
@@ -73,7 +63,7 @@ void fillPhotoRecord(IKImageItem& item, const PhotoSource& source) {
                                  ? QStringLiteral("-")
                                  : QStringLiteral("+");
     }
-    const QString shot = text(exif, "DateTimeOriginal");
+    const QString shot = propertyText(exif, "DateTimeOriginal");
     const QDateTime date = dateFromText(shot);
     if (date.isValid()) {
         item.shootDateStr = shot;

@@ -45,6 +45,9 @@ inline const QString MakerOlympus = QStringLiteral("{MakerOlympus}");
 inline const QString MakerPentax = QStringLiteral("{MakerPentax}");
 }  // namespace PhotoGroup
 
+// A key of a group as text: a list (keywords) joined with ", "; "" when missing.
+QString propertyText(const QVariantMap& group, const char* key);
+
 // What reading a photo gives.
 struct PhotoSource {
     PropertyDictionary properties;  // of image 0

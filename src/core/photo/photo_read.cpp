@@ -74,12 +74,13 @@ QString commentOf(const Exiv2::Value& value) {
     return textFromBytes(comment.comment()).remove(QChar(0)).trimmed();
 }
 
-// Degrees, minutes and seconds as one number.
+// Degrees, minutes and seconds as one number; unsigned, as the reference
+// carries the hemisphere (a damaged file may hold negative parts).
 double degreesOf(const Exiv2::Value& value) {
     double degrees = 0;
     for (long i = 0; i < value.count() && i < 3; ++i)
         degrees += rationalValue(value, i) / std::pow(60.0, double(i));
-    return degrees;
+    return std::fabs(degrees);
 }
 
 QString timeStampOf(const Exiv2::Value& value) {
@@ -102,6 +103,8 @@ void addGpsEntry(QVariantMap& gps, const Exiv2::Exifdatum& datum) {
     const Exiv2::Value& value = datum.value();
     if (name.endsWith(QLatin1String("Latitude")) || name.endsWith(QLatin1String("Longitude")))
         gps.insert(name, degreesOf(value));
+    else if (name == QLatin1String("Altitude"))  // unsigned beside AltitudeRef
+        gps.insert(name, value.count() > 0 ? std::fabs(rationalValue(value, 0)) : 0.0);
     else if (name == QLatin1String("TimeStamp"))
         gps.insert(name, timeStampOf(value));
     else if (name == QLatin1String("Version"))
@@ -222,7 +225,8 @@ void addFromQtReader(PhotoSource& source, QIODevice& device) {
     }
     if (source.type == QLatin1String("tiff")) source.imageCount = qMax(1, reader.imageCount());
     const QImage::Format format = reader.imageFormat();
-    if (format != QImage::Format_Invalid) {
+    // A damaged file can make a reader answer a number outside the format list.
+    if (format > QImage::Format_Invalid && format < QImage::NImageFormats) {
         const QPixelFormat pixels = QImage::toPixelFormat(format);
         const bool gray = pixels.colorModel() == QPixelFormat::Grayscale ||
                           format == QImage::Format_Mono || format == QImage::Format_MonoLSB;
@@ -282,6 +286,13 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
     try {
         Exiv2::Image::AutoPtr image = open(argument);
         if (!image.get()) throw Exiv2::Error(Exiv2::kerFileContainsUnknownImageType);
+        // Exiv2's video readers are no photo readers, and its RIFF reader never
+        // ends on some damaged files: movies are refused here. (Their type
+        // numbers, from riffvideo.hpp, matroskavideo.hpp, quicktimevideo.hpp
+        // and asfvideo.hpp, which do not compile on their own.)
+        const int type = image->imageType();
+        if (type == 20 || type == 21 || type == 22 || type == 24)
+            throw Exiv2::Error(Exiv2::kerFileContainsUnknownImageType);
         image->readMetadata();
         source.type = typeName(image->imageType());
         source.imageCount = 1;

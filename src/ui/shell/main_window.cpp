@@ -17,6 +17,8 @@
 #include "core/common/desktop_integration.h"
 #include "ui/audio/audio_panel.h"
 #include "ui/library/pr_drag_table_view.h"
+#include "ui/photo/photo_browser.h"
+#include "ui/photo/photo_panel.h"
 #include "ui/shell/activity_view.h"
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/toolbar_button.h"
@@ -98,9 +100,17 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
                                     tr("Connect a camera or phone to see its photos"), m_left);
     m_cameraHint->setObjectName(QStringLiteral("leftTipCameraImageView"));
     m_table = new PRDragTableView(m_left);
-    m_left->addWidget(m_hint);
-    m_left->addWidget(m_cameraHint);
-    m_left->addWidget(m_table);
+    m_photoHint = new DropHintView(
+        QStringLiteral(":/icons/drop-here.svg"),
+        tr("Drop photos or folders of photos here\nor press Add to choose them"), m_left);
+    m_photoHint->setObjectName(QStringLiteral("photoTipView"));
+    m_photos = new PhotoBrowserView(QStringLiteral("localImageBrowserView"), m_left);
+    m_cameraPhotos = new PhotoBrowserView(QStringLiteral("imageBrowserView"), m_left);
+    // The order of the pages is LeftPage's.
+    for (QWidget* page : {static_cast<QWidget*>(m_hint), static_cast<QWidget*>(m_table),
+                          static_cast<QWidget*>(m_photoHint), static_cast<QWidget*>(m_photos),
+                          m_cameraHint, static_cast<QWidget*>(m_cameraPhotos)})
+        m_left->addWidget(page);
 
     auto* content = new QWidget(splitter);
     content->setObjectName(QStringLiteral("mediaContentView"));
@@ -111,11 +121,14 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     static_cast<QLabel*>(m_placeholder)->setAlignment(Qt::AlignCenter);
     m_video = new VideoMetaView(content);
     m_audio = new AudioPanel(content);
+    m_photo = new PhotoPanel(content);
     contentLayout->addWidget(m_placeholder, 1);
     contentLayout->addWidget(m_video, 1);
     contentLayout->addWidget(m_audio, 1);
+    contentLayout->addWidget(m_photo, 1);
     m_video->hide();
     m_audio->hide();
+    m_photo->hide();
 
     splitter->addWidget(m_left);
     splitter->addWidget(content);
@@ -174,6 +187,12 @@ void MainWindow::addToolbarButton(ToolbarButton* button, bool visible) {
     action->setVisible(visible);
 }
 
+void MainWindow::setToolbarButtonVisible(ToolbarButton* button, bool visible) {
+    for (QAction* action : m_toolbar->actions()) {
+        if (m_toolbar->widgetForAction(action) == button) action->setVisible(visible);
+    }
+}
+
 void MainWindow::addToolbarSeparator() {
     m_toolbar->addSeparator();
 }
@@ -186,7 +205,24 @@ void MainWindow::addToolbarStretch() {
 }
 
 void MainWindow::showList(bool list) {
-    m_left->setCurrentWidget(list ? static_cast<QWidget*>(m_table) : m_hint);
+    showLeftPage(list ? LeftPage::Media : LeftPage::MediaHint);
+}
+
+void MainWindow::showLeftPage(LeftPage page) {
+    m_left->setCurrentIndex(int(page));
+}
+
+MainWindow::LeftPage MainWindow::leftPage() const {
+    return LeftPage(m_left->currentIndex());
+}
+
+void MainWindow::showPhotoPanel(bool photo) {
+    if (photo) {
+        m_video->hide();
+        m_audio->hide();
+    }
+    m_photo->setVisible(photo);
+    updateContentPlaceholder();
 }
 
 QWidget* MainWindow::listArea() const {
@@ -198,7 +234,7 @@ bool MainWindow::listShown() const {
 }
 
 void MainWindow::updateContentPlaceholder() {
-    m_placeholder->setVisible(m_video->isHidden() && m_audio->isHidden());
+    m_placeholder->setVisible(m_video->isHidden() && m_audio->isHidden() && m_photo->isHidden());
 }
 
 void MainWindow::setItemCount(int count) {

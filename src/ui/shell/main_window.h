@@ -14,6 +14,8 @@ class ActivityView;
 class AudioPanel;
 class BusyIndicator;
 class DropHintView;
+class PhotoBrowserView;
+class PhotoPanel;
 class PRDragTableView;
 class ToolbarButton;
 class VideoMetaView;
@@ -29,12 +31,20 @@ public:
 
     // Adds a button to the toolbar; hidden buttons exist but take no room.
     void addToolbarButton(ToolbarButton* button, bool visible);
+    void setToolbarButtonVisible(ToolbarButton* button, bool visible);
     void addToolbarSeparator();
     void addToolbarStretch();
 
     // Shows the list (true) or the hint of the empty list (false).
     void showList(bool list);
     bool listShown() const;
+    // What the left side shows: the media table or its hint, the photos of
+    // the list or their hint, the camera's photos or the camera hint.
+    enum class LeftPage { MediaHint, Media, PhotoHint, Photos, CameraHint, CameraPhotos };
+    void showLeftPage(LeftPage page);
+    LeftPage leftPage() const;
+    // The photo panel in place of the video and audio panels (photo mode).
+    void showPhotoPanel(bool photo);
     // Shows the placeholder of the right side when neither panel is visible.
     void updateContentPlaceholder();
     void setItemCount(int count);
@@ -52,6 +62,10 @@ public:
     QWidget* listArea() const;
     VideoMetaView* videoPanel() const { return m_video; }
     AudioPanel* audioPanel() const { return m_audio; }
+    PhotoPanel* photoPanel() const { return m_photo; }
+    PhotoBrowserView* localImageBrowserView() const { return m_photos; }
+    PhotoBrowserView* imageBrowserView() const { return m_cameraPhotos; }
+    DropHintView* photoHintView() const { return m_photoHint; }
     BusyIndicator* busyIndicator() const { return m_busy; }
     ActivityView* activityView() const { return m_activity; }
     QDockWidget* activityDock() const { return m_activityDock; }
@@ -69,6 +83,10 @@ private:
     DropHintView* m_hint = nullptr;
     QWidget* m_cameraHint = nullptr;
     QWidget* m_placeholder = nullptr;
+    DropHintView* m_photoHint = nullptr;
+    PhotoBrowserView* m_photos = nullptr;
+    PhotoBrowserView* m_cameraPhotos = nullptr;
+    PhotoPanel* m_photo = nullptr;
     VideoMetaView* m_video = nullptr;
     AudioPanel* m_audio = nullptr;
     BusyIndicator* m_busy = nullptr;
