@@ -31,6 +31,11 @@ QString typeName(int imageType);
 inline bool isHeifMime(const std::string& mime) {
     return mime == "image/heif" || mime == "image/heic" || mime == "image/avif";
 }
+bool isHeif(const Exiv2::Image& image);
+
+// After readMetadata(): a HEIC's or AVIF's Exif and XMP as our item reader
+// finds them, in place of Exiv2's own reading (photo_heif.cpp).
+void readHeifMetadata(Exiv2::Image& image);
 
 // The dictionary's name of an IPTC dataset and back; "" when it has none.
 QString iptcDictionaryName(const std::string& exiv2Name);
