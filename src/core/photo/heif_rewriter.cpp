@@ -169,7 +169,6 @@ bool rewriteMetadata(QByteArrayView source, const MetadataEdit& edit, QByteArray
     struct NewItem {
         QByteArrayView type, contentType;
         QByteArray data;
-        int method = 0;  // where the replaced item was: idat stays idat
     };
     QList<NewItem> newItems;
     auto replace = [&](const std::optional<QByteArray>& value, QByteArrayView type,
@@ -178,8 +177,9 @@ bool rewriteMetadata(QByteArrayView source, const MetadataEdit& edit, QByteArray
         const QList<quint32> old = file.metadataOfPrimary(type, contentType);
         if (old.size() > 1) return false;
         for (quint32 id : old) removed.insert(id);
-        const ItemLocation* was = old.isEmpty() ? nullptr : file.location(old[0]);
-        if (!value->isEmpty()) newItems.append({type, contentType, data, was ? was->method : 0});
+        // New contents go to the media data, even where the old item was in
+        // idat: readers that find no Exif in idat (exiftool) then see it.
+        if (!value->isEmpty()) newItems.append({type, contentType, data});
         return true;
     };
     if (!replace(edit.exifTiff, "Exif", {}, exifItemData(edit.exifTiff.value_or(QByteArray()))) ||
@@ -203,7 +203,7 @@ bool rewriteMetadata(QByteArrayView source, const MetadataEdit& edit, QByteArray
     QList<Reference> addedRefs;
     for (const NewItem& item : newItems) {
         if (maxId >= 0xffff) return fail(reason, tr("The photo has too many items to add one."));
-        placed.append({++maxId, item.method, item.data, true, 0});
+        placed.append({++maxId, 0, item.data, true, 0});
         addedInfe.append(newInfe(maxId, item.type, item.contentType));
         addedRefs.append({"cdsc", maxId, {file.primary}});
     }

@@ -11,7 +11,7 @@
 // are replaced, added or removed, every other item's bytes are copied as they
 // are, and the item list (iinf, iloc, iref, ipma, idat) is rebuilt to match.
 // The items' data go into one media data box at the end of the file, those
-// kept in the idat box stay there (a replaced item takes the old one's place).
+// kept in the idat box stay there; new and replaced items go to the media data.
 namespace Heif {
 
 struct MetadataEdit {

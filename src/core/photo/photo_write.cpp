@@ -133,6 +133,12 @@ void eraseXmpIf(Exiv2::XmpData& xmp, const std::function<bool(const std::string&
         it = test(it->key()) ? xmp.erase(it) : std::next(it);
 }
 
+// WebP, HEIC and AVIF hold no IPTC: its XMP equivalents stand for it.
+bool holdsIptc(const Exiv2::Image& image) {
+    return image.imageType() != Exiv2::ImageType::webp &&
+           image.imageType() != Exiv2::ImageType::bmff;
+}
+
 void removeGroup(Exiv2::Image& image, const QString& group) {
     Exiv2::ExifData& exif = image.exifData();
     if (group == PhotoGroup::Exif) {
@@ -149,6 +155,9 @@ void removeGroup(Exiv2::Image& image, const QString& group) {
         });
     } else if (group == PhotoGroup::IPTC) {
         image.iptcData().clear();
+        if (!holdsIptc(image))
+            for (const XmpEquivalent& e : xmpEquivalents())
+                eraseXmpIf(image.xmpData(), [&](const std::string& k) { return k == e.xmp; });
     } else if (group == PhotoGroup::EightBIM) {
         setExif(exif, "Exif.Image.ImageResources", {});
     } else if (group == PhotoGroup::PNG) {
@@ -217,8 +226,7 @@ void applyEdit(Exiv2::Image& image, const PropertyEdit& edit) {
         eraseXmpIf(image.xmpData(),
                    [](const std::string& k) { return k.rfind("Xmp.exif.GPS", 0) == 0; });
     }
-    const bool iptcAllowed =
-        image.imageType() != Exiv2::ImageType::webp && image.imageType() != Exiv2::ImageType::bmff;
+    const bool iptcAllowed = holdsIptc(image);
     Exiv2::ExifData& exif = image.exifData();
     for (auto group = edit.values.cbegin(); group != edit.values.cend(); ++group) {
         for (auto it = group.value().cbegin(); it != group.value().cend(); ++it) {
