@@ -49,6 +49,19 @@ Handle thumbnailOf(heif_image_handle* primary, int maxSide) {
 
 }  // namespace
 
+QSize heifPictureSize(QByteArrayView file) {
+    Context context(heif_context_alloc());
+    heif_image_handle* primary = nullptr;
+    if (!context ||
+        heif_context_read_from_memory_without_copy(context.get(), file.data(), size_t(file.size()),
+                                                   nullptr)
+                .code != heif_error_Ok ||
+        heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok)
+        return {};
+    Handle handle(primary);
+    return {heif_image_handle_get_width(primary), heif_image_handle_get_height(primary)};
+}
+
 bool isHeifPicture(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return false;

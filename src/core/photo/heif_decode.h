@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QImage>
 #include <QString>
 
@@ -7,6 +8,10 @@
 // through libheif. The picture comes upright: libheif applies the file's
 // rotation and mirroring (irot, imir), so the Exif orientation must not be
 // applied a second time.
+
+// The primary picture's size as shown (rotation applied), from a file in
+// memory; invalid when libheif cannot read it. Nothing is decoded.
+QSize heifPictureSize(QByteArrayView file);
 
 // Is this file a HEIF image (HEIC, AVIF) by its bytes?
 bool isHeifPicture(const QString& path);

@@ -12,6 +12,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QSize>
 #include <QString>
 #include <QVariant>
 
@@ -34,8 +35,10 @@ inline bool isHeifMime(const std::string& mime) {
 bool isHeif(const Exiv2::Image& image);
 
 // After readMetadata(): a HEIC's or AVIF's Exif and XMP as our item reader
-// finds them, in place of Exiv2's own reading (photo_heif.cpp).
-void readHeifMetadata(Exiv2::Image& image);
+// finds them, in place of Exiv2's own reading (photo_heif.cpp). Answers the
+// primary picture's size as libheif shows it (Exiv2 answers the first size
+// it meets, often a tile's); invalid for other types.
+QSize readHeifMetadata(Exiv2::Image& image);
 
 // The dictionary's name of an IPTC dataset and back; "" when it has none.
 QString iptcDictionaryName(const std::string& exiv2Name);

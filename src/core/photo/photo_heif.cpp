@@ -5,6 +5,7 @@
 #include <QByteArrayView>
 
 #include "core/common/logging.h"
+#include "core/photo/heif_decode.h"
 #include "core/photo/heif_items.h"
 #include "core/photo/photo_exiv2.h"
 
@@ -28,15 +29,16 @@ bool isHeif(const Exiv2::Image& image) {
     return image.imageType() == Exiv2::ImageType::bmff && isHeifMime(image.mimeType());
 }
 
-void readHeifMetadata(Exiv2::Image& image) {
-    if (!isHeif(image)) return;
+QSize readHeifMetadata(Exiv2::Image& image) {
+    if (!isHeif(image)) return {};
     Exiv2::BasicIo& io = image.io();
-    if (io.open() != 0) return;
+    if (io.open() != 0) return {};
     struct Closer {
         Exiv2::BasicIo& io;
         ~Closer() { io.close(); }
     } closer{io};
     const QByteArrayView file(reinterpret_cast<const char*>(io.mmap()), qsizetype(io.size()));
+    const QSize size = heifPictureSize(file);
     Heif::ItemFile items;
     QString reason;
     if (!Heif::parseItemFile(file, items, &reason)) {
@@ -44,7 +46,7 @@ void readHeifMetadata(Exiv2::Image& image) {
         qCInfo(lcTagsmith).noquote()
             << "HEIF items not read ==" << QString::fromStdString(io.path()) << "==" << reason;
         io.munmap();
-        return;
+        return size;
     }
     image.exifData().clear();
     image.xmpData().clear();
@@ -62,6 +64,7 @@ void readHeifMetadata(Exiv2::Image& image) {
             qCInfo(lcTagsmith).noquote()
                 << "HEIF XMP not decoded ==" << QString::fromStdString(io.path());
     }
+    return size;
 }
 
 }  // namespace photo_exiv2

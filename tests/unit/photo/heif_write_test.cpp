@@ -210,6 +210,8 @@ TEST_F(HeifWrite, DecodesUprightPicturesAndThumbnails) {
     EXPECT_TRUE(isHeifPicture(heic) && isHeifPicture(avif));
     EXPECT_FALSE(isHeifPicture(photoPicture("heif-base.png", "PNG")));
     EXPECT_EQ(decodeHeifPicture(heic).size(), QSize(64, 48));
+    const PropertyDictionary read = readPhotoProperties(heic).properties;  // not a tile's size
+    EXPECT_EQ(QSize(read["PixelWidth"].toInt(), read["PixelHeight"].toInt()), QSize(64, 48));
     EXPECT_EQ(decodeHeifPicture(avif, 16).size(), QSize(16, 12));
     EXPECT_EQ(decodeHeifPicture(heic, 32).size(), QSize(32, 24));  // the stored thumbnail
     EXPECT_TRUE(decodeHeifPicture(cut).isNull());
