@@ -40,6 +40,17 @@ bool isHeif(const Exiv2::Image& image);
 // it meets, often a tile's); invalid for other types.
 QSize readHeifMetadata(Exiv2::Image& image);
 
+// What a HEIC's or AVIF's metadata held before an edit, to find what it changed.
+struct HeifBefore {
+    std::string exif, xmp;
+    bool removeXmp = false;  // even a packet Exiv2 could not decode
+};
+HeifBefore heifBefore(const Exiv2::Image& image, bool removeXmp);
+// After the edit: the file `source` with the changed Exif and XMP items, from
+// our item rewriter. False with a reason in the user's words when it refuses.
+bool writeHeifItems(Exiv2::Image& image, const QByteArray& source, const HeifBefore& before,
+                    QByteArray& written, QString* reason);
+
 // The dictionary's name of an IPTC dataset and back; "" when it has none.
 QString iptcDictionaryName(const std::string& exiv2Name);
 std::string iptcExiv2Name(const QString& dictionaryName);

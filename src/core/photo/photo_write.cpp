@@ -12,8 +12,6 @@
 #include <cmath>
 
 #include "core/common/logging.h"
-#include "core/photo/heif_items.h"
-#include "core/photo/heif_rewriter.h"
 #include "core/photo/photo_exiv2.h"
 #include "core/photo/photo_png_text.h"
 
@@ -269,83 +267,6 @@ QByteArray contentsOf(Exiv2::BasicIo& io) {
     return QByteArray(reinterpret_cast<const char*>(data.pData_), data.size_);
 }
 
-// What a metadata set holds, key, type and value bytes, to tell whether an
-// edit changed it: an item the edit leaves alone is copied byte for byte.
-std::string fingerprint(const Exiv2::ExifData& exif) {
-    std::string out;
-    for (const Exiv2::Exifdatum& d : exif) {
-        Exiv2::DataBuf value(d.size());
-        d.copy(value.pData_, Exiv2::bigEndian);
-        out += d.key() + '\0' + std::to_string(d.typeId()) + '\0' +
-               std::string(reinterpret_cast<const char*>(value.pData_), size_t(value.size_)) + '\n';
-    }
-    return out;
-}
-
-std::string fingerprint(const Exiv2::XmpData& xmp) {
-    std::string out;
-    for (const Exiv2::Xmpdatum& d : xmp) out += d.key() + '\0' + d.toString() + '\n';
-    return out;
-}
-
-// The metadata of a HEIC or AVIF before the edit, to find what it changed.
-struct HeifBefore {
-    std::string exif, xmp;
-};
-
-// HEIC and AVIF: Exiv2 makes the new Exif and XMP, our item rewriter puts
-// them into the file (Exiv2 cannot write these files itself). Only the
-// items whose metadata the edit changed are replaced.
-// Exiv2 encodes Exif for a JPEG segment: it drops the tags of a picture's
-// strips and, past 64 KB, its largest tags. A HEIF Exif item has no such
-// limit, so an encoding that lost a tag the edit kept is refused.
-bool keepsEveryTag(const Exiv2::ExifData& wanted, const QByteArray& tiff) {
-    Exiv2::ExifData written;
-    Exiv2::ExifParser::decode(written, reinterpret_cast<const Exiv2::byte*>(tiff.constData()),
-                              uint32_t(tiff.size()));
-    for (const Exiv2::Exifdatum& d : wanted)
-        if (!isStructuralTiffTag(d.tagName()) &&
-            written.findKey(Exiv2::ExifKey(d.key())) == written.end()) {
-            qCInfo(lcTagsmith).noquote()
-                << "HEIF Exif tag lost in encoding ==" << QString::fromStdString(d.key());
-            return false;
-        }
-    return true;
-}
-
-bool heifContents(Exiv2::Image& image, const QByteArray& source, const HeifBefore& before,
-                  QByteArray& written, QString* reason) {
-    Heif::MetadataEdit items;
-    if (fingerprint(image.exifData()) != before.exif) {
-        QByteArray tiff = Heif::primaryExifTiff(source);
-        if (image.exifData().empty()) {
-            items.exifTiff = QByteArray();
-        } else {
-            const Exiv2::ByteOrder order =
-                tiff.startsWith("MM") ? Exiv2::bigEndian : Exiv2::littleEndian;
-            Exiv2::Blob blob;
-            const Exiv2::WriteMethod method =
-                Exiv2::ExifParser::encode(blob, reinterpret_cast<const Exiv2::byte*>(tiff.data()),
-                                          uint32_t(tiff.size()), order, image.exifData());
-            if (method == Exiv2::wmIntrusive || tiff.isEmpty())
-                tiff =
-                    QByteArray(reinterpret_cast<const char*>(blob.data()), qsizetype(blob.size()));
-            if (!keepsEveryTag(image.exifData(), tiff)) {
-                *reason = tr("The photo's Exif could not be kept whole, so it was not written.");
-                return false;
-            }
-            items.exifTiff = tiff;
-        }
-    }
-    if (fingerprint(image.xmpData()) != before.xmp) {
-        std::string packet;
-        if (!image.xmpData().empty() && Exiv2::XmpParser::encode(packet, image.xmpData()) != 0)
-            throw Exiv2::Error(Exiv2::kerErrorMessage, "XMP not encoded");
-        items.xmp = QByteArray::fromStdString(packet);
-    }
-    return Heif::rewriteMetadata(source, items, written, reason);
-}
-
 }  // namespace
 
 PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& target,
@@ -362,12 +283,11 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         const bool heif = isHeif(*image);
         if (!heif && mode != Exiv2::amReadWrite && mode != Exiv2::amWrite)
             return {PhotoWriteStatus::CannotWriteType, tr("This kind of photo cannot be written.")};
-        const HeifBefore before{heif ? fingerprint(image->exifData()) : std::string(),
-                                heif ? fingerprint(image->xmpData()) : std::string()};
+        const HeifBefore before = heif ? heifBefore(*image, edit.removeXmp) : HeifBefore();
         applyEdit(*image, edit);
         if (heif) {
             QString reason;
-            if (!heifContents(*image, source, before, written, &reason)) {
+            if (!writeHeifItems(*image, source, before, written, &reason)) {
                 qCInfo(lcTagsmith).noquote()
                     << "HEIF photo not written ==" << target << "==" << reason;
                 return {PhotoWriteStatus::Failed, reason};
