@@ -57,6 +57,9 @@ private Q_SLOTS:
         select(m_located);
         QCOMPARE(m_panel->infoLabel("photoNamelab")->text(), "located.jpg");
         QCOMPARE(m_panel->infoLabel("photoImageSizelab")->text(), "64 x 48");
+        const auto* preview = m_panel->findChild<QLabel*>("photoPreview");
+        QVERIFY(preview && preview->isVisible());
+        QCOMPARE(preview->pixmap().size(), QSize(64, 48));
         QCOMPARE(m_panel->field("artistlab")->text(), "Before");
         QCOMPARE(m_panel->field("gpsLatilab")->text().toDouble(), -33.5);
         QCOMPARE(s.app->oldArtistStr, "Before");

@@ -106,7 +106,8 @@ struct PhotoWriteOutcome {
 // file is kept: a TIFF of more pages than Exiv2 keeps (four) is refused
 // (Failed) rather than written short. Where the type cannot hold a group (IPTC in WebP), its title
 // and keywords go to their XMP equivalents (dc:title, dc:subject).
-// HEIC and AVIF are refused with CannotWriteType and a reason.
+// HEIC and AVIF are written by our item rewriter (heif_rewriter.h); what it
+// cannot keep safely is refused (Failed) with a reason.
 PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& target,
                                  const PropertyEdit& edit);
 // The same from a source's bytes in memory.
