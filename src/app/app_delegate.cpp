@@ -156,6 +156,7 @@ void AppDelegate::awakeFromNib() {
     setupAudioActions();
     setupPhotoActions();
     setupBatchActions();
+    setupUpdateController();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

@@ -48,6 +48,12 @@ void AppDelegate::setupBatchActions() {
     m_undoRename = menu->addAction(tr("Undo Rename"), this, [this] { UndoRenameAction(nullptr); });
     m_undoRename->setEnabled(false);
     menu->addAction(tr("Change Dates..."), this, [this] { EditvideofileDateInfoAction(nullptr); });
+    QAction* stamp =
+        menu->addAction(tr("Add Date to Photos"), this, [this] { AddDateOnPhotoAction(nullptr); });
+    stamp->setObjectName(QStringLiteral("addDateOnPhotoAction"));
+    stamp->setToolTip(
+        tr("Write copies of the selected photos with the date they were taken "
+           "drawn in (font, colour, corner and layout from the preferences)"));
     using Tool = VideoWriteResult (*)(const IKImageItem&, const StorageContext&, OutputBatch&);
     const std::pair<const char*, Tool> copies[] = {
         {QT_TR_NOOP("Copy Recorded Date to File Dates"), ::ClickCopyExifDateToCreateDateAction},
