@@ -63,12 +63,16 @@ QString compressPhotowithFilePath(const QString& drawingPath, const QString& sou
     return writePhotoBytes(withSourceMetadata(jpeg, sourcePath), target, upright).reason;
 }
 
-// The photo upright. Qt's readers turn most pictures by their orientation,
-// but not all (a PNG's eXIf chunk): what a reader left unturned is turned
-// here by the orientation the metadata holds.
-QImage uprightPicture(const QString& path, int orientation) {
+// The photo upright. Qt's readers turn pictures by their orientation, but
+// its PNG reader leaves the orientation of a PNG's eXIf chunk unapplied:
+// such a PNG is turned here by the orientation the metadata holds. (Other
+// types are left to the decoder: a HEIF picture is turned by its own boxes
+// and its Exif orientation must not be applied again.)
+QImage uprightPicture(const QString& path, const PhotoSource& source) {
     QImage picture = loadPhotoPicture(path);
-    if (picture.isNull() || orientation < 2 || orientation > 8 ||
+    const int orientation = source.properties.value(QStringLiteral("Orientation")).toInt();
+    if (picture.isNull() || source.type != QLatin1String("png") || orientation < 2 ||
+        orientation > 8 ||
         QImageReader(path).transformation() != QImageIOHandler::TransformationNone)
         return picture;
     const bool mirror = orientation == 2 || orientation == 3 || orientation == 7;
@@ -160,8 +164,7 @@ PhotoWriteResult AddDateOnPhotoAction(const IKImageItem& item, const StampStyle&
     // folder under the photo's own name (which may be the photo itself).
     QTemporaryFile drawing;
     {
-        const QImage photo = uprightPicture(
-            source, properties.properties.value(QStringLiteral("Orientation")).toInt());
+        const QImage photo = uprightPicture(source, properties);
         if (photo.isNull())
             return PhotoWriteResult::skippedFile(source,
                                                  tr("The photo's picture cannot be decoded."));
