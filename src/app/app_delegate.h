@@ -38,6 +38,7 @@ class PhotoMapWindow;
 class PhotoPanel;
 class BusyIndicator;
 class ColorWell;
+class PRUpdateController;
 class ImportThread;
 class MainWindow;
 class MediaTableModel;
@@ -208,6 +209,9 @@ public:
     void RemoveGPSDataFromPhoto(QObject* sender);
     void DeleteExifAndGPSData(QObject* sender);
     void DeleteAllPhotoMetadataData(QObject* sender);
+    // Stamps the selected local photos with their dates (the preferences'
+    // font, colour, corner and layout), then opens the storage folder.
+    void AddDateOnPhotoAction(QObject* sender);
     // --- batch tools ---
     // The rename dialog, with the new names shown before anything moves.
     void ShowRenameWindowAction(QObject* sender);
@@ -266,6 +270,9 @@ public:
     void ClickAbout(QObject* sender);
     void CLICkProductGuide(QObject* sender);
     void CLICkSupport(QObject* sender);
+    // Help > Check for Updates.
+    void CheckforUpdateAction(QObject* sender);
+    PRUpdateController* updateController = nullptr;
     void startProgreess();
     void endProgress();
 
@@ -385,6 +392,7 @@ private:
     // The record is listed under the filter of the list (Find).
     bool listedUnderFilter(const IKImageItem& item) const;
     void setupXmpSheet();
+    void setupUpdateController();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,

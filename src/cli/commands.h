@@ -14,6 +14,9 @@ int runStrip(const QStringList& args);
 int runTree(const QStringList& args);
 int runGps(const QStringList& args);
 int runPhotoDate(const QStringList& args);
+int runStamp(const QStringList& args);
+// The update check.
+int runCheckUpdate(const QStringList& args);
 // The video title and date tools; -1 when `command` is none of them.
 int runVideoTool(const QString& command, const QStringList& args);
 // The batch tools (rename, set-date, shift-date, copy-date, export,

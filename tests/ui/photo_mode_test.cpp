@@ -1,6 +1,7 @@
 // Photo mode in the real window: photos added by a folder drop, the panel
 // and outline of the selected photo, an edit applied into the storage
 // folder, the GPS window's save and the sheets that refuse incomplete input.
+#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -87,6 +88,16 @@ private Q_SLOTS:
         QCOMPARE(tags["GPS:GPSLatitudeRef"].toString(), "S");
         QCOMPARE(readFile(m_located), source);
         QVERIFY(!s.app->hasUnsavedEdits());
+    }
+
+    // The stamp takes the local selection; the storage folder opens after it.
+    void theDateStampWritesADatedCopy() {
+        select(m_bare);
+        s.app->mainWindow()->findChild<QAction*>("addDateOnPhotoAction")->trigger();
+        QCOMPARE(written("bare_date.jpg", {"-n"})["IFD0:Make"].toString(), "Maker");
+        const auto& desktop =
+            static_cast<RecordingDesktopIntegration&>(DesktopIntegration::instance());
+        QVERIFY(desktop.opened().contains(QUrl::fromLocalFile(s.dir.filePath("out"))));
     }
 
     void theGpsWindowWritesThePosition() {

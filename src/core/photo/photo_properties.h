@@ -113,3 +113,11 @@ PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& targe
 // The same from a source's bytes in memory.
 PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& target,
                                   const PropertyEdit& edit);
+
+// A newly encoded picture (JPEG or TIFF bytes) with the metadata of the photo
+// it was made from that still means the same for it: the Exif sub-directory
+// (the maker note left out) with the new pixel dimensions, GPS, the
+// descriptive TIFF tags, IPTC and XMP (without the old picture's orientation
+// and size). The orientation is the caller's to set. `encoded` unchanged
+// (logged) when the source's metadata cannot be read.
+QByteArray withSourceMetadata(const QByteArray& encoded, const QString& sourcePath);

@@ -335,3 +335,40 @@ PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& targe
     if (bytes.isEmpty()) return {PhotoWriteStatus::Failed, tr("The photo is empty.")};
     return writePhotoBytes(bytes, target, edit);
 }
+
+QByteArray withSourceMetadata(const QByteArray& encoded, const QString& sourcePath) {
+    ensureInitialised();
+    try {
+        Exiv2::Image::AutoPtr source =
+            Exiv2::ImageFactory::open(QFile::encodeName(sourcePath).toStdString());
+        source->readMetadata();
+        Exiv2::Image::AutoPtr target = Exiv2::ImageFactory::open(
+            reinterpret_cast<const Exiv2::byte*>(encoded.constData()), long(encoded.size()));
+        target->readMetadata();
+        for (const Exiv2::Exifdatum& datum : source->exifData()) {
+            const std::string group = datum.groupName();
+            if (group == "Photo" || group == "GPSInfo" ||
+                (group == "Image" && isDescriptiveTiffTag(datum.tagName())))
+                if (datum.tagName() != "MakerNote") target->exifData().add(datum);
+        }
+        target->setIptcData(source->iptcData());
+        target->setXmpData(source->xmpData());
+        // What described the old picture's layout does not hold for the new one.
+        eraseXmpIf(target->xmpData(), [](const std::string& k) {
+            return k == "Xmp.tiff.Orientation" || k == "Xmp.tiff.ImageWidth" ||
+                   k == "Xmp.tiff.ImageLength" || k == "Xmp.exif.PixelXDimension" ||
+                   k == "Xmp.exif.PixelYDimension";
+        });
+        Exiv2::ExifData& exif = target->exifData();
+        if (exif.findKey(Exiv2::ExifKey("Exif.Photo.PixelXDimension")) != exif.end()) {
+            exif["Exif.Photo.PixelXDimension"] = uint32_t(target->pixelWidth());
+            exif["Exif.Photo.PixelYDimension"] = uint32_t(target->pixelHeight());
+        }
+        target->writeMetadata();
+        return contentsOf(target->io());
+    } catch (const std::exception& error) {
+        qCInfo(lcTagsmith).noquote()
+            << "metadata not carried over ==" << sourcePath << "==" << error.what();
+    }
+    return encoded;
+}
