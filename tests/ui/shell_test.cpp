@@ -9,11 +9,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QSplitter>
 #include <QTimer>
-#include <QPlainTextEdit>
-#include <QSignalSpy>
 
 #include "app/help_links.h"
 #include "control_names.h"
@@ -318,6 +318,8 @@ private Q_SLOTS:
         browser->selectItem(browser->photoModel()->content().first());
         QTRY_VERIFY(app.shownPhoto());
         shoot(window, "photos.png");
+    }
+
     void updateWindowsShowWhatTheDocumentSays() {
         const auto document = [](const char* version) {
             return QUrl(QStringLiteral("data:application/xml,<plist><dict><key>lastestVersion</"
