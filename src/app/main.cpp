@@ -5,6 +5,7 @@
 #include "core/common/logging.h"
 #include "core/video/video_file_ops.h"
 #include "ui/shell/main_window.h"
+#include "ui/shell/translations.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(TAGSMITH_VERSION));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tagsmith"));
     ActivityLog::install();
+    installTranslations(app);
     installMovieExporter();
     app.setStyle(QStringLiteral("Fusion"));
 

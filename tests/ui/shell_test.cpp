@@ -5,8 +5,12 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDockWidget>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QRegularExpression>
+#include <QTranslator>
 
 #include "app/help_links.h"
 #include "core/app/user_defaults.h"
@@ -18,6 +22,7 @@
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/preferences_window.h"
 #include "ui/shell/toolbar_button.h"
+#include "ui/shell/translations.h"
 #include "ui/video/video_meta_view.h"
 #include "ui_session.h"
 
@@ -187,7 +192,96 @@ private Q_SLOTS:
         QCOMPARE(AppDelegate::GetAppDelegater(), nullptr);
     }
 
+    // The window walked in English and again in German: every text of the
+    // views, panels, menus and dialogs must change, unless German says it
+    // the same way. The German window is saved as german-main-window.png.
+    void germanInterfaceLeavesNoEnglishText() {
+        MediaFixture media;
+        QString error;
+        if (!media.make(&error)) QSKIP(qPrintable(error));
+        const Texts english = walkWindow(media.folder());
+        const auto removeTranslations = qScopeGuard([] {
+            for (QTranslator* t : qApp->findChildren<QTranslator*>()) delete t;
+        });
+        QVERIFY(installTranslations(*qApp, QLocale(QLocale::German, QLocale::Germany)));
+        const Texts german = walkWindow(media.folder());
+        static const QRegularExpression same(
+            "^(Tagsmith|OK| OK |GPS|EXIF|Exif|XMP|Album|Copyright|Details|Position|Name|"
+            "[-A-Z0-9:/. ()]*[0-9X]|[^A-Za-z]*)$");
+        QStringList left;
+        for (auto it = english.cbegin(); it != english.cend(); ++it)
+            if (!german.contains(it.key()) ||
+                (german[it.key()] == *it && !same.match(*it).hasMatch()))
+                left << it.key() + " = " + *it;
+        QVERIFY2(left.isEmpty(), qPrintable("untranslated:\n" + left.join('\n')));
+    }
+
 private:
+    using Texts = QMap<QString, QString>;  // where it stands -> text
+
+    static void collect(const QString& step, QWidget* root, Texts& out) {
+        QList<QWidget*> widgets = root->findChildren<QWidget*>();
+        widgets.prepend(root);
+        for (int i = 0; i < widgets.size(); ++i) {
+            QWidget* w = widgets[i];
+            const QString at = QStringLiteral("%1/%2 %3#%4 ")
+                                   .arg(step)
+                                   .arg(i)
+                                   .arg(w->metaObject()->className(), w->objectName());
+            auto put = [&](const QString& what, const QString& text) {
+                if (!text.trimmed().isEmpty()) out.insert(at + what, text);
+            };
+            if (w->isWindow() || qobject_cast<QDockWidget*>(w)) put("title", w->windowTitle());
+            put("tooltip", w->toolTip());
+            if (auto* l = qobject_cast<QLabel*>(w); l && l->objectName() != "showFontlab")
+                put("text", l->text());
+            if (auto* b = qobject_cast<QAbstractButton*>(w)) put("text", b->text());
+            if (auto* e = qobject_cast<QLineEdit*>(w)) put("placeholder", e->placeholderText());
+            if (auto* m = qobject_cast<QMenu*>(w)) put("title", m->title());
+            if (auto* c = qobject_cast<QComboBox*>(w))
+                for (int n = 0; n < c->count(); ++n) put(QString("item %1").arg(n), c->itemText(n));
+            if (auto* h = qobject_cast<QHeaderView*>(w); h && h->model())
+                for (int n = 0; n < h->count(); ++n)
+                    put(QString("header %1").arg(n),
+                        h->model()->headerData(n, h->orientation()).toString());
+            for (int n = 0; n < w->actions().size(); ++n) {
+                put(QString("action %1").arg(n), w->actions()[n]->text());
+                put(QString("action tip %1").arg(n), w->actions()[n]->toolTip());
+            }
+        }
+    }
+
+    // A fresh window with a video row: its views (Ctrl+1, 2, 3), the alert of
+    // an empty selection, the batch dialogs and the exit question.
+    Texts walkWindow(const QString& media) {
+        Texts texts;
+        AppDelegate& app = launch();
+        MainWindow* window = app.mainWindow();
+        window->show();
+        auto modal = [&](const QString& step, auto open) {
+            QTimer::singleShot(0, [&] {
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                    collect(step, dialog, texts);
+                    dialog->reject();
+                }
+            });
+            open();
+        };
+        modal("nothing selected", [&] { app.ShowRenameWindowAction(nullptr); });
+        if (!m_ui->importAndWait({media})) return {};
+        m_ui->selectRow(0);
+        for (const auto key : {Qt::Key_2, Qt::Key_3, Qt::Key_1}) {
+            QTest::keyClick(window, key, Qt::ControlModifier);
+            collect(QString("view %1").arg(key - Qt::Key_0), window, texts);
+        }
+        modal("rename", [&] { app.ShowRenameWindowAction(nullptr); });
+        modal("dates", [&] { app.EditvideofileDateInfoAction(nullptr); });
+        std::unique_ptr<QMessageBox> exit(app.makeExitAlert(nullptr));
+        collect("exit", exit.get(), texts);
+        window->grab().save(QCoreApplication::applicationDirPath() + "/german-main-window.png");
+        return texts;
+    }
+
     AppDelegate& launch() { return m_ui->launch(); }
     RecordingDesktopIntegration* m_desktop = nullptr;
     std::unique_ptr<UiSession> m_ui;

@@ -18,6 +18,7 @@
 #include "core/batch/date_shift.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -126,7 +127,7 @@ QList<RenameStep> runRename(const IKImageItemList& items, const RenameOptions& o
         const QFileInfo info(item->filePath);
         const QString base = newBaseName(*item, options, number);
         if (base.isEmpty()) {
-            step.problem = QStringLiteral("the new name would be empty");
+            step.problem = WriteResult::tr("the new name would be empty");
         } else {
             QString target = targetPath(info.absolutePath(), base, info.suffix());
             if (target != info.absoluteFilePath() && taken(target)) {
@@ -234,7 +235,7 @@ QList<RenameStep> undoRename(const QList<RenameStep>& done, const IKImageItemLis
         if (!it->ok() || it->newPath == it->oldPath) continue;
         RenameStep back{it->newPath, it->oldPath, {}};
         if (!QFileInfo::exists(back.oldPath))
-            back.problem = QStringLiteral("%1 is no longer there").arg(back.oldPath);
+            back.problem = WriteResult::tr("%1 is no longer there").arg(back.oldPath);
         else
             back.problem = moveKeepingDates(back.oldPath, back.newPath);
         if (back.problem.isEmpty())

@@ -10,6 +10,7 @@
 #include "core/batch/plist_io.h"
 #include "core/common/copy_publish.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_writers.h"
 
@@ -47,7 +48,7 @@ VideoWriteResult publishPlist(const QString& name, const QVariant& root,
     const QByteArray xml = plistXml(root);
     if (xml.isEmpty()) {
         VideoWriteResult r;
-        r.reason = QStringLiteral("the property list could not be made");
+        r.reason = WriteResult::tr("the property list could not be made");
         return r;
     }
     return publishBytes(storage.storagelocation + QLatin1Char('/') + name, xml, storage, batch);

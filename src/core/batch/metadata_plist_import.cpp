@@ -5,6 +5,7 @@
 #include "core/batch/plist_io.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_job.h"
 #include "core/video/video_file_ops.h"
@@ -77,7 +78,7 @@ PlistImport writePhotos(const IKImageItemList& photos, const StorageContext& sto
     for (const IKImageItemPtr& item : photos) {
         if (!isImagePath(item->filePath)) {
             out.results.append(
-                VideoWriteResult::skippedFile(item->filePath, QStringLiteral("not a photo")));
+                VideoWriteResult::skippedFile(item->filePath, WriteResult::tr("not a photo")));
         } else {
             PhotoJob job;
             job.sourcePath = item->filePath;

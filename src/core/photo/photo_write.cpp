@@ -12,6 +12,7 @@
 #include <cmath>
 
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/photo/photo_exiv2.h"
 #include "core/photo/photo_png_text.h"
 
@@ -21,10 +22,6 @@ namespace {
 
 // Photos are edited in memory; larger files are refused.
 constexpr qint64 kMaxPhotoBytes = qint64(1) << 30;
-
-QString tr(const char* text) {
-    return QCoreApplication::translate("PhotoWriter", text);
-}
 
 bool isAscii(const QString& text) {
     for (const QChar c : text)
@@ -271,36 +268,41 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         const int type = image->imageType();
         if (type == Exiv2::ImageType::bmff)
             return {PhotoWriteStatus::CannotWriteType,
-                    tr("HEIC and AVIF photos cannot be written yet.")};
+                    PhotoWriter::tr("HEIC and AVIF photos cannot be written yet.")};
         const Exiv2::AccessMode mode = Exiv2::ImageFactory::checkMode(type, Exiv2::mdExif);
         if (mode != Exiv2::amReadWrite && mode != Exiv2::amWrite)
-            return {PhotoWriteStatus::CannotWriteType, tr("This kind of photo cannot be written.")};
+            return {PhotoWriteStatus::CannotWriteType,
+                    PhotoWriter::tr("This kind of photo cannot be written.")};
         applyEdit(*image, edit);
         image->writeMetadata();
         written = contentsOf(image->io());
         if (type == Exiv2::ImageType::tiff && pageCount(written) != pageCount(source)) {
             qCWarning(lcTagsmith) << "TIFF pages lost in writing, not written ==" << target;
-            return {PhotoWriteStatus::Failed,
-                    tr("The photo's pages could not all be kept, so it was not written.")};
+            return {
+                PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo's pages could not all be kept, so it was not written.")};
         }
         if (type == Exiv2::ImageType::png && edit.removedGroups.contains(PhotoGroup::PNG))
             written = withoutPngTexts(written);
     } catch (const Exiv2::AnyError& error) {
         qCInfo(lcTagsmith).noquote()
             << "photo not written ==" << target << "== Exiv2 error" << error.code() << error.what();
-        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo is damaged or cannot be written.")};
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target << "==" << error.what();
-        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo is damaged or cannot be written.")};
     } catch (...) {
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target;
-        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo is damaged or cannot be written.")};
     }
     QFile out(target);
     if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
         out.write(written) != written.size() || !out.flush())
         return {PhotoWriteStatus::Failed,
-                tr("The copy could not be written: %1").arg(out.errorString())};
+                PhotoWriter::tr("The copy could not be written: %1").arg(out.errorString())};
     return {PhotoWriteStatus::Written, {}};
 }
 
@@ -308,10 +310,11 @@ PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& targe
                                  const PropertyEdit& edit) {
     QFile in(sourcePath);
     if (!in.open(QIODevice::ReadOnly))
-        return {PhotoWriteStatus::Failed, tr("The photo cannot be read: %1").arg(in.errorString())};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo cannot be read: %1").arg(in.errorString())};
     if (in.size() > kMaxPhotoBytes)
-        return {PhotoWriteStatus::Failed, tr("The photo is too large to be written.")};
+        return {PhotoWriteStatus::Failed, PhotoWriter::tr("The photo is too large to be written.")};
     const QByteArray bytes = in.readAll();
-    if (bytes.isEmpty()) return {PhotoWriteStatus::Failed, tr("The photo is empty.")};
+    if (bytes.isEmpty()) return {PhotoWriteStatus::Failed, PhotoWriter::tr("The photo is empty.")};
     return writePhotoBytes(bytes, target, edit);
 }

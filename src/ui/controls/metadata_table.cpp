@@ -1,5 +1,6 @@
 #include "ui/controls/metadata_table.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QIcon>
 #include <QImage>
@@ -13,8 +14,9 @@ constexpr int kTagThumbnailSize = 40;
 QTableWidget* makeMetadataTable(QWidget* parent) {
     auto* table = new QTableWidget(0, 3, parent);
     table->setObjectName(QStringLiteral("allTagsView"));
-    table->setHorizontalHeaderLabels(
-        {QObject::tr("Key Space"), QObject::tr("Key"), QObject::tr("Value")});
+    table->setHorizontalHeaderLabels({QCoreApplication::translate("MetadataTable", "Key Space"),
+                                      QCoreApplication::translate("MetadataTable", "Key"),
+                                      QCoreApplication::translate("MetadataTable", "Value")});
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setWordWrap(false);
