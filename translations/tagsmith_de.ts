@@ -1825,5 +1825,29 @@ oder mit „Hinzufügen“ auswählen</translation>
         <source>its sound cannot be decoded</source>
         <translation>ihr Ton kann nicht dekodiert werden</translation>
     </message>
+    <message>
+        <source>the property list holds no dictionary of entries</source>
+        <translation>die Eigenschaftsliste enthält kein Verzeichnis von Einträgen</translation>
+    </message>
+    <message>
+        <source>the property list does not have the shape of %1</source>
+        <translation>die Eigenschaftsliste hat nicht den Aufbau von %1</translation>
+    </message>
+    <message>
+        <source>the property list is not a template</source>
+        <translation>die Eigenschaftsliste ist keine Vorlage</translation>
+    </message>
+    <message>
+        <source>the property list is not a metadata.plist</source>
+        <translation>die Eigenschaftsliste ist keine metadata.plist</translation>
+    </message>
+    <message>
+        <source>no entry named %1 in the list</source>
+        <translation>kein Eintrag namens %1 in der Liste</translation>
+    </message>
+    <message>
+        <source>neither a video nor an audio file</source>
+        <translation>weder ein Video noch eine Audiodatei</translation>
+    </message>
 </context>
 </TS>

@@ -205,9 +205,11 @@ private Q_SLOTS:
         });
         QVERIFY(installTranslations(*qApp, QLocale(QLocale::German, QLocale::Germany)));
         const Texts german = walkWindow(media.folder());
+        // Words German shares, format patterns, template tags and file names.
         static const QRegularExpression same(
-            "^(Tagsmith|OK| OK |GPS|EXIF|Exif|XMP|Album|Copyright|Details|Position|Name|"
-            "[-A-Z0-9:/. ()]*[0-9X]|[^A-Za-z]*)$");
+            "^ ?&?(Tagsmith|OK|GPS|EXIF|Exif|XMP|Album|Band|Computer|Copyright|Details|"
+            "Import/Export|Pause|Position|Tags|Version [0-9.]+)?:? ?$|^[-YMDHSmsdhyX0-9:/. _%]*$|"
+            "^\\{[^}]+\\}:?$|^[\\w .-]+\\.(mov|mp4|m4v|mkv)$");
         QStringList left;
         for (auto it = english.cbegin(); it != english.cend(); ++it)
             if (!german.contains(it.key()) ||

@@ -30,7 +30,7 @@ QString readTopLevel(const QString& path, PlistRead* read) {
     *read = readPlistFile(path);
     if (!read->ok()) return read->problem;
     if (!isMap(read->root) || read->keyOrder.isEmpty())
-        return QStringLiteral("the property list holds no dictionary of entries");
+        return WriteResult::tr("the property list holds no dictionary of entries");
     return {};
 }
 
@@ -114,7 +114,7 @@ PlistImport importPhotoPlist(const QString& plistPath, PhotoPlistKind kind,
     const QMap<QString, QVariantMap> groups =
         isMap(first) ? photoGroups(first.toMap(), kind) : QMap<QString, QVariantMap>();
     if (groups.isEmpty())
-        return refused(plistPath, QStringLiteral("the property list does not have the shape of %1")
+        return refused(plistPath, WriteResult::tr("the property list does not have the shape of %1")
                                       .arg(photoPlistFileName(kind)));
     PropertyEdit edit;
     edit.values = groups;
@@ -164,7 +164,7 @@ PlistImport ImportTemplateDataPlistAction(const QString& plistPath, const IKImag
         return refused(plistPath, why);
     const QVariantMap flat = read.root.toMap();
     if (!isGroupValues(flat) || templateEdit(flat, {}).isEmpty())
-        return refused(plistPath, QStringLiteral("the property list is not a template"));
+        return refused(plistPath, WriteResult::tr("the property list is not a template"));
     return writePhotos(photos, storage, batch, progress, [&](const IKImageItem& item) {
         return templateEdit(flat, readPhotoProperties(item.filePath).properties);
     });
@@ -179,7 +179,7 @@ PlistImport ReloadMetaDataPlistAction(const QString& plistPath, const IKImageIte
     const QVariantMap top = read.root.toMap();
     for (auto it = top.cbegin(); it != top.cend(); ++it) {
         if (!isMap(it.value()) || !isGroupValues(it.value().toMap()))
-            return refused(plistPath, QStringLiteral("the property list is not a metadata.plist"));
+            return refused(plistPath, WriteResult::tr("the property list is not a metadata.plist"));
     }
     PlistImport out;
     int done = 0;
@@ -189,7 +189,7 @@ PlistImport ReloadMetaDataPlistAction(const QString& plistPath, const IKImageIte
         const QVariantMap entry = top.value(name).toMap();
         if (!top.contains(name)) {
             out.results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("no entry named %1 in the list").arg(name)));
+                item->filePath, WriteResult::tr("no entry named %1 in the list").arg(name)));
         } else if (isVideoPath(item->filePath) && ext != QLatin1String("mxf")) {
             const VideoWriteJob job =
                 ReloadChangedVideoExifDateAction(*item, entry, videoEditorStateFor(*item),
@@ -212,7 +212,7 @@ PlistImport ReloadMetaDataPlistAction(const QString& plistPath, const IKImageIte
                     ReloadChangedAuidoExifDateItem(*item, entry, own, storage, batch));
         } else {
             out.results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("neither a video nor an audio file")));
+                item->filePath, WriteResult::tr("neither a video nor an audio file")));
         }
         if (!reportProgress(progress, ++done, int(items.size()))) break;
     }
