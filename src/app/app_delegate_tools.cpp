@@ -91,8 +91,8 @@ void AppDelegate::setupVideoToolActions() {
         auto* sub = new QMenu(item->text(), videoBatchEditMenu);
         for (const QString& variant : variants) {
             // The item's data is the variant the job reads.
-            QAction* choice =
-                sub->addAction(QCoreApplication::translate("VideoTools", variant.toUtf8()));
+            QAction* choice = sub->addAction(
+                QCoreApplication::translate("VideoTools", variant.toUtf8().constData()));
             choice->setData(variant);
             connect(choice, &QAction::triggered, this,
                     [this, choice, action = entry.action] { (this->*action)(choice); });
@@ -147,8 +147,8 @@ void AppDelegate::startVideoTool(VideoTool tool, QObject* sender) {
     for (const MenuEntry& entry : kEntries)
         if (entry.tool == tool) job->title = tr(entry.placeholder);
     if (!videoToolVariants(tool).isEmpty())
-        job->title +=
-            QStringLiteral(" ") + QCoreApplication::translate("VideoTools", variant.toUtf8());
+        job->title += QStringLiteral(" ") +
+                      QCoreApplication::translate("VideoTools", variant.toUtf8().constData());
     for (const IKImageItemPtr& item : items) job->sources << item->filePath;
     qCInfo(lcTagsmith).noquote() << job->title << "==" << job->sources.size() << "files";
 

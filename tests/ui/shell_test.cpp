@@ -1,5 +1,6 @@
 // Start-up, preferences, the toolbar dispatcher, help links, the busy
 // indicator and shutting down while an import runs, on the real controller.
+#include <QApplication>
 #include <QCheckBox>
 #include <QColor>
 #include <QComboBox>
@@ -10,6 +11,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QScopeGuard>
+#include <QTimer>
 #include <QTranslator>
 
 #include "app/help_links.h"
@@ -207,8 +210,9 @@ private Q_SLOTS:
         const Texts german = walkWindow(media.folder());
         // Words German shares, format patterns, template tags and file names.
         static const QRegularExpression same(
-            "^ ?&?(Tagsmith|OK|GPS|EXIF|Exif|XMP|Album|Band|Computer|Copyright|Details|"
-            "Import/Export|Pause|Position|Tags|Version [0-9.]+)?:? ?$|^[-YMDHSmsdhyX0-9:/. _%]*$|"
+            "^ ?&?(Tagsmith|OK|GPS|EXIF|Exif|XMP|Album|Band|Bitrate|Computer|Copyright|Details|"
+            "Import/Export|Minute|Pause|Position|Tags|Version[0-9. ]*)?:? ?$|^[-YMDHSmsdhyxX0-9:/. "
+            "_%]*$|"
             "^\\{[^}]+\\}:?$|^[\\w .-]+\\.(mov|mp4|m4v|mkv)$");
         QStringList left;
         for (auto it = english.cbegin(); it != english.cend(); ++it)
@@ -278,8 +282,9 @@ private:
         }
         modal("rename", [&] { app.ShowRenameWindowAction(nullptr); });
         modal("dates", [&] { app.EditvideofileDateInfoAction(nullptr); });
-        std::unique_ptr<QMessageBox> exit(app.makeExitAlert(nullptr));
-        collect("exit", exit.get(), texts);
+        std::unique_ptr<QMessageBox> question(app.makeExitAlert(nullptr));
+        collect("exit", question.get(), texts);
+        window->resize(1180, 740);  // the offscreen screen is narrower than a desktop
         window->grab().save(QCoreApplication::applicationDirPath() + "/german-main-window.png");
         return texts;
     }
