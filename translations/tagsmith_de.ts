@@ -1849,5 +1849,65 @@ oder mit „Hinzufügen“ auswählen</translation>
         <source>neither a video nor an audio file</source>
         <translation>weder ein Video noch eine Audiodatei</translation>
     </message>
+    <message>
+        <source>photo dates are changed in the photo date window</source>
+        <translation>Fotodaten werden im Fenster „Fotodatum ändern“ geändert</translation>
+    </message>
+    <message>
+        <source>the shifted date is not a calendar date</source>
+        <translation>das verschobene Datum ist kein Kalenderdatum</translation>
+    </message>
+    <message>
+        <source>name taken</source>
+        <translation>Name vergeben</translation>
+    </message>
+    <message>
+        <source>%1 exists already</source>
+        <translation>%1 existiert bereits</translation>
+    </message>
+    <message>
+        <source>the file&apos;s dates cannot be read</source>
+        <translation>die Daten der Datei können nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>the file has no recorded date</source>
+        <translation>die Datei hat kein Aufnahmedatum</translation>
+    </message>
+    <message>
+        <source>Linux cannot set a file&apos;s creation date</source>
+        <translation>Linux kann das Erstellungsdatum einer Datei nicht setzen</translation>
+    </message>
+    <message>
+        <source>the file has no artwork</source>
+        <translation>die Datei hat kein Cover</translation>
+    </message>
+    <message>
+        <source>the new file could not be written</source>
+        <translation>die neue Datei konnte nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>the file has no title to name the copy after</source>
+        <translation>die Datei hat keinen Titel, nach dem die Kopie benannt werden könnte</translation>
+    </message>
+    <message>
+        <source>the file has no video; the batch ends here</source>
+        <translation>die Datei hat kein Video; der Durchgang endet hier</translation>
+    </message>
+    <message>
+        <source>the file is damaged or incomplete, so it cannot be rewritten safely</source>
+        <translation>die Datei ist beschädigt oder unvollständig und kann daher nicht sicher neu geschrieben werden</translation>
+    </message>
+    <message>
+        <source>the file is a fragmented movie, which cannot be rewritten safely</source>
+        <translation>die Datei ist ein fragmentierter Film, der nicht sicher neu geschrieben werden kann</translation>
+    </message>
+    <message>
+        <source>the file&apos;s movie header is compressed, which cannot be rewritten safely</source>
+        <translation>der Filmkopf der Datei ist komprimiert und kann nicht sicher neu geschrieben werden</translation>
+    </message>
+    <message>
+        <source>the file refers to media stored in other files, which cannot be rewritten safely</source>
+        <translation>die Datei verweist auf Medien in anderen Dateien und kann nicht sicher neu geschrieben werden</translation>
+    </message>
 </context>
 </TS>

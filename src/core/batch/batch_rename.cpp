@@ -87,7 +87,7 @@ QString moveNoReplace(const QString& from, const QString& to) {
         return {};
     if (errno != EINVAL && errno != ENOSYS) return QString::fromLocal8Bit(std::strerror(errno));
     // File systems without the flag: test, then move.
-    if (QFileInfo::exists(to) || QFileInfo(to).isSymLink()) return QStringLiteral("name taken");
+    if (QFileInfo::exists(to) || QFileInfo(to).isSymLink()) return WriteResult::tr("name taken");
     if (::rename(a.constData(), b.constData()) == 0) return {};
     return QString::fromLocal8Bit(std::strerror(errno));
 }
@@ -140,7 +140,7 @@ QList<RenameStep> runRename(const IKImageItemList& items, const RenameOptions& o
                 step.newPath = target;
             } else if (taken(target)) {
                 step.problem =
-                    QStringLiteral("%1 exists already").arg(QFileInfo(target).fileName());
+                    WriteResult::tr("%1 exists already").arg(QFileInfo(target).fileName());
             } else if (move) {
                 if (const QString why = moveKeepingDates(item->filePath, target); why.isEmpty()) {
                     step.newPath = target;

@@ -29,7 +29,7 @@ QDateTime creationOf(const IKImageItem& item) {
 
 VideoWriteResult noCreationDate(const IKImageItem& item) {
     return VideoWriteResult::skippedFile(item.filePath,
-                                         QStringLiteral("the file's dates cannot be read"));
+                                         WriteResult::tr("the file's dates cannot be read"));
 }
 
 }  // namespace
@@ -43,7 +43,7 @@ VideoWriteResult ClickCopyExifDateToCreateDateAction(const IKImageItem& item,
     const QDateTime when = detectDate(item.shootDateStr);
     if (item.shootDateStr.isEmpty() || !when.isValid())
         return VideoWriteResult::skippedFile(item.filePath,
-                                             QStringLiteral("the file has no recorded date"));
+                                             WriteResult::tr("the file has no recorded date"));
     return copyVideoFile(item.filePath, storageTarget(item, storage), when, when,
                          storage.storagelocation, batch);
 }
@@ -78,8 +78,8 @@ VideoWriteResult ClickCopyCreatedDateToModifyDateAction(const IKImageItem& item,
 }
 
 VideoWriteResult ClickCopyModiyDateToCreateDateAction(const IKImageItem& item) {
-    return VideoWriteResult::skippedFile(item.filePath,
-                                         QStringLiteral("Linux cannot set a file's creation date"));
+    return VideoWriteResult::skippedFile(
+        item.filePath, WriteResult::tr("Linux cannot set a file's creation date"));
 }
 
 VideoWriteResult ClickCopyFileNameToCommentsAction(const IKImageItem& item,

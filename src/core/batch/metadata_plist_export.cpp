@@ -228,7 +228,7 @@ QList<VideoWriteResult> exportMetadataPlist(const IKImageItemList& items,
         const QVariantMap entry = metadataPlistEntry(*item);
         if (!isAudioPath(item->filePath) && !isVideoPath(item->filePath))
             results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("neither a video nor an audio file")));
+                item->filePath, WriteResult::tr("neither a video nor an audio file")));
         else if (!entry.isEmpty())
             top.insert(baseName(item->fileName), entry);
         // Audio entries also stand under the full name.
@@ -248,7 +248,7 @@ QList<VideoWriteResult> exportArtwork(const IKImageItemList& items, const Storag
             item->fileImage.isNull() ? QByteArray() : tiffBytes(item->fileImage);
         if (tiff.isEmpty()) {
             results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("the file has no artwork")));
+                item->filePath, WriteResult::tr("the file has no artwork")));
         } else {
             // TIFF data under a ".jpg" name, as the artwork files have always been.
             const QString name = QFileInfo(item->filePath).fileName() + QStringLiteral(".jpg");

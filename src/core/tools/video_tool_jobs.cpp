@@ -79,7 +79,7 @@ public:
                 qCInfo(lcTagsmith) << "no video track; the slow-motion batch ends ==" << source;
                 VideoToolResult ended;
                 static_cast<VideoWriteResult&>(ended) = VideoWriteResult::skippedFile(
-                    source, QStringLiteral("the file has no video; the batch ends here"));
+                    source, WriteResult::tr("the file has no video; the batch ends here"));
                 results << ended;
                 if (m_callbacks.finished) m_callbacks.finished(m_index, ended);
                 break;

@@ -164,7 +164,7 @@ VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& stora
             break;
         case ExportStatus::Failed: {
             result.reason = outcome.reason.isEmpty()
-                                ? QStringLiteral("the new file could not be written")
+                                ? WriteResult::tr("the new file could not be written")
                                 : outcome.reason;
             qCWarning(lcTagsmith) << "export failed ==" << job.request.sourcePath;
             if (job.fallbackCopyPath.isEmpty()) break;
