@@ -11,6 +11,14 @@
         <source>Also show the program&apos;s diagnostic lines</source>
         <translation>Auch die Diagnosezeilen des Programms anzeigen</translation>
     </message>
+    <message>
+        <source>What the program did with your files</source>
+        <translation>Was das Programm mit Ihren Dateien getan hat</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>Aktivität</translation>
+    </message>
 </context>
 <context>
     <name>AppDelegate</name>
@@ -702,6 +710,158 @@
         <source>the video tools work on videos only</source>
         <translation>die Videowerkzeuge arbeiten nur mit Videos</translation>
     </message>
+    <message>
+        <source>Write XMP Sidecars to Videos...</source>
+        <translation>XMP-Begleitdateien in Videos schreiben...</translation>
+    </message>
+    <message>
+        <source>Writes the title, position and date of XMP sidecars into the videos beside them, replacing the videos</source>
+        <translation>Schreibt Titel, Position und Datum der XMP-Begleitdateien in die Videos daneben und ersetzt diese Videos</translation>
+    </message>
+    <message>
+        <source>Every new name is this text and a number</source>
+        <translation>Jeder neue Name besteht aus diesem Text und einer Nummer</translation>
+    </message>
+    <message>
+        <source>New names are made from the template below</source>
+        <translation>Neue Namen werden aus der Vorlage unten gebildet</translation>
+    </message>
+    <message>
+        <source>The text of the new names</source>
+        <translation>Der Text der neuen Namen</translation>
+    </message>
+    <message>
+        <source>The first file is numbered 1 as well</source>
+        <translation>Auch die erste Datei erhält die Nummer 1</translation>
+    </message>
+    <message>
+        <source>The template: tags in braces are replaced by each file&apos;s values</source>
+        <translation>Die Vorlage: Tags in geschweiften Klammern werden durch die Werte jeder Datei ersetzt</translation>
+    </message>
+    <message>
+        <source>Insert a metadata tag into the template</source>
+        <translation>Ein Metadaten-Tag in die Vorlage einfügen</translation>
+    </message>
+    <message>
+        <source>Where an inserted tag goes in the template</source>
+        <translation>Wohin ein eingefügtes Tag in der Vorlage kommt</translation>
+    </message>
+    <message>
+        <source>How {Camera Date} is written</source>
+        <translation>Wie {Camera Date} geschrieben wird</translation>
+    </message>
+    <message>
+        <source>Text added after every new name</source>
+        <translation>Text, der an jeden neuen Namen angehängt wird</translation>
+    </message>
+    <message>
+        <source>The new names</source>
+        <translation>Die neuen Namen</translation>
+    </message>
+    <message>
+        <source>Rename the files</source>
+        <translation>Dateien umbenennen</translation>
+    </message>
+    <message>
+        <source>Close without renaming</source>
+        <translation>Schließen, ohne umzubenennen</translation>
+    </message>
+    <message>
+        <source>Each file&apos;s date is later than the one before by this much</source>
+        <translation>Das Datum jeder Datei liegt um so viel nach dem der vorigen</translation>
+    </message>
+    <message>
+        <source>The step between two files&apos; dates</source>
+        <translation>Der Abstand zwischen den Daten zweier Dateien</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>The unit of the step</source>
+        <translation>Die Einheit des Schritts</translation>
+    </message>
+    <message>
+        <source>Shift each file&apos;s own date later</source>
+        <translation>Das eigene Datum jeder Datei nach hinten verschieben</translation>
+    </message>
+    <message>
+        <source>Shift each file&apos;s own date earlier</source>
+        <translation>Das eigene Datum jeder Datei nach vorne verschieben</translation>
+    </message>
+    <message>
+        <source>Change the dates</source>
+        <translation>Datumsangaben ändern</translation>
+    </message>
+    <message>
+        <source>Close without changes</source>
+        <translation>Schließen, ohne zu ändern</translation>
+    </message>
+    <message>
+        <source>%1 to add or subtract</source>
+        <translation>%1 zum Addieren oder Abziehen</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Find in the List</source>
+        <translation>In der Liste suchen</translation>
+    </message>
+    <message>
+        <source>Stop this job; its unfinished files are removed</source>
+        <translation>Diesen Auftrag anhalten; seine unfertigen Dateien werden entfernt</translation>
+    </message>
+    <message>
+        <source>%1 was not found.</source>
+        <translation>%1 wurde nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>Write XMP sidecars to videos</source>
+        <translation>XMP-Begleitdateien in Videos schreiben</translation>
+    </message>
+    <message>
+        <source>Sidecars without a video beside them are skipped</source>
+        <translation>Begleitdateien ohne Video daneben werden übersprungen</translation>
+    </message>
+    <message>
+        <source>Choose a folder of XMP sidecars. The title, position and date of each sidecar are written into the video of the same name beside it (.mov or .mp4), which is replaced by its new copy.</source>
+        <translation>Wählen Sie einen Ordner mit XMP-Begleitdateien. Titel, Position und Datum jeder Begleitdatei werden in das gleichnamige Video daneben (.mov oder .mp4) geschrieben, das durch seine neue Kopie ersetzt wird.</translation>
+    </message>
+    <message>
+        <source>What writing XMP does</source>
+        <translation>Was das Schreiben von XMP bewirkt</translation>
+    </message>
+    <message>
+        <source>Only .xmp and .XMP files are read, in the folder and its sub-folders</source>
+        <translation>Nur .xmp- und .XMP-Dateien werden gelesen, im Ordner und seinen Unterordnern</translation>
+    </message>
+    <message>
+        <source>XMP sidecars being applied</source>
+        <translation>XMP-Begleitdateien werden angewendet</translation>
+    </message>
+    <message>
+        <source>The sidecars are being applied; the sheet closes when all are done.</source>
+        <translation>Die Begleitdateien werden angewendet; das Fenster schließt sich, wenn alle fertig sind.</translation>
+    </message>
+    <message>
+        <source>Choose the folder of sidecars to apply</source>
+        <translation>Den Ordner mit den anzuwendenden Begleitdateien wählen</translation>
+    </message>
+    <message>
+        <source>Close without writing anything</source>
+        <translation>Schließen, ohne etwas zu schreiben</translation>
+    </message>
+    <message>
+        <source>Choose a xmp folder to open.</source>
+        <translation>Wählen Sie einen XMP-Ordner zum Öffnen.</translation>
+    </message>
 </context>
 <context>
     <name>AudioPanel</name>
@@ -813,6 +973,22 @@
         <source>Pause</source>
         <translation>Pause</translation>
     </message>
+    <message>
+        <source>Play or pause the audio file</source>
+        <translation>Audiodatei abspielen oder anhalten</translation>
+    </message>
+    <message>
+        <source>Position in the audio file</source>
+        <translation>Position in der Audiodatei</translation>
+    </message>
+    <message>
+        <source>%1: edit, then Save Changes</source>
+        <translation>%1: bearbeiten, dann „Änderungen speichern“</translation>
+    </message>
+    <message>
+        <source>Write the edited fields into a copy of the selected audio files (Ctrl+S)</source>
+        <translation>Die bearbeiteten Felder in eine Kopie der ausgewählten Audiodateien schreiben (Strg+S)</translation>
+    </message>
 </context>
 <context>
     <name>BatchTools</name>
@@ -826,6 +1002,10 @@
     <message>
         <source>Stamp Colour</source>
         <translation>Farbe des Datumsstempels</translation>
+    </message>
+    <message>
+        <source>The colour of the date stamp</source>
+        <translation>Die Farbe des Datumsstempels</translation>
     </message>
 </context>
 <context>
@@ -885,6 +1065,18 @@
     <message>
         <source>Save</source>
         <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Show the position on the map</source>
+        <translation>Die Position auf der Karte zeigen</translation>
+    </message>
+    <message>
+        <source>Close without changing the position</source>
+        <translation>Schließen, ohne die Position zu ändern</translation>
+    </message>
+    <message>
+        <source>Write the position into a copy of the selected photos</source>
+        <translation>Die Position in eine Kopie der ausgewählten Fotos schreiben</translation>
     </message>
 </context>
 <context>
@@ -1004,6 +1196,42 @@ oder mit „Hinzufügen“ auswählen</translation>
         <source>%1 files</source>
         <translation>%1 Dateien</translation>
     </message>
+    <message>
+        <source>Find in the list</source>
+        <translation>In der Liste suchen</translation>
+    </message>
+    <message>
+        <source>Shows only the files whose name, type, artist or album contains this text (Ctrl+F; Escape clears it)</source>
+        <translation>Zeigt nur die Dateien, deren Name, Art, Künstler oder Album diesen Text enthält (Strg+F; Escape leert das Feld)</translation>
+    </message>
+    <message>
+        <source>The videos and audio files of the list: Enter edits the selected file, Delete takes rows off the list (the files stay)</source>
+        <translation>Die Videos und Audiodateien der Liste: Eingabe bearbeitet die ausgewählte Datei, Entf nimmt Zeilen aus der Liste (die Dateien bleiben erhalten)</translation>
+    </message>
+    <message>
+        <source>Videos and audio files</source>
+        <translation>Videos und Audiodateien</translation>
+    </message>
+    <message>
+        <source>The photos of the list: Enter edits the selected photo, Delete takes photos off the list (the files stay)</source>
+        <translation>Die Fotos der Liste: Eingabe bearbeitet das ausgewählte Foto, Entf nimmt Fotos aus der Liste (die Dateien bleiben erhalten)</translation>
+    </message>
+    <message>
+        <source>Photos</source>
+        <translation>Fotos</translation>
+    </message>
+    <message>
+        <source>The photos of the connected camera</source>
+        <translation>Die Fotos der angeschlossenen Kamera</translation>
+    </message>
+    <message>
+        <source>Camera photos</source>
+        <translation>Kamerafotos</translation>
+    </message>
+    <message>
+        <source>Show the written file in the file manager</source>
+        <translation>Die geschriebene Datei in der Dateiverwaltung zeigen</translation>
+    </message>
 </context>
 <context>
     <name>MediaImporter</name>
@@ -1080,6 +1308,14 @@ oder mit „Hinzufügen“ auswählen</translation>
         <source>Value</source>
         <translation>Wert</translation>
     </message>
+    <message>
+        <source>Every metadata item of the file, as stored</source>
+        <translation>Alle Metadaten der Datei, wie gespeichert</translation>
+    </message>
+    <message>
+        <source>All Tags</source>
+        <translation>Alle Tags</translation>
+    </message>
 </context>
 <context>
     <name>PhotoDateWindow</name>
@@ -1102,6 +1338,14 @@ oder mit „Hinzufügen“ auswählen</translation>
     <message>
         <source>Save</source>
         <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Write the dates into a copy of the selected photos</source>
+        <translation>Die Daten in eine Kopie der ausgewählten Fotos schreiben</translation>
+    </message>
+    <message>
+        <source>Close without changing a date</source>
+        <translation>Schließen, ohne ein Datum zu ändern</translation>
     </message>
 </context>
 <context>
@@ -1228,6 +1472,26 @@ oder mit „Hinzufügen“ auswählen</translation>
     <message>
         <source>(%1 bytes)</source>
         <translation>(%1 Bytes)</translation>
+    </message>
+    <message>
+        <source>%1: edit, then Apply Changes</source>
+        <translation>%1: bearbeiten, dann „Änderungen anwenden“</translation>
+    </message>
+    <message>
+        <source>Edit the position of the selected photos</source>
+        <translation>Die Position der ausgewählten Fotos bearbeiten</translation>
+    </message>
+    <message>
+        <source>Change the dates of the selected photos</source>
+        <translation>Die Daten der ausgewählten Fotos ändern</translation>
+    </message>
+    <message>
+        <source>Write the edited fields into a copy of the selected photos (Ctrl+S)</source>
+        <translation>Die bearbeiteten Felder in eine Kopie der ausgewählten Fotos schreiben (Strg+S)</translation>
+    </message>
+    <message>
+        <source>Every property of the photo, by group</source>
+        <translation>Alle Eigenschaften des Fotos, nach Gruppen</translation>
     </message>
 </context>
 <context>
@@ -1380,6 +1644,41 @@ oder mit „Hinzufügen“ auswählen</translation>
         <source>Lower right corner</source>
         <translation>Ecke unten rechts</translation>
     </message>
+    <message>
+        <source>The folder the edited copies are written to</source>
+        <translation>Der Ordner, in den die bearbeiteten Kopien geschrieben werden</translation>
+    </message>
+    <message>
+        <source>Choose another folder for the edited copies</source>
+        <translation>Einen anderen Ordner für die bearbeiteten Kopien wählen</translation>
+    </message>
+    <message>
+        <source>Choose the font of the date stamp</source>
+        <translation>Die Schrift des Datumsstempels wählen</translation>
+    </message>
+    <message>
+        <source>The corner of the picture the date stamp goes in</source>
+        <translation>Die Bildecke, in die der Datumsstempel kommt</translation>
+    </message>
+    <message>
+        <source>How the date stamp writes the date</source>
+        <translation>Wie der Datumsstempel das Datum schreibt</translation>
+    </message>
+    <message>
+        <source>Close without keeping the changes</source>
+        <translation>Schließen, ohne die Änderungen zu behalten</translation>
+    </message>
+    <message>
+        <source>Keep the changes</source>
+        <translation>Die Änderungen übernehmen</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>%1, as %2</source>
+        <translation>%1, als %2</translation>
+    </message>
 </context>
 <context>
     <name>VideoMetaView</name>
@@ -1482,6 +1781,26 @@ oder mit „Hinzufügen“ auswählen</translation>
     <message>
         <source>Pause</source>
         <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Play or pause the movie</source>
+        <translation>Film abspielen oder anhalten</translation>
+    </message>
+    <message>
+        <source>Position in the movie</source>
+        <translation>Position im Film</translation>
+    </message>
+    <message>
+        <source>Choose a new picture for the artwork</source>
+        <translation>Ein neues Bild als Cover wählen</translation>
+    </message>
+    <message>
+        <source>Write the edited fields into a copy of the selected videos (Ctrl+S)</source>
+        <translation>Die bearbeiteten Felder in eine Kopie der ausgewählten Videos schreiben (Strg+S)</translation>
+    </message>
+    <message>
+        <source>%1: edit, then Save Changes</source>
+        <translation>%1: bearbeiten, dann „Änderungen speichern“</translation>
     </message>
 </context>
 <context>
@@ -1908,6 +2227,17 @@ oder mit „Hinzufügen“ auswählen</translation>
     <message>
         <source>the file refers to media stored in other files, which cannot be rewritten safely</source>
         <translation>die Datei verweist auf Medien in anderen Dateien und kann nicht sicher neu geschrieben werden</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Edits the metadata of videos, audio files and photos.</source>
+        <translation>Bearbeitet die Metadaten von Videos, Audiodateien und Fotos.</translation>
+    </message>
+    <message>
+        <source>Files and folders to add to the list.</source>
+        <translation>Dateien und Ordner, die der Liste hinzugefügt werden.</translation>
     </message>
 </context>
 </TS>

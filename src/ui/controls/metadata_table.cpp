@@ -14,6 +14,10 @@ constexpr int kTagThumbnailSize = 40;
 QTableWidget* makeMetadataTable(QWidget* parent) {
     auto* table = new QTableWidget(0, 3, parent);
     table->setObjectName(QStringLiteral("allTagsView"));
+    table->setToolTip(
+        QCoreApplication::translate("MetadataTable", "Every metadata item of the file, as stored"));
+    table->setAccessibleName(QCoreApplication::translate("MetadataTable", "All Tags"));
+    table->setTabKeyNavigation(false);
     table->setHorizontalHeaderLabels({QCoreApplication::translate("MetadataTable", "Key Space"),
                                       QCoreApplication::translate("MetadataTable", "Key"),
                                       QCoreApplication::translate("MetadataTable", "Value")});
