@@ -169,7 +169,9 @@ void AppDelegate::awakeFromNib() {
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})
         b->setEnabled(false);
 
-    for (const char* title : kPositionTitles) postionBtn->addItem(QString::fromLatin1(title));
+    for (const char* title : kPositionTitles)
+        postionBtn->addItem(QCoreApplication::translate("PreferencesWindow", title),
+                            QString::fromLatin1(title));
     for (const char* format : kStampDateFormats)
         dateFormatBtn->addItem(QString::fromLatin1(format));
 }
@@ -198,7 +200,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     currentFontColor = QColor(Qt::white);
     colorwell->setColor(Qt::white);
     // A stored title that matches no item leaves the pop-up without a selection.
-    postionBtn->setCurrentIndex(postionBtn->findText(launch.positionTitle));
+    postionBtn->setCurrentIndex(postionBtn->findData(launch.positionTitle));
     dateFormatBtn->setCurrentIndex(dateFormatBtn->findText(launch.dateFormatTitle));
 
     qCInfo(lcTagsmith) << "storagelocation ==" << storagelocation;

@@ -90,7 +90,7 @@ void AppDelegate::saveAudioEdits(const IKImageItemList& items) {
         if (!isAudioPath(item->filePath)) {
             if (isVideoPath(item->filePath))
                 reportWrite(VideoWriteResult::skippedFile(
-                    item->filePath, QStringLiteral("the panel's edits are for audio files")));
+                    item->filePath, tr("the panel's edits are for audio files")));
             continue;
         }
         // Each other file gets only the fields the user changed (the writers

@@ -77,7 +77,7 @@ void AppDelegate::setupBatchActions() {
         });
     }
     QAction* birth = menu->addAction(tr("Copy Modified Date to Created Date"));
-    birth->setToolTip(tr(kCreationDateTooltip));
+    birth->setToolTip(QCoreApplication::translate("BatchTools", kCreationDateTooltip));
     birth->setEnabled(false);
     menu->setToolTipsVisible(true);
 
@@ -324,8 +324,9 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
     auto* AddDateNumBtn = new QCheckBox(tr("Step the date from file to file by"));
     auto* AddDateNumlab = new QLineEdit(QStringLiteral("1"));
     auto* AddDateUnitBtn = new QComboBox;
-    AddDateUnitBtn->addItems(
-        {QStringLiteral("Second"), QStringLiteral("Minute"), QStringLiteral("Hour")});
+    // The unit is passed on by its English name.
+    for (const char* unit : {QT_TR_NOOP("Second"), QT_TR_NOOP("Minute"), QT_TR_NOOP("Hour")})
+        AddDateUnitBtn->addItem(tr(unit), QString::fromLatin1(unit));
     auto* AddTimeBtn = new QRadioButton(tr("Add Time"));
     auto* RemoveTimeBtn = new QRadioButton(tr("Subtract Time"));
     AddTimeBtn->setChecked(true);
@@ -364,7 +365,7 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
     change.fixedDate = mutSetDatelab->text().trimmed();
     change.step = AddDateNumBtn->isChecked();
     change.stepCount = AddDateNumlab->text();
-    change.stepUnit = AddDateUnitBtn->currentText();
+    change.stepUnit = AddDateUnitBtn->currentData().toString();
     change.add = AddTimeBtn->isChecked();
     qint32* const fields[] = {&change.years, &change.months,  &change.days,
                               &change.hours, &change.minutes, &change.seconds};

@@ -19,7 +19,8 @@
 #include "ui/video/video_meta_view.h"
 
 namespace {
-const char* const kImportMessage = "Please select videos or auidos to import.";
+const char* const kImportMessage =
+    QT_TRANSLATE_NOOP("AppDelegate", "Please select videos or auidos to import.");
 }
 
 void AppDelegate::AddMediaFileAction(QObject* sender) {

@@ -50,7 +50,7 @@ void AppDelegate::ResetPreferenceSetting(QObject*) {
     LaunchSettings values;
     values.fontName = currentFontname;
     values.fontSize = currentFontSize;
-    values.positionTitle = postionBtn->currentText();
+    values.positionTitle = postionBtn->currentData().toString();
     values.dateFormatTitle = dateFormatBtn->currentText();
     storagelocation = storePathlab->text();
     values.storagePath = storagelocation;

@@ -38,33 +38,38 @@ void AppDelegate::setupToolbar() {
     // Buttons whose work comes later exist (the dispatcher knows them) but
     // are disabled; the ones of other modes are kept off the toolbar.
     const Spec specs[] = {
-        {&mediaListBtn, "mediaListBtn", "video-file", "Media", true, true},
-        {&localphotoBtn, "localphotoBtn", "computer", "Computer", true, true},
-        {&cameraphotoBtn, "cameraphotoBtn", "camera", "Camera", true, true},
-        {&addMediaBtn, "addMediaBtn", "add", "Add", true, true},
-        {&removeMediaBtn, "removeMediaBtn", "remove", "Remove", true, true},
-        {&SaveMediaChangesBtn, "SaveMediaChangesBtn", "save", "Save", true, false},
-        {&videoBatchEditBtn, "videoBatchEditBtn", "batch", "Video Tools", true, true},
-        {&importandExportBtn, "importandExportBtn", "import-export", "Import/Export", true, true},
-        {&remoMetaDataLocalBtn, "remoMetaDataLocalBtn", "erase", "Remove Metadata", true, true},
-        {&editApplyBtn, "editApplyBtn", "save", "Apply", false, true},
-        {&editMetaDataLocalBtn, "editMetaDataLocalBtn", "edit", "Edit", false, true},
-        {&changePhotoDateBtn, "changePhotoDateBtn", "batch", "Date", false, true},
-        {&extractMetaBtn, "extractMetaBtn", "import-export", "Extract", false, false},
-        {&importPhotobtn, "importPhotobtn", "add", "Import Photos", false, false},
-        {&opendeviceBtn, "opendeviceBtn", "camera", "Open Device", false, false},
-        {&deletePhotoBtn, "deletePhotoBtn", "remove", "Delete", false, false},
-        {&downloadPhotoBtn, "downloadPhotoBtn", "save", "Download", false, false},
-        {&importEditPhotoBtn, "importEditPhotoBtn", "edit", "Import to Edit", false, false},
-        {&viewExifBtn, "viewExifBtn", "edit", "Edit EXIF", false, false},
-        {&removeExifBtn, "removeExifBtn", "erase", "Remove EXIF", false, false},
-        {&editBackBtn, "editBackBtn", "computer", "Back", false, false},
-        {&editTemplateBtn, "editTemplateBtn", "import-export", "Template", false, false},
-        {&starteditBtn, "starteditBtn", "edit", "Edit", false, false},
-        {&localeditexifBtn, "localeditexifBtn", "edit", "Edit EXIF", false, false},
-        {&changeMutiPhotoDateBtn, "changeMutiPhotoDateBtn", "batch", "Dates", false, false},
-        {&writeXmpBtn, "writeXmpBtn", "save", "Write XMP", false, false},
-        {&CancelXmpBtn, "CancelXmpBtn", "remove", "Cancel XMP", false, false},
+        {&mediaListBtn, "mediaListBtn", "video-file", QT_TR_NOOP("Media"), true, true},
+        {&localphotoBtn, "localphotoBtn", "computer", QT_TR_NOOP("Computer"), true, true},
+        {&cameraphotoBtn, "cameraphotoBtn", "camera", QT_TR_NOOP("Camera"), true, true},
+        {&addMediaBtn, "addMediaBtn", "add", QT_TR_NOOP("Add"), true, true},
+        {&removeMediaBtn, "removeMediaBtn", "remove", QT_TR_NOOP("Remove"), true, true},
+        {&SaveMediaChangesBtn, "SaveMediaChangesBtn", "save", QT_TR_NOOP("Save"), true, false},
+        {&videoBatchEditBtn, "videoBatchEditBtn", "batch", QT_TR_NOOP("Video Tools"), true, true},
+        {&importandExportBtn, "importandExportBtn", "import-export", QT_TR_NOOP("Import/Export"),
+         true, true},
+        {&remoMetaDataLocalBtn, "remoMetaDataLocalBtn", "erase", QT_TR_NOOP("Remove Metadata"),
+         true, true},
+        {&editApplyBtn, "editApplyBtn", "save", QT_TR_NOOP("Apply"), false, true},
+        {&editMetaDataLocalBtn, "editMetaDataLocalBtn", "edit", QT_TR_NOOP("Edit"), false, true},
+        {&changePhotoDateBtn, "changePhotoDateBtn", "batch", QT_TR_NOOP("Date"), false, true},
+        {&extractMetaBtn, "extractMetaBtn", "import-export", QT_TR_NOOP("Extract"), false, false},
+        {&importPhotobtn, "importPhotobtn", "add", QT_TR_NOOP("Import Photos"), false, false},
+        {&opendeviceBtn, "opendeviceBtn", "camera", QT_TR_NOOP("Open Device"), false, false},
+        {&deletePhotoBtn, "deletePhotoBtn", "remove", QT_TR_NOOP("Delete"), false, false},
+        {&downloadPhotoBtn, "downloadPhotoBtn", "save", QT_TR_NOOP("Download"), false, false},
+        {&importEditPhotoBtn, "importEditPhotoBtn", "edit", QT_TR_NOOP("Import to Edit"), false,
+         false},
+        {&viewExifBtn, "viewExifBtn", "edit", QT_TR_NOOP("Edit EXIF"), false, false},
+        {&removeExifBtn, "removeExifBtn", "erase", QT_TR_NOOP("Remove EXIF"), false, false},
+        {&editBackBtn, "editBackBtn", "computer", QT_TR_NOOP("Back"), false, false},
+        {&editTemplateBtn, "editTemplateBtn", "import-export", QT_TR_NOOP("Template"), false,
+         false},
+        {&starteditBtn, "starteditBtn", "edit", QT_TR_NOOP("Edit"), false, false},
+        {&localeditexifBtn, "localeditexifBtn", "edit", QT_TR_NOOP("Edit EXIF"), false, false},
+        {&changeMutiPhotoDateBtn, "changeMutiPhotoDateBtn", "batch", QT_TR_NOOP("Dates"), false,
+         false},
+        {&writeXmpBtn, "writeXmpBtn", "save", QT_TR_NOOP("Write XMP"), false, false},
+        {&CancelXmpBtn, "CancelXmpBtn", "remove", QT_TR_NOOP("Cancel XMP"), false, false},
     };
     for (const Spec& s : specs) {
         auto* button = new ToolbarButton(QString::fromLatin1(s.name), icon(s.icon), tr(s.text),
@@ -109,18 +114,23 @@ void AppDelegate::setupMenus() {
         for (const char* text : items) field->addAction(tr(text))->setEnabled(false);
     };
     menu(editExifMenu, "editExifMenu",
-         {"Apply Changes", "Edit GPS...", "Add GPS...", "Show on Map..."});
+         {QT_TR_NOOP("Apply Changes"), QT_TR_NOOP("Edit GPS..."), QT_TR_NOOP("Add GPS..."),
+          QT_TR_NOOP("Show on Map...")});
     menu(removeExifMenu, "removeExifMenu",
-         {"Remove Metadata of Selected Files", "Remove Metadata of All Files"});
-    menu(importPhotoMenu, "importPhotoMenu", {"Import Photos", "Import Folder"});
-    menu(extractMetaMenu, "extractMetaMenu", {"Extract Metadata"});
+         {QT_TR_NOOP("Remove Metadata of Selected Files"),
+          QT_TR_NOOP("Remove Metadata of All Files")});
+    menu(importPhotoMenu, "importPhotoMenu",
+         {QT_TR_NOOP("Import Photos"), QT_TR_NOOP("Import Folder")});
+    menu(extractMetaMenu, "extractMetaMenu", {QT_TR_NOOP("Extract Metadata")});
     menu(videoBatchEditMenu, "videoBatchEditMenu",
-         {"Convert", "Compress", "Make GIF", "Change Speed", "Extract Frames", "Extract Audio",
-          "Remove Audio"});
+         {QT_TR_NOOP("Convert"), QT_TR_NOOP("Compress"), QT_TR_NOOP("Make GIF"),
+          QT_TR_NOOP("Change Speed"), QT_TR_NOOP("Extract Frames"), QT_TR_NOOP("Extract Audio"),
+          QT_TR_NOOP("Remove Audio")});
     menu(importandExportMenu, "importandExportMenu",
-         {"Export Metadata", "Import Metadata", "Export Template"});
-    menu(changePhotoDateMenu, "changePhotoDateMenu", {"Change Date..."});
-    menu(changeMutiPhotoDateMenu, "changeMutiPhotoDateMenu", {"Change Dates"});
+         {QT_TR_NOOP("Export Metadata"), QT_TR_NOOP("Import Metadata"),
+          QT_TR_NOOP("Export Template")});
+    menu(changePhotoDateMenu, "changePhotoDateMenu", {QT_TR_NOOP("Change Date...")});
+    menu(changeMutiPhotoDateMenu, "changeMutiPhotoDateMenu", {QT_TR_NOOP("Change Dates")});
     // The metadata removal commands are listed, waiting for their writers.
     const QList<QAction*> removal = removeExifMenu->actions();
     connect(removal.at(0), &QAction::triggered, this,

@@ -4,6 +4,7 @@
 // status bar shows each running batch (the file, its progress and the
 // batch's) with a button that cancels it.
 #include <QAction>
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -42,19 +43,29 @@ struct MenuEntry {
 };
 
 const MenuEntry kEntries[] = {
-    {"Convert", VideoTool::Convert, &AppDelegate::ConvertSelectedMediaFileFormatAction},
-    {"Compress", VideoTool::Compress, &AppDelegate::CompressSelectedMediaFileAction},
-    {"Make GIF", VideoTool::Gif, &AppDelegate::ConvertSelectedMediaFileToGIFAction},
-    {"Change Speed", VideoTool::Speed, &AppDelegate::SpeedSelectedMediaFileFormatAction},
-    {"Slow Motion", VideoTool::Slow, &AppDelegate::SlowDownVideoMediaFileFormatAction},
-    {"Extract Frames", VideoTool::Frames, &AppDelegate::ExtractImagesSelectedMediaFileAction},
-    {"Extract Audio", VideoTool::ExtractAudio, &AppDelegate::ExtractSelectedMediaFileAction},
-    {"Remove Audio", VideoTool::RemoveAudio, &AppDelegate::removeSoundFromMediaFileFormatAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Convert"), VideoTool::Convert,
+     &AppDelegate::ConvertSelectedMediaFileFormatAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Compress"), VideoTool::Compress,
+     &AppDelegate::CompressSelectedMediaFileAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Make GIF"), VideoTool::Gif,
+     &AppDelegate::ConvertSelectedMediaFileToGIFAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Change Speed"), VideoTool::Speed,
+     &AppDelegate::SpeedSelectedMediaFileFormatAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Slow Motion"), VideoTool::Slow,
+     &AppDelegate::SlowDownVideoMediaFileFormatAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Extract Frames"), VideoTool::Frames,
+     &AppDelegate::ExtractImagesSelectedMediaFileAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Extract Audio"), VideoTool::ExtractAudio,
+     &AppDelegate::ExtractSelectedMediaFileAction},
+    {QT_TRANSLATE_NOOP("AppDelegate", "Remove Audio"), VideoTool::RemoveAudio,
+     &AppDelegate::removeSoundFromMediaFileFormatAction},
 };
 
-QString senderTitle(QObject* sender) {
+// The variant the job reads: the English title behind a translated item.
+QString senderVariant(QObject* sender) {
     const auto* action = qobject_cast<QAction*>(sender);
-    return action ? action->text() : QString();
+    if (!action) return {};
+    return action->data().isValid() ? action->data().toString() : action->text();
 }
 
 }  // namespace
@@ -79,8 +90,10 @@ void AppDelegate::setupVideoToolActions() {
         }
         auto* sub = new QMenu(item->text(), videoBatchEditMenu);
         for (const QString& variant : variants) {
-            // The item's title is the variant the job reads.
-            QAction* choice = sub->addAction(variant);
+            // The item's data is the variant the job reads.
+            QAction* choice = sub->addAction(
+                QCoreApplication::translate("VideoTools", variant.toUtf8().constData()));
+            choice->setData(variant);
             connect(choice, &QAction::triggered, this,
                     [this, choice, action = entry.action] { (this->*action)(choice); });
         }
@@ -130,10 +143,12 @@ void AppDelegate::startVideoTool(VideoTool tool, QObject* sender) {
     if (items.isEmpty()) return showNothingSelected();
     ensureFolder(storagelocation);
     auto job = std::make_shared<VideoToolJob>();
-    const QString variant = senderTitle(sender);
+    const QString variant = senderVariant(sender);
     for (const MenuEntry& entry : kEntries)
         if (entry.tool == tool) job->title = tr(entry.placeholder);
-    if (!videoToolVariants(tool).isEmpty()) job->title += QStringLiteral(" ") + variant;
+    if (!videoToolVariants(tool).isEmpty())
+        job->title += QStringLiteral(" ") +
+                      QCoreApplication::translate("VideoTools", variant.toUtf8().constData());
     for (const IKImageItemPtr& item : items) job->sources << item->filePath;
     qCInfo(lcTagsmith).noquote() << job->title << "==" << job->sources.size() << "files";
 

@@ -113,8 +113,8 @@ void AppDelegate::saveVideoEdits(const IKImageItemList& items) {
     const Batch batch = std::make_shared<OutputBatch>();
     for (const IKImageItemPtr& item : items) {
         if (isAudioPath(item->filePath)) {
-            reportWrite(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("the panel's edits are for videos")));
+            reportWrite(VideoWriteResult::skippedFile(item->filePath,
+                                                      tr("the panel's edits are for videos")));
         } else if (isVideoPath(item->filePath) && isMxf(item->filePath)) {
             reportWrite(saveUnchangedVideoCopy(*item, editor, storage, batch.get()));
         } else if (isVideoPath(item->filePath)) {
@@ -192,7 +192,7 @@ void AppDelegate::RemoveAllMetadataAction(QObject*) {
         [](const IKImageItem& item, const StorageContext& storage) {
             return RemoveAllVideoMetadataAction(item, storage, false);
         },
-        QStringLiteral("removing all metadata is available for movies only"));
+        tr("removing all metadata is available for movies only"));
 }
 
 void AppDelegate::RemoveLocationAction(QObject*) {
@@ -200,7 +200,7 @@ void AppDelegate::RemoveLocationAction(QObject*) {
         [](const IKImageItem& item, const StorageContext& storage) {
             return RemoveVideoLocationAction(item, readExistingMetadata(item.filePath), storage);
         },
-        QStringLiteral("removing the location is available for movies only"));
+        tr("removing the location is available for movies only"));
 }
 
 void AppDelegate::showNothingSelected() {
@@ -227,8 +227,8 @@ void AppDelegate::runVideoTool(
         if (isVideoPath(item->filePath))
             tool(item, batch);
         else
-            reportWrite(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("the video tools work on videos only")));
+            reportWrite(VideoWriteResult::skippedFile(item->filePath,
+                                                      tr("the video tools work on videos only")));
     }
 }
 

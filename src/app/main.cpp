@@ -8,6 +8,7 @@
 #include "core/common/logging.h"
 #include "core/video/video_file_ops.h"
 #include "ui/shell/main_window.h"
+#include "ui/shell/translations.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
     // Ties the window to its menu entry and icon (the Wayland app id).
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tagsmith.Tagsmith"));
     ActivityLog::install();
+    installTranslations(app);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QCoreApplication::translate(

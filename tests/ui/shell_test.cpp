@@ -1,5 +1,6 @@
 // Start-up, preferences, the toolbar dispatcher, help links, the busy
 // indicator and shutting down while an import runs, on the real controller.
+#include <QApplication>
 #include <QCheckBox>
 #include <QColor>
 #include <QComboBox>
@@ -8,12 +9,16 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTimer>
+#include <QTranslator>
 
 #include "app/help_links.h"
 #include "control_names.h"
@@ -27,6 +32,7 @@
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/preferences_window.h"
 #include "ui/shell/toolbar_button.h"
+#include "ui/shell/translations.h"
 #include "ui/shell/update_controller.h"
 #include "ui/video/video_meta_view.h"
 #include "ui_session.h"
@@ -352,7 +358,100 @@ private Q_SLOTS:
         QVERIFY(!broken.noUpdateWindow->isVisible() && !broken.updateWindow->isVisible());
     }
 
+    // The window walked in English and again in German: every text of the
+    // views, panels, menus and dialogs must change, unless German says it
+    // the same way. The German window is saved as german-main-window.png.
+    void germanInterfaceLeavesNoEnglishText() {
+        MediaFixture media;
+        QString error;
+        if (!media.make(&error)) QSKIP(qPrintable(error));
+        const Texts english = walkWindow(media.folder());
+        const auto removeTranslations = qScopeGuard([] {
+            for (QTranslator* t : qApp->findChildren<QTranslator*>()) delete t;
+        });
+        QVERIFY(installTranslations(*qApp, QLocale(QLocale::German, QLocale::Germany)));
+        const Texts german = walkWindow(media.folder());
+        // Words German shares, format patterns, template tags and file names.
+        static const QRegularExpression same(
+            "^ ?&?(Tagsmith|OK|GPS|EXIF|Exif|XMP|Album|Band|Bitrate|Computer|Copyright|Details|"
+            "Import/Export|Minute|Pause|Position|Tags|Version[0-9. ]*)?:? ?$|^[-YMDHSmsdhyxX0-9:/. "
+            "_%]*$|"
+            "^\\{[^}]+\\}:?$|^[\\w .-]+\\.(mov|mp4|m4v|mkv)$");
+        QStringList left;
+        for (auto it = english.cbegin(); it != english.cend(); ++it)
+            if (!german.contains(it.key()) ||
+                (german[it.key()] == *it && !same.match(*it).hasMatch()))
+                left << it.key() + " = " + *it;
+        QVERIFY2(left.isEmpty(), qPrintable("untranslated:\n" + left.join('\n')));
+    }
+
 private:
+    using Texts = QMap<QString, QString>;  // where it stands -> text
+
+    static void collect(const QString& step, QWidget* root, Texts& out) {
+        QList<QWidget*> widgets = root->findChildren<QWidget*>();
+        widgets.prepend(root);
+        for (int i = 0; i < widgets.size(); ++i) {
+            QWidget* w = widgets[i];
+            const QString at = QStringLiteral("%1/%2 %3#%4 ")
+                                   .arg(step)
+                                   .arg(i)
+                                   .arg(w->metaObject()->className(), w->objectName());
+            auto put = [&](const QString& what, const QString& text) {
+                if (!text.trimmed().isEmpty()) out.insert(at + what, text);
+            };
+            if (w->isWindow() || qobject_cast<QDockWidget*>(w)) put("title", w->windowTitle());
+            put("tooltip", w->toolTip());
+            if (auto* l = qobject_cast<QLabel*>(w); l && l->objectName() != "showFontlab")
+                put("text", l->text());
+            if (auto* b = qobject_cast<QAbstractButton*>(w)) put("text", b->text());
+            if (auto* e = qobject_cast<QLineEdit*>(w)) put("placeholder", e->placeholderText());
+            if (auto* m = qobject_cast<QMenu*>(w)) put("title", m->title());
+            if (auto* c = qobject_cast<QComboBox*>(w))
+                for (int n = 0; n < c->count(); ++n) put(QString("item %1").arg(n), c->itemText(n));
+            if (auto* h = qobject_cast<QHeaderView*>(w); h && h->model())
+                for (int n = 0; n < h->count(); ++n)
+                    put(QString("header %1").arg(n),
+                        h->model()->headerData(n, h->orientation()).toString());
+            for (int n = 0; n < w->actions().size(); ++n) {
+                put(QString("action %1").arg(n), w->actions()[n]->text());
+                put(QString("action tip %1").arg(n), w->actions()[n]->toolTip());
+            }
+        }
+    }
+
+    // A fresh window with a video row: its views (Ctrl+1, 2, 3), the alert of
+    // an empty selection, the batch dialogs and the exit question.
+    Texts walkWindow(const QString& media) {
+        Texts texts;
+        AppDelegate& app = launch();
+        MainWindow* window = app.mainWindow();
+        window->show();
+        auto modal = [&](const QString& step, auto open) {
+            QTimer::singleShot(0, [&] {
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                    collect(step, dialog, texts);
+                    dialog->reject();
+                }
+            });
+            open();
+        };
+        modal("nothing selected", [&] { app.ShowRenameWindowAction(nullptr); });
+        if (!m_ui->importAndWait({media})) return {};
+        m_ui->selectRow(0);
+        for (const auto key : {Qt::Key_2, Qt::Key_3, Qt::Key_1}) {
+            QTest::keyClick(window, key, Qt::ControlModifier);
+            collect(QString("view %1").arg(key - Qt::Key_0), window, texts);
+        }
+        modal("rename", [&] { app.ShowRenameWindowAction(nullptr); });
+        modal("dates", [&] { app.EditvideofileDateInfoAction(nullptr); });
+        std::unique_ptr<QMessageBox> question(app.makeExitAlert(nullptr));
+        collect("exit", question.get(), texts);
+        window->resize(1180, 740);  // the offscreen screen is narrower than a desktop
+        window->grab().save(QCoreApplication::applicationDirPath() + "/german-main-window.png");
+        return texts;
+    }
+
     AppDelegate& launch() { return m_ui->launch(); }
     // Empty files listed as movies, without an import.
     QStringList listMovies(AppDelegate& app, const QStringList& names) {

@@ -16,8 +16,13 @@ inline constexpr const char* classicBehaviour = "classicBehaviour";
 }  // namespace DefaultsKey
 
 // Titles of the stamp pop-ups, in their order.
-inline constexpr const char* kPositionTitles[] = {"Upper left corner", "Upper right corner",
-                                                  "Lower left corner", "Lower right corner"};
+// Stored in English; the preferences show them translated (context
+// "PreferencesWindow").
+inline constexpr const char* kPositionTitles[] = {
+    QT_TRANSLATE_NOOP("PreferencesWindow", "Upper left corner"),
+    QT_TRANSLATE_NOOP("PreferencesWindow", "Upper right corner"),
+    QT_TRANSLATE_NOOP("PreferencesWindow", "Lower left corner"),
+    QT_TRANSLATE_NOOP("PreferencesWindow", "Lower right corner")};
 inline constexpr const char* kStampDateFormats[] = {"MM/DD/YYYY HH:MM", "DD/MM/YYYY HH:MM",
                                                     "YYYY/MM/DD HH:MM"};
 

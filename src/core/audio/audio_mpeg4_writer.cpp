@@ -13,6 +13,7 @@
 #include "core/audio/audio_writers.h"
 #include "core/common/dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/video/movie_metadata_reader.h"
 #include "core/video/movie_rewriter.h"
 
@@ -57,7 +58,7 @@ ExportOutcome exportMpeg4Audio(const PassthroughExport& request, const Mpeg4Audi
                             QStringLiteral("/.tagsmith-repack-XXXXXX.m4a"));
     if (!repacked.open()) {
         qCWarning(lcTagsmith) << "cannot make a temporary file in ==" << repacked.fileTemplate();
-        return {ExportStatus::Failed, QStringLiteral("the storage folder cannot be written")};
+        return {ExportStatus::Failed, WriteResult::tr("the storage folder cannot be written")};
     }
     repacked.close();
     const RemuxResult remux =

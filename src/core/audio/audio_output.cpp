@@ -11,6 +11,7 @@
 #include "core/common/dates.h"
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/video/video_export.h"
 
 AudioWriteResult publishAudioCopy(const AudioCopyPlan& plan, const QString& storageFolder,
@@ -32,22 +33,22 @@ QString copyFileBytes(const QString& source, const QString& target, qint64 begin
     QFile in(source);
     QFile out(target);
     if (!in.open(QIODevice::ReadOnly) || !in.seek(begin))
-        return QStringLiteral("the file cannot be read: %1").arg(in.errorString());
+        return WriteResult::tr("the file cannot be read: %1").arg(in.errorString());
     if (!out.open(append ? QIODevice::Append : QIODevice::WriteOnly | QIODevice::Truncate))
-        return QStringLiteral("the copy cannot be written: %1").arg(out.errorString());
+        return WriteResult::tr("the copy cannot be written: %1").arg(out.errorString());
     qint64 left = end < 0 ? std::numeric_limits<qint64>::max() : end - begin;
     QByteArray chunk;
     while (left > 0 && !(chunk = in.read(qMin<qint64>(left, 1 << 20))).isEmpty()) {
         left -= chunk.size();
         errno = 0;
         if (out.write(chunk) != chunk.size())
-            return QStringLiteral("the copy could not be written: %1")
+            return WriteResult::tr("the copy could not be written: %1")
                 .arg(errno ? plainFileError(errno) : out.errorString());
     }
     if (in.error() != QFileDevice::NoError)
-        return QStringLiteral("the file could not be read to its end: %1").arg(in.errorString());
+        return WriteResult::tr("the file could not be read to its end: %1").arg(in.errorString());
     if (!out.flush())
-        return QStringLiteral("the copy could not be written: %1").arg(plainFileError(errno));
+        return WriteResult::tr("the copy could not be written: %1").arg(plainFileError(errno));
     return {};
 }
 

@@ -13,6 +13,7 @@ extern "C" {
 }
 
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -65,7 +66,7 @@ QString codecWord(AVCodecID id) {
     if (id >= AV_CODEC_ID_PCM_S16LE && id < AV_CODEC_ID_ADPCM_IMA_QT) return QStringLiteral("PCM");
     if (id >= AV_CODEC_ID_ADPCM_IMA_QT && id < AV_CODEC_ID_AMR_NB) return QStringLiteral("ADPCM");
     const AVCodecDescriptor* d = avcodec_descriptor_get(id);
-    if (!d) return QStringLiteral("unknown codec");
+    if (!d) return WriteResult::tr("unknown codec");
     return QString::fromUtf8(d->long_name ? d->long_name : d->name);
 }
 
@@ -121,14 +122,14 @@ RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContai
     AVFormatContext* rawIn = nullptr;
     if (avformat_open_input(&rawIn, in.constData(), nullptr, nullptr) < 0) {
         qCWarning(lcTagsmith) << "remux: not a readable audio file ==" << source;
-        return failed(QStringLiteral("the file is not audio that can be read"));
+        return failed(WriteResult::tr("the file is not audio that can be read"));
     }
     Input input(rawIn);
     avformat_find_stream_info(input.get(), nullptr);
     const int index = av_find_best_stream(input.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (index < 0) {
         qCWarning(lcTagsmith) << "remux: no audio stream ==" << source;
-        return failed(QStringLiteral("the file holds no audio"));
+        return failed(WriteResult::tr("the file holds no audio"));
     }
     AVStream* audio = input->streams[index];
     const AVCodecID codec = audio->codecpar->codec_id;
@@ -139,11 +140,11 @@ RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContai
             ? fitsMpeg4Audio(codec)
             : format && avformat_query_codec(format, codec, FF_COMPLIANCE_NORMAL) == 1;
     if (!fits) {
-        const QString why = QStringLiteral("%1 audio (%2) cannot be stored in %3")
-                                .arg(containerWord(input->iformat, source), codecWord(codec),
-                                     container == RemuxContainer::Mpeg4Audio
-                                         ? QStringLiteral("an MPEG-4 audio file")
-                                         : QStringLiteral("a CAF file"));
+        const QString why =
+            (container == RemuxContainer::Mpeg4Audio
+                 ? WriteResult::tr("%1 audio (%2) cannot be stored in an MPEG-4 audio file")
+                 : WriteResult::tr("%1 audio (%2) cannot be stored in a CAF file"))
+                .arg(containerWord(input->iformat, source), codecWord(codec));
         qCWarning(lcTagsmith).noquote() << why << "==" << source;
         return failed(why);
     }
@@ -165,12 +166,12 @@ RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContai
     const QByteArray out = QFile::encodeName(target);
     AVFormatContext* rawOut = nullptr;
     if (avformat_alloc_output_context2(&rawOut, format, nullptr, out.constData()) < 0)
-        return failed(QStringLiteral("the audio could not be re-packed"));
+        return failed(WriteResult::tr("the audio could not be re-packed"));
     Output output(rawOut);
     output->flags |= AVFMT_FLAG_BITEXACT;  // no encoder tag, no time of writing
     AVStream* stream = avformat_new_stream(output.get(), nullptr);
     if (!stream || avcodec_parameters_copy(stream->codecpar, audio->codecpar) < 0)
-        return failed(QStringLiteral("the audio could not be re-packed"));
+        return failed(WriteResult::tr("the audio could not be re-packed"));
     stream->codecpar->codec_tag = 0;
     stream->time_base = audio->time_base;
 
@@ -179,8 +180,9 @@ RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContai
                               << "==" << source;
         if (output->pb) avio_closep(&output->pb);
         QFile::remove(target);
-        return failed(code == AVERROR(ENOSPC) ? QStringLiteral("the disk is full")
-                                              : QStringLiteral("the audio could not be re-packed"));
+        return failed(code == AVERROR(ENOSPC)
+                          ? WriteResult::tr("the disk is full")
+                          : WriteResult::tr("the audio could not be re-packed"));
     };
     int rc = avio_open(&output->pb, out.constData(), AVIO_FLAG_WRITE);
     if (rc < 0) return give_up("opening the output", rc);

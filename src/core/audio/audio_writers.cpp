@@ -1,5 +1,6 @@
 #include "core/audio/audio_writers.h"
 
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 
 namespace {
@@ -39,7 +40,7 @@ AudioWriteResult saveAudioItem(const IKImageItem& item, const AudioEditorState& 
                                const StorageContext& storage, OutputBatch& batch, bool direct) {
     const QString& path = item.filePath;
     if (!isAudioPath(path))
-        return AudioWriteResult::skippedFile(path, QStringLiteral("not an audio file"));
+        return AudioWriteResult::skippedFile(path, WriteResult::tr("not an audio file"));
     if (hasExtension(path, {"mp3"}))
         return SaveChangedMp3MetadateItem(item, editor, storage, batch);
     if (hasExtension(path, {"flac"}))
@@ -59,7 +60,7 @@ AudioWriteResult removeAudioMetadata(const IKImageItem& item, const AudioEditorS
                                      const StorageContext& storage, OutputBatch& batch) {
     const QString& path = item.filePath;
     if (!isAudioPath(path))
-        return AudioWriteResult::skippedFile(path, QStringLiteral("not an audio file"));
+        return AudioWriteResult::skippedFile(path, WriteResult::tr("not an audio file"));
     if (hasExtension(path, {"mp3"})) return RemoveMp3metadataItem(item, editor, storage, batch);
     return RemoveAuidoExifDateItem(item, storage, batch);
 }

@@ -19,6 +19,7 @@
 #include "core/common/file_dates.h"
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -132,8 +133,8 @@ AudioWriteResult publishCaf(const QString& source, const QString& cafPath, const
                               << in.errorString() << out.errorString();
         result.reason = error.startsWith(QLatin1String("not a CAF")) ||
                                 error.startsWith(QLatin1String("damaged"))
-                            ? QStringLiteral("the file is a damaged or unknown CAF file")
-                            : QStringLiteral("the copy could not be written: %1")
+                            ? WriteResult::tr("the file is a damaged or unknown CAF file")
+                            : WriteResult::tr("the copy could not be written: %1")
                                   .arg(code ? plainFileError(code) : out.errorString());
         if (copyOnFailure) {
             OutputBatch reuse;  // the name is already this write's
@@ -154,7 +155,7 @@ AudioWriteResult publishCaf(const QString& source, const QString& cafPath, const
 
 QString noPlaceNote(const QStringList& noPlace) {
     return noPlace.isEmpty() ? QString()
-                             : QStringLiteral("a CAF file has no place for the %1")
+                             : WriteResult::tr("a CAF file has no place for the %1")
                                    .arg(noPlace.join(QStringLiteral(", ")));
 }
 
@@ -172,7 +173,7 @@ AudioWriteResult SaveChangedCAFAuidoExifItem(const IKImageItem& item, const Audi
         qCWarning(lcTagsmith) << "AudioFileOpenURL failed ==" << item.filePath;
         AudioWriteResult r;
         r.sourcePath = item.filePath;
-        r.reason = QStringLiteral("the file cannot be read: %1").arg(source.errorString());
+        r.reason = WriteResult::tr("the file cannot be read: %1").arg(source.errorString());
         return r;
     }
     QString problem;
@@ -199,7 +200,7 @@ AudioWriteResult writeAiffAuidoMetadatawithFileItem(const IKImageItem& item,
     AudioWriteResult r;
     r.sourcePath = item.filePath;
     if (!repacked.open()) {
-        r.reason = QStringLiteral("the storage folder cannot be written");
+        r.reason = WriteResult::tr("the storage folder cannot be written");
         return r;
     }
     repacked.close();

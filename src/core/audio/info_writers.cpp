@@ -18,6 +18,7 @@
 #include "core/audio/audio_writers.h"
 #include "core/audio/id3_frames.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -67,10 +68,10 @@ QString guarded(Body body) {
     try {
         return body();
     } catch (const std::exception& e) {
-        return QStringLiteral("the tags could not be written: %1")
+        return WriteResult::tr("the tags could not be written: %1")
             .arg(QString::fromLocal8Bit(e.what()));
     } catch (...) {
-        return QStringLiteral("the tags could not be written");
+        return WriteResult::tr("the tags could not be written");
     }
 }
 
@@ -79,11 +80,11 @@ QString setWavInfo(const QString& path, const InfoChanges& changes) {
     const QByteArray head = check.open(QIODevice::ReadOnly) ? check.read(12) : QByteArray();
     if (head.size() < 12 || !(head.startsWith("RIFF") || head.startsWith("RF64")) ||
         head.mid(8, 4) != "WAVE")
-        return QStringLiteral("the file is not a WAV file");
+        return WriteResult::tr("the file is not a WAV file");
     return guarded([&]() -> QString {
         TagLib::RIFF::WAV::File file(QFile::encodeName(path).constData(), false);
         if (!file.isValid() || !file.InfoTag())
-            return QStringLiteral("the WAV file cannot be read");
+            return WriteResult::tr("the WAV file cannot be read");
         TagLib::RIFF::Info::Tag* info = file.InfoTag();
         for (const auto& [key, text] : changes) {
             const AudioInfoKey* k = audioInfoKeyFor(QLatin1String(key));
@@ -96,7 +97,7 @@ QString setWavInfo(const QString& path, const InfoChanges& changes) {
                 info->setFieldText(k->riffId, tagString(text));
         }
         if (!file.save(TagLib::RIFF::WAV::File::Info, TagLib::File::StripNone))
-            return QStringLiteral("the tags could not be written into the copy");
+            return WriteResult::tr("the tags could not be written into the copy");
         return QString();
     });
 }
@@ -110,7 +111,7 @@ QString setFlacInfo(const QString& path, const InfoChanges& changes, const FlacC
     return guarded([&]() -> QString {
         TagLib::FLAC::File file(QFile::encodeName(path).constData(),
                                 TagLib::ID3v2::FrameFactory::instance(), false);
-        if (!file.isValid()) return QStringLiteral("the file is not a readable FLAC file");
+        if (!file.isValid()) return WriteResult::tr("the file is not a readable FLAC file");
         TagLib::Ogg::XiphComment* comment = file.xiphComment(true);
         for (const auto& [key, text] : changes) {
             const AudioInfoKey* k = audioInfoKeyFor(QLatin1String(key));
@@ -146,7 +147,7 @@ QString setFlacInfo(const QString& path, const InfoChanges& changes, const FlacC
                 file.addPicture(picture);
             }
         }
-        if (!file.save()) return QStringLiteral("the tags could not be written into the copy");
+        if (!file.save()) return WriteResult::tr("the tags could not be written into the copy");
         return QString();
     });
 }

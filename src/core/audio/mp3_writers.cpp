@@ -15,6 +15,7 @@
 #include "core/audio/mp3_frames.h"
 #include "core/common/dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -70,7 +71,7 @@ Mp3Source readMp3Source(const QString& path) {
     Mp3Source s;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        s.problem = QStringLiteral("the file cannot be read: %1").arg(file.errorString());
+        s.problem = WriteResult::tr("the file cannot be read: %1").arg(file.errorString());
         return s;
     }
     const FileTagRanges ranges = findTagRanges(file);
@@ -84,7 +85,7 @@ Mp3Source readMp3Source(const QString& path) {
     }
     s.frames = mp3FramesFrom(stored, &s.dropped);
     // A copy of nothing but a tag would pass for the user's song.
-    if (s.audioEnd <= s.audioBegin) s.problem = QStringLiteral("the file holds no audio");
+    if (s.audioEnd <= s.audioBegin) s.problem = WriteResult::tr("the file holds no audio");
     return s;
 }
 
@@ -173,7 +174,7 @@ QByteArray renderTag(const Mp3Tag& tag, const NewCover& cover, QString* error,
         QFile file(path);
         if (!folder.isValid() || bytes.isEmpty() || !file.open(QIODevice::WriteOnly) ||
             file.write(bytes) != bytes.size()) {
-            *error = QStringLiteral("the new picture could not be prepared");
+            *error = WriteResult::tr("the new picture could not be prepared");
             return {};
         }
         file.close();
@@ -192,21 +193,21 @@ QString writeMp3Copy(const QString& source, const Mp3Source& s, const QByteArray
     QFile in(source);
     QFile out(target);
     if (!in.open(QIODevice::ReadOnly))
-        return QStringLiteral("the file cannot be read: %1").arg(in.errorString());
+        return WriteResult::tr("the file cannot be read: %1").arg(in.errorString());
     // Appended to the publisher's new empty file: a truncation would make ext4
     // flush the copy when it is closed.
     if (!out.open(QIODevice::Append) || out.write(tag) != tag.size() || !in.seek(s.audioBegin))
-        return QStringLiteral("the copy could not be written: %1").arg(out.errorString());
+        return WriteResult::tr("the copy could not be written: %1").arg(out.errorString());
     qint64 left = s.audioEnd - s.audioBegin;
     while (left > 0) {
         const QByteArray chunk = in.read(qMin<qint64>(left, 1 << 20));
-        if (chunk.isEmpty()) return QStringLiteral("the file could not be read to its end");
+        if (chunk.isEmpty()) return WriteResult::tr("the file could not be read to its end");
         if (out.write(chunk) != chunk.size())
-            return QStringLiteral("the copy could not be written: %1").arg(out.errorString());
+            return WriteResult::tr("the copy could not be written: %1").arg(out.errorString());
         left -= chunk.size();
     }
     if (!out.flush())
-        return QStringLiteral("the copy could not be written: %1").arg(out.errorString());
+        return WriteResult::tr("the copy could not be written: %1").arg(out.errorString());
     return {};
 }
 

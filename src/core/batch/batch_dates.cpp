@@ -8,6 +8,7 @@
 #include "core/common/dates.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/video/video_file_ops.h"
 
@@ -102,9 +103,9 @@ VideoWriteResult writeBatchDate(const IKImageItem& item, const QString& dateText
     }
     if (isImagePath(item.filePath))
         return VideoWriteResult::skippedFile(
-            item.filePath, QStringLiteral("photo dates are changed in the photo date window"));
+            item.filePath, WriteResult::tr("photo dates are changed in the photo date window"));
     return VideoWriteResult::skippedFile(item.filePath,
-                                         QStringLiteral("neither a video nor an audio file"));
+                                         WriteResult::tr("neither a video nor an audio file"));
 }
 
 QList<VideoWriteResult> ClickMutiDateChangedSaveAction(const IKImageItemList& selected,
@@ -127,7 +128,7 @@ QList<VideoWriteResult> ClickMutiCreatedDateChangedSaveAction(const IKImageItemL
         const QDateTime date = batchCreationDateFor(item, change, index);
         if (!date.isValid())
             return VideoWriteResult::skippedFile(
-                item.filePath, QStringLiteral("the shifted date is not a calendar date"));
+                item.filePath, WriteResult::tr("the shifted date is not a calendar date"));
         const QString target = storage.storagelocation + QLatin1Char('/') + item.fileName;
         return copyVideoFile(item.filePath, target, date, date, storage.storagelocation, batch);
     });

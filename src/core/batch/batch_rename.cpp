@@ -18,6 +18,7 @@
 #include "core/batch/date_shift.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -86,7 +87,7 @@ QString moveNoReplace(const QString& from, const QString& to) {
         return {};
     if (errno != EINVAL && errno != ENOSYS) return QString::fromLocal8Bit(std::strerror(errno));
     // File systems without the flag: test, then move.
-    if (QFileInfo::exists(to) || QFileInfo(to).isSymLink()) return QStringLiteral("name taken");
+    if (QFileInfo::exists(to) || QFileInfo(to).isSymLink()) return WriteResult::tr("name taken");
     if (::rename(a.constData(), b.constData()) == 0) return {};
     return QString::fromLocal8Bit(std::strerror(errno));
 }
@@ -126,7 +127,7 @@ QList<RenameStep> runRename(const IKImageItemList& items, const RenameOptions& o
         const QFileInfo info(item->filePath);
         const QString base = newBaseName(*item, options, number);
         if (base.isEmpty()) {
-            step.problem = QStringLiteral("the new name would be empty");
+            step.problem = WriteResult::tr("the new name would be empty");
         } else {
             QString target = targetPath(info.absolutePath(), base, info.suffix());
             if (target != info.absoluteFilePath() && taken(target)) {
@@ -139,7 +140,7 @@ QList<RenameStep> runRename(const IKImageItemList& items, const RenameOptions& o
                 step.newPath = target;
             } else if (taken(target)) {
                 step.problem =
-                    QStringLiteral("%1 exists already").arg(QFileInfo(target).fileName());
+                    WriteResult::tr("%1 exists already").arg(QFileInfo(target).fileName());
             } else if (move) {
                 if (const QString why = moveKeepingDates(item->filePath, target); why.isEmpty()) {
                     step.newPath = target;
@@ -234,7 +235,7 @@ QList<RenameStep> undoRename(const QList<RenameStep>& done, const IKImageItemLis
         if (!it->ok() || it->newPath == it->oldPath) continue;
         RenameStep back{it->newPath, it->oldPath, {}};
         if (!QFileInfo::exists(back.oldPath))
-            back.problem = QStringLiteral("%1 is no longer there").arg(back.oldPath);
+            back.problem = WriteResult::tr("%1 is no longer there").arg(back.oldPath);
         else
             back.problem = moveKeepingDates(back.oldPath, back.newPath);
         if (back.problem.isEmpty())

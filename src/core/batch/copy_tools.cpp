@@ -7,13 +7,14 @@
 #include "core/batch/date_shift.h"
 #include "core/common/dates.h"
 #include "core/common/file_dates.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_writers.h"
 #include "core/video/video_file_ops.h"
 #include "core/video/video_tools.h"
 
-const char* const kCreationDateTooltip =
-    "Linux cannot set a file's creation date: this tool is not available.";
+const char* const kCreationDateTooltip = QT_TRANSLATE_NOOP(
+    "BatchTools", "Linux cannot set a file's creation date: this tool is not available.");
 
 namespace {
 
@@ -28,7 +29,7 @@ QDateTime creationOf(const IKImageItem& item) {
 
 VideoWriteResult noCreationDate(const IKImageItem& item) {
     return VideoWriteResult::skippedFile(item.filePath,
-                                         QStringLiteral("the file's dates cannot be read"));
+                                         WriteResult::tr("the file's dates cannot be read"));
 }
 
 }  // namespace
@@ -42,7 +43,7 @@ VideoWriteResult ClickCopyExifDateToCreateDateAction(const IKImageItem& item,
     const QDateTime when = detectDate(item.shootDateStr);
     if (item.shootDateStr.isEmpty() || !when.isValid())
         return VideoWriteResult::skippedFile(item.filePath,
-                                             QStringLiteral("the file has no recorded date"));
+                                             WriteResult::tr("the file has no recorded date"));
     return copyVideoFile(item.filePath, storageTarget(item, storage), when, when,
                          storage.storagelocation, batch);
 }
@@ -64,7 +65,7 @@ VideoWriteResult ClickCopyCreatedDateToCameraDateAction(const IKImageItem& item,
         return runVideoWriteJob(ClickCopyVideoCreatedDateToCameraDateAction(
                                     item, readExistingMetadata(item.filePath), storage),
                                 storage.storagelocation, batch);
-    return VideoWriteResult::skippedFile(item.filePath, QStringLiteral("not a media file"));
+    return VideoWriteResult::skippedFile(item.filePath, WriteResult::tr("not a media file"));
 }
 
 VideoWriteResult ClickCopyCreatedDateToModifyDateAction(const IKImageItem& item,
@@ -77,8 +78,8 @@ VideoWriteResult ClickCopyCreatedDateToModifyDateAction(const IKImageItem& item,
 }
 
 VideoWriteResult ClickCopyModiyDateToCreateDateAction(const IKImageItem& item) {
-    return VideoWriteResult::skippedFile(item.filePath,
-                                         QStringLiteral("Linux cannot set a file's creation date"));
+    return VideoWriteResult::skippedFile(
+        item.filePath, WriteResult::tr("Linux cannot set a file's creation date"));
 }
 
 VideoWriteResult ClickCopyFileNameToCommentsAction(const IKImageItem& item,
@@ -107,5 +108,5 @@ VideoWriteResult ClickCopyFileNameToCommentsAction(const IKImageItem& item,
                                     item, editor, readExistingMetadata(item.filePath), storage),
                                 storage.storagelocation, batch);
     }
-    return VideoWriteResult::skippedFile(item.filePath, QStringLiteral("not a media file"));
+    return VideoWriteResult::skippedFile(item.filePath, WriteResult::tr("not a media file"));
 }

@@ -10,6 +10,7 @@
 #include "core/batch/plist_io.h"
 #include "core/common/copy_publish.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_writers.h"
 
@@ -47,7 +48,7 @@ VideoWriteResult publishPlist(const QString& name, const QVariant& root,
     const QByteArray xml = plistXml(root);
     if (xml.isEmpty()) {
         VideoWriteResult r;
-        r.reason = QStringLiteral("the property list could not be made");
+        r.reason = WriteResult::tr("the property list could not be made");
         return r;
     }
     return publishBytes(storage.storagelocation + QLatin1Char('/') + name, xml, storage, batch);
@@ -227,7 +228,7 @@ QList<VideoWriteResult> exportMetadataPlist(const IKImageItemList& items,
         const QVariantMap entry = metadataPlistEntry(*item);
         if (!isAudioPath(item->filePath) && !isVideoPath(item->filePath))
             results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("neither a video nor an audio file")));
+                item->filePath, WriteResult::tr("neither a video nor an audio file")));
         else if (!entry.isEmpty())
             top.insert(baseName(item->fileName), entry);
         // Audio entries also stand under the full name.
@@ -247,7 +248,7 @@ QList<VideoWriteResult> exportArtwork(const IKImageItemList& items, const Storag
             item->fileImage.isNull() ? QByteArray() : tiffBytes(item->fileImage);
         if (tiff.isEmpty()) {
             results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("the file has no artwork")));
+                item->filePath, WriteResult::tr("the file has no artwork")));
         } else {
             // TIFF data under a ".jpg" name, as the artwork files have always been.
             const QString name = QFileInfo(item->filePath).fileName() + QStringLiteral(".jpg");

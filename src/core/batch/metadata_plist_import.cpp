@@ -5,6 +5,7 @@
 #include "core/batch/plist_io.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_job.h"
 #include "core/video/video_file_ops.h"
@@ -29,7 +30,7 @@ QString readTopLevel(const QString& path, PlistRead* read) {
     *read = readPlistFile(path);
     if (!read->ok()) return read->problem;
     if (!isMap(read->root) || read->keyOrder.isEmpty())
-        return QStringLiteral("the property list holds no dictionary of entries");
+        return WriteResult::tr("the property list holds no dictionary of entries");
     return {};
 }
 
@@ -77,7 +78,7 @@ PlistImport writePhotos(const IKImageItemList& photos, const StorageContext& sto
     for (const IKImageItemPtr& item : photos) {
         if (!isImagePath(item->filePath)) {
             out.results.append(
-                VideoWriteResult::skippedFile(item->filePath, QStringLiteral("not a photo")));
+                VideoWriteResult::skippedFile(item->filePath, WriteResult::tr("not a photo")));
         } else {
             PhotoJob job;
             job.sourcePath = item->filePath;
@@ -113,7 +114,7 @@ PlistImport importPhotoPlist(const QString& plistPath, PhotoPlistKind kind,
     const QMap<QString, QVariantMap> groups =
         isMap(first) ? photoGroups(first.toMap(), kind) : QMap<QString, QVariantMap>();
     if (groups.isEmpty())
-        return refused(plistPath, QStringLiteral("the property list does not have the shape of %1")
+        return refused(plistPath, WriteResult::tr("the property list does not have the shape of %1")
                                       .arg(photoPlistFileName(kind)));
     PropertyEdit edit;
     edit.values = groups;
@@ -163,7 +164,7 @@ PlistImport ImportTemplateDataPlistAction(const QString& plistPath, const IKImag
         return refused(plistPath, why);
     const QVariantMap flat = read.root.toMap();
     if (!isGroupValues(flat) || templateEdit(flat, {}).isEmpty())
-        return refused(plistPath, QStringLiteral("the property list is not a template"));
+        return refused(plistPath, WriteResult::tr("the property list is not a template"));
     return writePhotos(photos, storage, batch, progress, [&](const IKImageItem& item) {
         return templateEdit(flat, readPhotoProperties(item.filePath).properties);
     });
@@ -178,7 +179,7 @@ PlistImport ReloadMetaDataPlistAction(const QString& plistPath, const IKImageIte
     const QVariantMap top = read.root.toMap();
     for (auto it = top.cbegin(); it != top.cend(); ++it) {
         if (!isMap(it.value()) || !isGroupValues(it.value().toMap()))
-            return refused(plistPath, QStringLiteral("the property list is not a metadata.plist"));
+            return refused(plistPath, WriteResult::tr("the property list is not a metadata.plist"));
     }
     PlistImport out;
     int done = 0;
@@ -188,7 +189,7 @@ PlistImport ReloadMetaDataPlistAction(const QString& plistPath, const IKImageIte
         const QVariantMap entry = top.value(name).toMap();
         if (!top.contains(name)) {
             out.results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("no entry named %1 in the list").arg(name)));
+                item->filePath, WriteResult::tr("no entry named %1 in the list").arg(name)));
         } else if (isVideoPath(item->filePath) && ext != QLatin1String("mxf")) {
             const VideoWriteJob job =
                 ReloadChangedVideoExifDateAction(*item, entry, videoEditorStateFor(*item),
@@ -211,7 +212,7 @@ PlistImport ReloadMetaDataPlistAction(const QString& plistPath, const IKImageIte
                     ReloadChangedAuidoExifDateItem(*item, entry, own, storage, batch));
         } else {
             out.results.append(VideoWriteResult::skippedFile(
-                item->filePath, QStringLiteral("neither a video nor an audio file")));
+                item->filePath, WriteResult::tr("neither a video nor an audio file")));
         }
         if (!reportProgress(progress, ++done, int(items.size()))) break;
     }

@@ -1,4 +1,5 @@
 #include "core/batch/plist_io.h"
+#include "core/common/ui_texts.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -143,7 +144,7 @@ PlistRead readPlistData(const QByteArray& data) {
     if (!data.isEmpty()) plist_from_memory(data.constData(), uint32_t(data.size()), &raw);
     const PlistPtr node(raw);
     if (!node) {
-        read.problem = QStringLiteral("the file is not a property list");
+        read.problem = WriteResult::tr("the file is not a property list");
         return read;
     }
     read.root = fromNode(node.get(), 0, &read.keyOrder);
@@ -154,13 +155,13 @@ PlistRead readPlistFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         PlistRead read;
-        read.problem = QStringLiteral("the file cannot be read: %1").arg(file.errorString());
+        read.problem = WriteResult::tr("the file cannot be read: %1").arg(file.errorString());
         return read;
     }
     constexpr qint64 kLimit = qint64(64) << 20;
     if (file.size() > kLimit) {
         PlistRead read;
-        read.problem = QStringLiteral("the file is too large for a property list");
+        read.problem = WriteResult::tr("the file is too large for a property list");
         return read;
     }
     return readPlistData(file.read(kLimit));

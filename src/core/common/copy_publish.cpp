@@ -14,6 +14,7 @@
 #include "core/common/desktop_integration.h"
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -65,7 +66,7 @@ PublishedCopy publishCopy(const CopyPlan& plan, const QString& storageFolder, Ou
     const QFileInfo target(claim.path);
     TemporaryOutput temp(target);
     if (temp.path.isEmpty()) {
-        result.reason = QStringLiteral("the storage folder cannot be written: %1")
+        result.reason = WriteResult::tr("the storage folder cannot be written: %1")
                             .arg(plainFileError(temp.error));
         qCWarning(lcTagsmith) << "cannot create a temporary file in" << target.absolutePath();
         return result;
@@ -81,8 +82,8 @@ PublishedCopy publishCopy(const CopyPlan& plan, const QString& storageFolder, Ou
     // the rename replaces it in one step.
     if (::rename(QFile::encodeName(temp.path).constData(),
                  QFile::encodeName(claim.path).constData()) != 0) {
-        result.reason =
-            QStringLiteral("the new file could not be put in place: %1").arg(plainFileError(errno));
+        result.reason = WriteResult::tr("the new file could not be put in place: %1")
+                            .arg(plainFileError(errno));
         qCWarning(lcTagsmith) << "cannot rename" << temp.path << "to" << claim.path;
         return result;
     }

@@ -1,4 +1,5 @@
 #include "core/common/file_errors.h"
+#include "core/common/ui_texts.h"
 
 #include <cerrno>
 #include <cstring>
@@ -7,24 +8,24 @@ QString plainFileError(int error) {
     switch (error) {
         case ENOSPC:
         case EDQUOT:
-            return QStringLiteral("the disk is full");
+            return WriteResult::tr("the disk is full");
         case EACCES:
         case EPERM:
-            return QStringLiteral("permission denied");
+            return WriteResult::tr("permission denied");
         case EROFS:
-            return QStringLiteral("the disk is read-only");
+            return WriteResult::tr("the disk is read-only");
         case ENOENT:
-            return QStringLiteral("the file or folder no longer exists");
+            return WriteResult::tr("the file or folder no longer exists");
         case EIO:
-            return QStringLiteral("the disk reported a read or write error");
+            return WriteResult::tr("the disk reported a read or write error");
         case EFBIG:
-            return QStringLiteral("the file is too large for the disk's file system");
+            return WriteResult::tr("the file is too large for the disk's file system");
         case ENAMETOOLONG:
-            return QStringLiteral("the file name is too long");
+            return WriteResult::tr("the file name is too long");
         case ENOTCONN:
         case ETIMEDOUT:
         case ESTALE:
-            return QStringLiteral("the network disk is not reachable");
+            return WriteResult::tr("the network disk is not reachable");
         default:
             return QString::fromLocal8Bit(std::strerror(error)).toLower();
     }

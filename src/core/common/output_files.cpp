@@ -15,6 +15,7 @@
 #include <sys/xattr.h>
 
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 const char* const kOutputListName = ".tagsmith-outputs";
 const char* const kOutputAttribute = "user.tagsmith.output";
@@ -147,12 +148,12 @@ OutputBatch::Claim OutputBatch::claim(const QString& wanted, const QString& sour
         const bool exists = entryExists(candidate);
         QString refusal;
         if (m_claimed.contains(candidate)) {
-            refusal = QStringLiteral("another file of this batch was already saved as %1");
+            refusal = WriteResult::tr("another file of this batch was already saved as %1");
         } else if (candidate == source || (exists && sameFile(candidate, sourcePath))) {
-            refusal = QStringLiteral("%1 in the storage folder is the file being saved itself");
+            refusal = WriteResult::tr("%1 in the storage folder is the file being saved itself");
         } else if (exists && !isOutputOfOurs(candidate)) {
             refusal =
-                QStringLiteral("a file named %1 that Tagsmith did not write is already there");
+                WriteResult::tr("a file named %1 that Tagsmith did not write is already there");
         }
         if (!refusal.isEmpty()) {
             if (n == 1) note = refusal.arg(name);
@@ -160,11 +161,11 @@ OutputBatch::Claim OutputBatch::claim(const QString& wanted, const QString& sour
         }
         m_claimed.insert(candidate);
         if (!note.isEmpty())
-            note += QStringLiteral(", so the new file was saved as %1")
+            note += WriteResult::tr(", so the new file was saved as %1")
                         .arg(QFileInfo(candidate).fileName());
         return {candidate, note};
     }
-    return {{}, QStringLiteral("no free name was found for %1 in the storage folder").arg(name)};
+    return {{}, WriteResult::tr("no free name was found for %1 in the storage folder").arg(name)};
 }
 
 bool OutputBatch::claimed(const QString& path) const {

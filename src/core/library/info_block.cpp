@@ -1,6 +1,7 @@
 #include "core/library/info_block.h"
 
 #include "core/common/dates.h"
+#include "core/common/ui_texts.h"
 #include "core/library/formatters.h"
 
 namespace {
@@ -9,9 +10,8 @@ QString line(const QString& label, const QString& value, const QString& bare) {
     return value.isEmpty() ? bare : label + value;
 }
 
-QString line(const char* label, const QString& value) {
-    return value.isEmpty() ? QString::fromLatin1(label)
-                           : QString::fromLatin1(label) + QLatin1Char(' ') + value;
+QString line(const QString& label, const QString& value) {
+    return value.isEmpty() ? label : label + QLatin1Char(' ') + value;
 }
 
 }  // namespace
@@ -22,37 +22,37 @@ qint32 playerWholeSeconds(double seconds) {
 
 VideoInfoBlock videoInfoBlock(const IKImageItem& item, std::optional<double> playerSeconds) {
     VideoInfoBlock b;
-    b.recordDate = line(QStringLiteral("Record Date:         "), item.shootDateStr,
-                        QStringLiteral("Record Date:   "));
+    b.recordDate = line(InfoBlock::tr("Record Date:         "), item.shootDateStr,
+                        InfoBlock::tr("Record Date:   "));
     if (item.filePixWidth != 0 || item.filepixHeigh != 0) {
         b.pixelSize = QString::asprintf("%d x %d", item.filePixWidth, item.filepixHeigh);
     }
-    b.resolution = line(QStringLiteral("Resolution:           "), item.videoResolutionStr,
-                        QStringLiteral("Resolution:"));
-    b.videoFormat = line(QStringLiteral("Video Format:        "), item.fileVideoEncodeFormat,
-                         QStringLiteral("Video Format:"));
-    b.createdDate = line(QStringLiteral("Created Date:        "),
+    b.resolution = line(InfoBlock::tr("Resolution:           "), item.videoResolutionStr,
+                        InfoBlock::tr("Resolution:"));
+    b.videoFormat = line(InfoBlock::tr("Video Format:        "), item.fileVideoEncodeFormat,
+                         InfoBlock::tr("Video Format:"));
+    b.createdDate = line(InfoBlock::tr("Created Date:        "),
                          item.fileCreateDate.isValid() ? item.fileCreateDateStr : QString(),
-                         QStringLiteral("Created Date:"));
+                         InfoBlock::tr("Created Date:"));
     if (playerSeconds)
         b.duration =
-            QStringLiteral("Duration: ") + getMediaDuration(playerWholeSeconds(*playerSeconds));
+            InfoBlock::tr("Duration: ") + getMediaDuration(playerWholeSeconds(*playerSeconds));
     return b;
 }
 
 AudioInfoBlock audioInfoBlock(const IKImageItem& item) {
     AudioInfoBlock b;
-    b.fileName = line("File Name:", item.fileName);
-    b.modifiedDate = line("Modified Date:", dateDescription(item.fileModifyDate));
-    b.fileSize = line("File Size:", item.fileSize);
-    b.location = line("Location:", item.filePath);
-    b.kind = line("Kind:", item.fileType);
-    b.channels = line("Channels:", item.fileChannels);
-    b.duration = line("Duration:", item.fileduratStr);
-    b.bitrate = line("Bitrate:", item.fileBitRate);
-    b.sampleRate = line("Sample Rate:", item.fileSampleRate);
-    b.createdDate =
-        line("Created Date:", item.fileCreateDate.isValid() ? item.fileCreateDateStr : QString());
+    b.fileName = line(InfoBlock::tr("File Name:"), item.fileName);
+    b.modifiedDate = line(InfoBlock::tr("Modified Date:"), dateDescription(item.fileModifyDate));
+    b.fileSize = line(InfoBlock::tr("File Size:"), item.fileSize);
+    b.location = line(InfoBlock::tr("Location:"), item.filePath);
+    b.kind = line(InfoBlock::tr("Kind:"), item.fileType);
+    b.channels = line(InfoBlock::tr("Channels:"), item.fileChannels);
+    b.duration = line(InfoBlock::tr("Duration:"), item.fileduratStr);
+    b.bitrate = line(InfoBlock::tr("Bitrate:"), item.fileBitRate);
+    b.sampleRate = line(InfoBlock::tr("Sample Rate:"), item.fileSampleRate);
+    b.createdDate = line(InfoBlock::tr("Created Date:"),
+                         item.fileCreateDate.isValid() ? item.fileCreateDateStr : QString());
     return b;
 }
 

@@ -39,9 +39,15 @@ const char* mediaColumnIdentifier(MediaColumn column) {
 }
 
 const char* mediaColumnTitle(MediaColumn column) {
-    static const char* const titles[] = {"Media Name",        "Media Size",   "Media Length",
-                                         "Media Kind",        "Media Artist", "Media Album",
-                                         "Media Created Date"};
+    // Shown translated by the table (context "MediaTableModel").
+    static const char* const titles[] = {
+        QT_TRANSLATE_NOOP("MediaTableModel", "Media Name"),
+        QT_TRANSLATE_NOOP("MediaTableModel", "Media Size"),
+        QT_TRANSLATE_NOOP("MediaTableModel", "Media Length"),
+        QT_TRANSLATE_NOOP("MediaTableModel", "Media Kind"),
+        QT_TRANSLATE_NOOP("MediaTableModel", "Media Artist"),
+        QT_TRANSLATE_NOOP("MediaTableModel", "Media Album"),
+        QT_TRANSLATE_NOOP("MediaTableModel", "Media Created Date")};
     return titles[static_cast<int>(column)];
 }
 

@@ -1,4 +1,5 @@
 #include "core/photo/heif_items.h"
+#include "core/common/ui_texts.h"
 
 #include <QCoreApplication>
 #include <QSet>
@@ -9,7 +10,7 @@ namespace Heif {
 
 namespace {
 
-QString tr(const char* text) {
+QString PhotoWriter::tr(const char* text) {
     return QCoreApplication::translate("HeifItems", text);
 }
 
@@ -19,7 +20,7 @@ bool fail(QString* reason, const QString& text) {
 }
 
 QString damaged() {
-    return tr("The photo's item list is damaged, so it was not written.");
+    return PhotoWriter::tr("The photo's item list is damaged, so it was not written.");
 }
 
 // A bounded big-endian reader: every read past the end sets `bad`.
@@ -95,8 +96,9 @@ bool parseIinf(QByteArrayView payload, ItemFile& out, QString* reason) {
     for (const StoredBox& entry : entries) {
         ItemInfo info;
         if (entry.type != "infe" || !parseInfe(entry, info))
-            return fail(reason, tr("The photo lists its items in a form this program cannot "
-                                   "write, so it was not written."));
+            return fail(reason,
+                        PhotoWriter::tr("The photo lists its items in a form this program cannot "
+                                        "write, so it was not written."));
         out.items.append(info);
     }
     return true;
@@ -107,8 +109,9 @@ bool parseIloc(QByteArrayView payload, qint64 fileSize, ItemFile& out, QString* 
     const int version = int(c.read(1));
     c.read(3);
     if (version > 2)
-        return fail(reason, tr("The photo stores its items in a way this program does not "
-                               "know, so it was not written."));
+        return fail(reason,
+                    PhotoWriter::tr("The photo stores its items in a way this program does not "
+                                    "know, so it was not written."));
     const int sizes = int(c.read(1)), more = int(c.read(1));
     const int offsetSize = sizes >> 4, lengthSize = sizes & 15, baseSize = more >> 4;
     const int indexSize = version > 0 ? (more & 15) : 0;
@@ -124,8 +127,9 @@ bool parseIloc(QByteArrayView payload, qint64 fileSize, ItemFile& out, QString* 
         const quint64 dataRef = c.read(2), base = c.read(baseSize);
         const quint64 n = c.read(2);
         if (loc.method > 1 || dataRef != 0)
-            return fail(reason, tr("The photo keeps some of its data in a way this program "
-                                   "cannot move, so it was not written."));
+            return fail(reason,
+                        PhotoWriter::tr("The photo keeps some of its data in a way this program "
+                                        "cannot move, so it was not written."));
         for (quint64 e = 0; e < n && !c.bad; ++e) {
             c.read(indexSize);
             Extent extent{c.read(offsetSize), c.read(lengthSize)};
@@ -134,8 +138,9 @@ bool parseIloc(QByteArrayView payload, qint64 fileSize, ItemFile& out, QString* 
             extent.offset += base;
             const quint64 limit = quint64(loc.method == 0 ? fileSize : 0);
             if (loc.method == 0 && (extent.offset > limit || extent.length > limit - extent.offset))
-                return fail(reason, tr("The photo is cut short: some of its data is missing, "
-                                       "so it was not written."));
+                return fail(reason,
+                            PhotoWriter::tr("The photo is cut short: some of its data is missing, "
+                                            "so it was not written."));
             loc.extents.append(extent);
         }
         out.locations.append(loc);
@@ -196,7 +201,8 @@ bool parseMeta(ItemFile& out, qint64 fileSize, QString* reason) {
         else
             out.locationIndex[out.locations[i].id] = i;
     if (!hasPitm || !out.item(out.primary))
-        return fail(reason, tr("The photo names no main picture, so it was not written."));
+        return fail(reason,
+                    PhotoWriter::tr("The photo names no main picture, so it was not written."));
     for (const ItemLocation& loc : out.locations)
         for (const Extent& e : loc.extents)
             if (loc.method == 1 && (e.offset > quint64(out.idat.size()) ||
@@ -238,12 +244,14 @@ bool parseItemFile(QByteArrayView file, ItemFile& out, QString* reason) {
         const QByteArray& type = out.topLevel[i].type;
         if (type == "moov" || type == "moof" || type == "meco" ||
             (type == "meta" && out.metaIndex >= 0))
-            return fail(reason, tr("This kind of HEIF file (a sequence, or several sets of "
-                                   "items) cannot be written."));
+            return fail(reason,
+                        PhotoWriter::tr("This kind of HEIF file (a sequence, or several sets of "
+                                        "items) cannot be written."));
         if (type == "meta") out.metaIndex = i;
     }
     if (out.topLevel.isEmpty() || out.topLevel[0].type != "ftyp" || out.metaIndex < 0)
-        return fail(reason, tr("The file is not a HEIF photo this program can write."));
+        return fail(reason,
+                    PhotoWriter::tr("The file is not a HEIF photo this program can write."));
     return parseMeta(out, file.size(), reason);
 }
 

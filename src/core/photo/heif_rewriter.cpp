@@ -1,4 +1,5 @@
 #include "core/photo/heif_rewriter.h"
+#include "core/common/ui_texts.h"
 
 #include <QCoreApplication>
 #include <QSet>
@@ -13,7 +14,7 @@ namespace Heif {
 
 namespace {
 
-QString tr(const char* text) {
+QString PhotoWriter::tr(const char* text) {
     return QCoreApplication::translate("HeifRewriter", text);
 }
 
@@ -184,8 +185,9 @@ bool rewriteMetadata(QByteArrayView source, const MetadataEdit& edit, QByteArray
     };
     if (!replace(edit.exifTiff, "Exif", {}, exifItemData(edit.exifTiff.value_or(QByteArray()))) ||
         !replace(edit.xmp, "mime", kXmpContentType, edit.xmp.value_or(QByteArray())))
-        return fail(reason, tr("The photo holds several sets of the same metadata, so it was "
-                               "not written."));
+        return fail(reason,
+                    PhotoWriter::tr("The photo holds several sets of the same metadata, so it was "
+                                    "not written."));
 
     // Every kept item's bytes, in item order; new items get the next ids.
     QList<Placed> placed;
@@ -202,7 +204,8 @@ bool rewriteMetadata(QByteArrayView source, const MetadataEdit& edit, QByteArray
     QList<QByteArray> addedInfe;
     QList<Reference> addedRefs;
     for (const NewItem& item : newItems) {
-        if (maxId >= 0xffff) return fail(reason, tr("The photo has too many items to add one."));
+        if (maxId >= 0xffff)
+            return fail(reason, PhotoWriter::tr("The photo has too many items to add one."));
         placed.append({++maxId, 0, item.data, true, 0});
         addedInfe.append(newInfe(maxId, item.type, item.contentType));
         addedRefs.append({"cdsc", maxId, {file.primary}});
@@ -213,7 +216,7 @@ bool rewriteMetadata(QByteArrayView source, const MetadataEdit& edit, QByteArray
         size += p.data.size();
     }
     if (mdatSize + source.size() > qint64(std::numeric_limits<quint32>::max()) - 4096)
-        return fail(reason, tr("The photo is too large to be written."));
+        return fail(reason, PhotoWriter::tr("The photo is too large to be written."));
 
     // The meta box, rebuilt where the items changed; its size does not depend
     // on the offsets, so it is built once to learn where the data will start.
@@ -259,7 +262,8 @@ bool rewriteMetadata(QByteArrayView source, const MetadataEdit& edit, QByteArray
     }
     const QByteArray meta = buildMeta(quint64(mdatStart));
     if (!ok || meta.size() != metaSize)
-        return fail(reason, tr("The photo's item list is damaged, so it was not written."));
+        return fail(reason,
+                    PhotoWriter::tr("The photo's item list is damaged, so it was not written."));
 
     out.clear();
     out.reserve(mdatStart + mdatSize);

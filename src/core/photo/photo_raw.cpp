@@ -11,13 +11,10 @@
 #include <memory>
 
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/photo/photo_job.h"
 
 namespace {
-
-QString tr(const char* text) {
-    return QCoreApplication::translate("PhotoWriter", text);
-}
 
 // The decoded picture; null (logged) when LibRaw refuses the file or
 // reports damaged data on the way.
@@ -58,12 +55,12 @@ QString writeRawFallback(const QString& sourcePath, const QString& target,
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "LibRaw failed ==" << sourcePath << "==" << error.what();
     }
-    if (picture.isNull()) return tr("The camera raw picture could not be decoded.");
+    if (picture.isNull()) return PhotoWriter::tr("The camera raw picture could not be decoded.");
     QByteArray tiff;
     QBuffer buffer(&tiff);
     buffer.open(QIODevice::WriteOnly);
     if (!QImageWriter(&buffer, "tiff").write(picture))
-        return tr("The picture could not be written as TIFF data.");
+        return PhotoWriter::tr("The picture could not be written as TIFF data.");
     tiff = withSourceMetadata(tiff, sourcePath);
     PropertyEdit withOrientation = edit;
     withOrientation.values[QString()].insert(QStringLiteral("Orientation"), 4);

@@ -11,6 +11,7 @@
 
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_exiv2.h"
 
@@ -275,10 +276,6 @@ void addTopLevel(PropertyDictionary& properties, Exiv2::Image& image) {
     }
 }
 
-QString problemText(const char* text) {
-    return QCoreApplication::translate("PhotoProperties", text);
-}
-
 PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* argument,
                      QIODevice* device, const QString& label) {
     ensureInitialised();
@@ -314,16 +311,16 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
             << "photo not read ==" << label << "== Exiv2 error" << error.code() << error.what();
         source.problem = error.code() == Exiv2::kerFileContainsUnknownImageType ||
                                  error.code() == Exiv2::kerNotAnImage
-                             ? problemText("The file is not a photo this program can read.")
-                             : problemText("The photo is damaged or incomplete.");
+                             ? PhotoProperties::tr("The file is not a photo this program can read.")
+                             : PhotoProperties::tr("The photo is damaged or incomplete.");
         return source;
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "photo not read ==" << label << "==" << error.what();
-        source.problem = problemText("The photo is damaged or incomplete.");
+        source.problem = PhotoProperties::tr("The photo is damaged or incomplete.");
         return source;
     } catch (...) {
         qCInfo(lcTagsmith).noquote() << "photo not read ==" << label;
-        source.problem = problemText("The photo is damaged or incomplete.");
+        source.problem = PhotoProperties::tr("The photo is damaged or incomplete.");
         return source;
     }
     if (device && device->open(QIODevice::ReadOnly)) {
@@ -338,8 +335,12 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
 PhotoSource readPhotoProperties(const QString& path, bool pictureFacts) {
     QFile file(path);
     if (!isRegularFile(path))
-        return {{}, {}, 0, false, problemText("The file does not exist or is not a regular file.")};
-    if (file.size() == 0) return {{}, {}, 0, false, problemText("The file is empty.")};
+        return {{},
+                {},
+                0,
+                false,
+                PhotoProperties::tr("The file does not exist or is not a regular file.")};
+    if (file.size() == 0) return {{}, {}, 0, false, PhotoProperties::tr("The file is empty.")};
     const std::string name = QFile::encodeName(path).toStdString();
     PhotoSource source = readWith(
         [](const void* p) {
@@ -357,7 +358,7 @@ PhotoSource readPhotoProperties(const QString& path, bool pictureFacts) {
 PhotoSource readPhotoPropertiesFromData(const QByteArray& data) {
     QByteArray copy = data;
     QBuffer buffer(&copy);
-    if (data.isEmpty()) return {{}, {}, 0, false, problemText("The file is empty.")};
+    if (data.isEmpty()) return {{}, {}, 0, false, PhotoProperties::tr("The file is empty.")};
     return readWith(
         [](const void* p) {
             const auto* bytes = static_cast<const QByteArray*>(p);

@@ -12,6 +12,7 @@
 #include <cmath>
 
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/photo/photo_exiv2.h"
 #include "core/photo/photo_png_text.h"
 
@@ -21,10 +22,6 @@ namespace {
 
 // Photos are edited in memory; larger files are refused.
 constexpr qint64 kMaxPhotoBytes = qint64(1) << 30;
-
-QString tr(const char* text) {
-    return QCoreApplication::translate("PhotoWriter", text);
-}
 
 bool isAscii(const QString& text) {
     for (const QChar c : text)
@@ -282,7 +279,8 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         const Exiv2::AccessMode mode = Exiv2::ImageFactory::checkMode(type, Exiv2::mdExif);
         const bool heif = isHeif(*image);
         if (!heif && mode != Exiv2::amReadWrite && mode != Exiv2::amWrite)
-            return {PhotoWriteStatus::CannotWriteType, tr("This kind of photo cannot be written.")};
+            return {PhotoWriteStatus::CannotWriteType,
+                    PhotoWriter::tr("This kind of photo cannot be written.")};
         const HeifBefore before = heif ? heifBefore(*image, edit.removeXmp) : HeifBefore();
         applyEdit(*image, edit);
         if (heif) {
@@ -298,21 +296,25 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         }
         if (type == Exiv2::ImageType::tiff && pageCount(written) != pageCount(source)) {
             qCWarning(lcTagsmith) << "TIFF pages lost in writing, not written ==" << target;
-            return {PhotoWriteStatus::Failed,
-                    tr("The photo's pages could not all be kept, so it was not written.")};
+            return {
+                PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo's pages could not all be kept, so it was not written.")};
         }
         if (type == Exiv2::ImageType::png && edit.removedGroups.contains(PhotoGroup::PNG))
             written = withoutPngTexts(written);
     } catch (const Exiv2::AnyError& error) {
         qCInfo(lcTagsmith).noquote()
             << "photo not written ==" << target << "== Exiv2 error" << error.code() << error.what();
-        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo is damaged or cannot be written.")};
     } catch (const std::exception& error) {
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target << "==" << error.what();
-        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo is damaged or cannot be written.")};
     } catch (...) {
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target;
-        return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo is damaged or cannot be written.")};
     }
     // The target is the publisher's new empty file. Truncating it anyway would
     // make ext4 flush it to the disk when it is closed (its guard for files
@@ -320,7 +322,7 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
     QFile out(target);
     if (!out.open(QIODevice::Append) || out.write(written) != written.size() || !out.flush())
         return {PhotoWriteStatus::Failed,
-                tr("The copy could not be written: %1").arg(out.errorString())};
+                PhotoWriter::tr("The copy could not be written: %1").arg(out.errorString())};
     return {PhotoWriteStatus::Written, {}};
 }
 
@@ -328,11 +330,12 @@ PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& targe
                                  const PropertyEdit& edit) {
     QFile in(sourcePath);
     if (!in.open(QIODevice::ReadOnly))
-        return {PhotoWriteStatus::Failed, tr("The photo cannot be read: %1").arg(in.errorString())};
+        return {PhotoWriteStatus::Failed,
+                PhotoWriter::tr("The photo cannot be read: %1").arg(in.errorString())};
     if (in.size() > kMaxPhotoBytes)
-        return {PhotoWriteStatus::Failed, tr("The photo is too large to be written.")};
+        return {PhotoWriteStatus::Failed, PhotoWriter::tr("The photo is too large to be written.")};
     const QByteArray bytes = in.readAll();
-    if (bytes.isEmpty()) return {PhotoWriteStatus::Failed, tr("The photo is empty.")};
+    if (bytes.isEmpty()) return {PhotoWriteStatus::Failed, PhotoWriter::tr("The photo is empty.")};
     return writePhotoBytes(bytes, target, edit);
 }
 

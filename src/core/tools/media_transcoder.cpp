@@ -18,6 +18,7 @@ extern "C" {
 
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ void check(int ret, const char* step, const QString& reason) {
 
 QString writeReason(int ret) {
     const int code = AVUNERROR(ret);
-    return QStringLiteral("the new file could not be written: %1")
+    return WriteResult::tr("the new file could not be written: %1")
         .arg(code > 0 && code < 4096 ? plainFileError(code) : avError(ret));
 }
 
@@ -110,25 +111,25 @@ public:
     ExportStatus run() {
         if (!m_input.open(m_request.sourcePath)) {
             qCWarning(lcTagsmith) << "ffmpeg cannot open ==" << m_request.sourcePath;
-            throw Failure{QStringLiteral("the file cannot be read as a movie")};
+            throw Failure{WriteResult::tr("the file cannot be read as a movie")};
         }
         const QByteArray native = QFile::encodeName(m_request.outputPath);
         check(
             avformat_alloc_output_context2(&m_output, nullptr, m_request.muxer, native.constData()),
-            "output", QStringLiteral("the output file type is not available"));
+            "output", WriteResult::tr("the output file type is not available"));
         const double duration =
             m_input.format->duration > 0 ? double(m_input.format->duration) / AV_TIME_BASE : 0;
         if (m_request.keepShare < 1.0 && duration > 0) m_limit = duration * m_request.keepShare;
         setUpLane(m_video, AVMEDIA_TYPE_VIDEO, m_request.video, m_request.requireVideo,
-                  QStringLiteral("the file has no video"));
+                  WriteResult::tr("the file has no video"));
         setUpLane(m_audio, AVMEDIA_TYPE_AUDIO, m_request.audio, m_request.requireAudio,
-                  QStringLiteral("the file has no sound"));
-        if (!m_video.out && !m_audio.out) throw Failure{QStringLiteral("the file has no media")};
+                  WriteResult::tr("the file has no sound"));
+        if (!m_video.out && !m_audio.out) throw Failure{WriteResult::tr("the file has no media")};
         m_expected = duration * m_request.timeScale;
         if (m_request.keepShare < 1.0 && duration > 0) m_expected = m_limit;
 
         check(avio_open(&m_output->pb, native.constData(), AVIO_FLAG_WRITE), "open output",
-              QStringLiteral("the new file cannot be created"));
+              WriteResult::tr("the new file cannot be created"));
         AVDictionary* options = nullptr;
         if (m_request.fastStart) av_dict_set(&options, "movflags", "+faststart", 0);
         const int header = avformat_write_header(m_output, &options);
@@ -140,13 +141,13 @@ public:
         m_frame = av_frame_alloc();
         m_filtered = av_frame_alloc();
         m_packet = av_packet_alloc();
-        if (!m_frame || !m_filtered || !m_packet) throw Failure{QStringLiteral("out of memory")};
+        if (!m_frame || !m_filtered || !m_packet) throw Failure{WriteResult::tr("out of memory")};
         if (!readAll()) return ExportStatus::Cancelled;
         for (Lane* lane : {&m_video, &m_audio}) {
             if (lane->mode != StreamMode::Encode) continue;
             decode(*lane, nullptr);
             check(av_buffersrc_add_frame_flags(lane->source, nullptr, 0), "filter flush",
-                  QStringLiteral("the picture or sound could not be converted"));
+                  WriteResult::tr("the picture or sound could not be converted"));
             pullFiltered(*lane);
             encode(*lane, nullptr);
         }
@@ -182,13 +183,13 @@ private:
         if (avformat_query_codec(m_output->oformat, codec, FF_COMPLIANCE_NORMAL) == 0) {
             qCWarning(lcTagsmith) << "the" << m_request.muxer << "muxer cannot hold"
                                   << avcodec_get_name(codec);
-            throw Failure{QStringLiteral("this file type cannot hold %1 %2")
-                              .arg(QString::fromUtf8(avcodec_get_name(codec)),
-                                   lane.video ? QStringLiteral("video") : QStringLiteral("sound"))};
+            throw Failure{(lane.video ? WriteResult::tr("this file type cannot hold %1 video")
+                                      : WriteResult::tr("this file type cannot hold %1 sound"))
+                              .arg(QString::fromUtf8(avcodec_get_name(codec)))};
         }
         lane.out = newStream();
         check(avcodec_parameters_copy(lane.out->codecpar, lane.in->codecpar), "copy parameters",
-              QStringLiteral("out of memory"));
+              WriteResult::tr("out of memory"));
         lane.out->codecpar->codec_tag = 0;
         lane.out->time_base = lane.in->time_base;
         if (lane.video) copyRotation(lane.in, lane.out);
@@ -196,18 +197,17 @@ private:
 
     AVStream* newStream() {
         AVStream* s = avformat_new_stream(m_output, nullptr);
-        if (!s) throw Failure{QStringLiteral("out of memory")};
+        if (!s) throw Failure{WriteResult::tr("out of memory")};
         return s;
     }
 
     void openDecoder(Lane& lane) {
         const AVCodec* codec = avcodec_find_decoder(lane.in->codecpar->codec_id);
-        const QString unreadable =
-            QStringLiteral("its %1 cannot be decoded")
-                .arg(lane.video ? QStringLiteral("video") : QStringLiteral("sound"));
+        const QString unreadable = lane.video ? WriteResult::tr("its video cannot be decoded")
+                                              : WriteResult::tr("its sound cannot be decoded");
         if (!codec) throw Failure{unreadable};
         lane.decoder = avcodec_alloc_context3(codec);
-        if (!lane.decoder) throw Failure{QStringLiteral("out of memory")};
+        if (!lane.decoder) throw Failure{WriteResult::tr("out of memory")};
         check(avcodec_parameters_to_context(lane.decoder, lane.in->codecpar), "decoder",
               unreadable);
         lane.decoder->pkt_timebase = lane.in->time_base;
@@ -218,9 +218,9 @@ private:
     }
 
     void buildGraph(Lane& lane, const char* args, const QString& chain) {
-        const QString reason = QStringLiteral("the picture or sound could not be converted");
+        const QString reason = WriteResult::tr("the picture or sound could not be converted");
         lane.graph = avfilter_graph_alloc();
-        if (!lane.graph) throw Failure{QStringLiteral("out of memory")};
+        if (!lane.graph) throw Failure{WriteResult::tr("out of memory")};
         check(avfilter_graph_create_filter(&lane.source,
                                            avfilter_get_by_name(lane.video ? "buffer" : "abuffer"),
                                            "in", args, nullptr, lane.graph),
@@ -234,7 +234,7 @@ private:
         if (!outputs || !inputs) {
             avfilter_inout_free(&outputs);
             avfilter_inout_free(&inputs);
-            throw Failure{QStringLiteral("out of memory")};
+            throw Failure{WriteResult::tr("out of memory")};
         }
         outputs->name = av_strdup("in");
         outputs->filter_ctx = lane.source;
@@ -264,9 +264,9 @@ private:
         buildGraph(lane, args, trim("trim") + QStringLiteral("format=yuv420p"));
 
         const AVCodec* x264 = avcodec_find_encoder_by_name("libx264");
-        if (!x264) throw Failure{QStringLiteral("the H.264 encoder is not installed")};
+        if (!x264) throw Failure{WriteResult::tr("the H.264 encoder is not installed")};
         AVCodecContext* e = lane.encoder = avcodec_alloc_context3(x264);
-        if (!e) throw Failure{QStringLiteral("out of memory")};
+        if (!e) throw Failure{WriteResult::tr("out of memory")};
         e->width = av_buffersink_get_w(lane.sink);
         e->height = av_buffersink_get_h(lane.sink);
         e->pix_fmt = AVPixelFormat(av_buffersink_get_format(lane.sink));
@@ -278,10 +278,10 @@ private:
         av_opt_set(e->priv_data, "crf", QByteArray::number(settings.crf).constData(), 0);
         if (m_output->oformat->flags & AVFMT_GLOBALHEADER) e->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
         check(avcodec_open2(e, x264, nullptr), "open x264",
-              QStringLiteral("the video could not be encoded"));
+              WriteResult::tr("the video could not be encoded"));
         lane.out = newStream();
         check(avcodec_parameters_from_context(lane.out->codecpar, e), "encoder parameters",
-              QStringLiteral("out of memory"));
+              WriteResult::tr("out of memory"));
         lane.out->time_base = e->time_base;
         lane.out->avg_frame_rate = e->framerate;
         copyRotation(lane.in, lane.out);
@@ -289,7 +289,7 @@ private:
 
     void setUpAudioEncoder(Lane& lane) {
         const AVCodec* aac = avcodec_find_encoder(AV_CODEC_ID_AAC);
-        if (!aac) throw Failure{QStringLiteral("the AAC encoder is not installed")};
+        if (!aac) throw Failure{WriteResult::tr("the AAC encoder is not installed")};
         const AVCodecContext* d = lane.decoder;
         int rate = 48000;
         for (const int* r = aac->supported_samplerates; r && *r; ++r)
@@ -321,7 +321,7 @@ private:
                            .arg(channels == 1 ? QLatin1String("mono") : QLatin1String("stereo")));
 
         AVCodecContext* e = lane.encoder = avcodec_alloc_context3(aac);
-        if (!e) throw Failure{QStringLiteral("out of memory")};
+        if (!e) throw Failure{WriteResult::tr("out of memory")};
         e->sample_fmt = AV_SAMPLE_FMT_FLTP;
         e->sample_rate = rate;
         av_channel_layout_default(&e->ch_layout, channels);
@@ -330,11 +330,11 @@ private:
         e->time_base = AVRational{1, rate};
         if (m_output->oformat->flags & AVFMT_GLOBALHEADER) e->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
         check(avcodec_open2(e, aac, nullptr), "open aac",
-              QStringLiteral("the sound could not be encoded"));
+              WriteResult::tr("the sound could not be encoded"));
         av_buffersink_set_frame_size(lane.sink, unsigned(e->frame_size));
         lane.out = newStream();
         check(avcodec_parameters_from_context(lane.out->codecpar, e), "encoder parameters",
-              QStringLiteral("out of memory"));
+              WriteResult::tr("out of memory"));
         lane.out->time_base = e->time_base;
     }
 
@@ -397,7 +397,7 @@ private:
             const int added = av_buffersrc_add_frame_flags(lane.source, m_frame, 0);
             av_frame_unref(m_frame);
             check(added, "filter input",
-                  QStringLiteral("the picture or sound could not be converted"));
+                  WriteResult::tr("the picture or sound could not be converted"));
             pullFiltered(lane);
         }
     }
@@ -417,9 +417,9 @@ private:
     void encode(Lane& lane, const AVFrame* frame) {
         const int sent = avcodec_send_frame(lane.encoder, frame);
         if (sent < 0 && sent != AVERROR_EOF)
-            check(sent, "encode", QStringLiteral("the movie could not be encoded"));
+            check(sent, "encode", WriteResult::tr("the movie could not be encoded"));
         AVPacket* out = av_packet_alloc();
-        if (!out) throw Failure{QStringLiteral("out of memory")};
+        if (!out) throw Failure{WriteResult::tr("out of memory")};
         while (avcodec_receive_packet(lane.encoder, out) == 0) {
             av_packet_rescale_ts(out, lane.encoder->time_base, lane.out->time_base);
             out->stream_index = lane.out->index;

@@ -9,6 +9,7 @@
 #include "core/audio/audio_output.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/tools/frame_sampler.h"
 #include "core/tools/gif_writer.h"
@@ -22,17 +23,23 @@ struct Titled {
     float value;
 };
 
+// The titles are the names the jobs and the command line take; the window
+// shows them translated (context "VideoTools").
 const Titled kSpeeds[] = {{"0.2X", 0.2f}, {"0.5X", 0.5f}, {"1X", 1.0f},  {"2X", 2.0f},
                           {"4X", 4.0f},   {"8X", 8.0f},   {"20X", 20.0f}};
 const Titled kSlowSpeeds[] = {{"0.2X", 0.2f}, {"0.5X", 0.5f}};
-const Titled kIntervals[] = {{"5 pics per second", 0.2f},
-                             {"1 picture per second", 1.0f},
-                             {"1 picture every 5 seconds", 5.0f},
-                             {"1 picture every 10 seconds", 10.0f},
-                             {"1 picture every 30 seconds", 30.0f}};
-const char* const kConvertTitles[] = {"Convert to MP4", "Convert to MOV", "Convert to M4V"};
-const char* const kQualityTitles[] = {"High video quality", "Medium video quality",
-                                      "Low video quality"};
+const Titled kIntervals[] = {
+    {QT_TRANSLATE_NOOP("VideoTools", "5 pics per second"), 0.2f},
+    {QT_TRANSLATE_NOOP("VideoTools", "1 picture per second"), 1.0f},
+    {QT_TRANSLATE_NOOP("VideoTools", "1 picture every 5 seconds"), 5.0f},
+    {QT_TRANSLATE_NOOP("VideoTools", "1 picture every 10 seconds"), 10.0f},
+    {QT_TRANSLATE_NOOP("VideoTools", "1 picture every 30 seconds"), 30.0f}};
+const char* const kConvertTitles[] = {QT_TRANSLATE_NOOP("VideoTools", "Convert to MP4"),
+                                      QT_TRANSLATE_NOOP("VideoTools", "Convert to MOV"),
+                                      QT_TRANSLATE_NOOP("VideoTools", "Convert to M4V")};
+const char* const kQualityTitles[] = {QT_TRANSLATE_NOOP("VideoTools", "High video quality"),
+                                      QT_TRANSLATE_NOOP("VideoTools", "Medium video quality"),
+                                      QT_TRANSLATE_NOOP("VideoTools", "Low video quality")};
 
 template <size_t N>
 float valueOf(const Titled (&table)[N], const QString& title, float fallback) {
@@ -72,7 +79,7 @@ public:
                 qCInfo(lcTagsmith) << "no video track; the slow-motion batch ends ==" << source;
                 VideoToolResult ended;
                 static_cast<VideoWriteResult&>(ended) = VideoWriteResult::skippedFile(
-                    source, QStringLiteral("the file has no video; the batch ends here"));
+                    source, WriteResult::tr("the file has no video; the batch ends here"));
                 results << ended;
                 if (m_callbacks.finished) m_callbacks.finished(m_index, ended);
                 break;
@@ -114,7 +121,7 @@ private:
             });
         if (outcome.status == ExportStatus::Cancelled) {
             result.status = ExportStatus::Cancelled;
-            result.reason = QStringLiteral("cancelled");
+            result.reason = WriteResult::tr("cancelled");
         }
         if (result.ok()) result.outputs << result.outputPath;
         return result;
@@ -134,7 +141,7 @@ private:
         qCInfo(lcTagsmith) << "not a video; passed over ==" << source;
         VideoToolResult r;
         static_cast<VideoWriteResult&>(r) =
-            VideoWriteResult::skippedFile(source, QStringLiteral("the file is not a video"));
+            VideoWriteResult::skippedFile(source, WriteResult::tr("the file is not a video"));
         return r;
     }
 
@@ -334,13 +341,13 @@ private:
             control());
         if (sampled.cancelled || cancelled) {
             result.status = ExportStatus::Cancelled;
-            result.reason = QStringLiteral("cancelled");
+            result.reason = WriteResult::tr("cancelled");
         } else if (sampled.duration <= 0) {
             result.skipped = true;
-            result.reason = QStringLiteral("the file has no duration");
+            result.reason = WriteResult::tr("the file has no duration");
         } else if (result.outputs.isEmpty()) {
             if (result.reason.isEmpty())
-                result.reason = QStringLiteral("no picture could be taken from the file");
+                result.reason = WriteResult::tr("no picture could be taken from the file");
         } else {
             result.status = ExportStatus::Completed;
             result.outputPath = result.outputs.first();

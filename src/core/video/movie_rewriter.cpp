@@ -14,6 +14,7 @@
 
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/video/bmff_box.h"
 #include "core/video/bmff_tree.h"
 #include "core/video/metadata_encoder.h"
@@ -164,29 +165,31 @@ void syncFolder(const QString& path) {
 
 // Why a rewrite was refused or failed, in the user's words; the precise
 // reason goes to the log.
-const QString kDamaged =
-    QStringLiteral("the file is damaged or incomplete, so it cannot be rewritten safely");
+QString damaged() {
+    return WriteResult::tr("the file is damaged or incomplete, so it cannot be rewritten safely");
+}
 
-RewriteResult fail(const QString& reason, const QString& userReason = kDamaged) {
+RewriteResult fail(const QString& reason, const QString& userReason = damaged()) {
     return {false, false, reason, userReason};
 }
 
 // A refusal of a movie the rewriter cannot handle, by its internal reason.
 QString refusalInWords(const QString& reason) {
     if (reason.startsWith(QLatin1String("fragmented")))
-        return QStringLiteral("the file is a fragmented movie, which cannot be rewritten safely");
+        return WriteResult::tr("the file is a fragmented movie, which cannot be rewritten safely");
     if (reason.startsWith(QLatin1String("compressed")))
-        return QStringLiteral(
+        return WriteResult::tr(
             "the file's movie header is compressed, which cannot be rewritten safely");
     if (reason.startsWith(QLatin1String("media data in another file")))
-        return QStringLiteral(
+        return WriteResult::tr(
             "the file refers to media stored in other files, which cannot be rewritten safely");
-    return kDamaged;
+    return damaged();
 }
 
 RewriteResult writeFailed(const QString& what, int error) {
-    return fail(QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(strerror(error))),
-                QStringLiteral("the new file could not be written: %1").arg(plainFileError(error)));
+    return fail(
+        QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(strerror(error))),
+        WriteResult::tr("the new file could not be written: %1").arg(plainFileError(error)));
 }
 
 }  // namespace

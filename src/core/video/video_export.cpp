@@ -10,6 +10,7 @@
 #include "core/common/desktop_integration.h"
 #include "core/common/file_errors.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 
 PassthroughExporter& videoExporter() {
     static PassthroughExporter exporter = [](const PassthroughExport& e) {
@@ -66,15 +67,15 @@ QString VideoWriteResult::message() const {
     const QString name = QFileInfo(sourcePath).fileName();
     QString text;
     if (status == ExportStatus::Completed) {
-        text = QStringLiteral("Saved %1 as %2").arg(name, outputPath);
+        text = WriteResult::tr("Saved %1 as %2").arg(name, outputPath);
     } else if (skipped) {
-        text = QStringLiteral("%1 was skipped: %2").arg(name, reason);
+        text = WriteResult::tr("%1 was skipped: %2").arg(name, reason);
     } else if (status == ExportStatus::Cancelled) {
-        text = QStringLiteral("Saving %1 was cancelled").arg(name);
+        text = WriteResult::tr("Saving %1 was cancelled").arg(name);
     } else {
-        text = QStringLiteral("%1 could not be saved: %2").arg(name, reason);
+        text = WriteResult::tr("%1 could not be saved: %2").arg(name, reason);
         if (!outputPath.isEmpty())
-            text += QStringLiteral("; an unchanged copy was saved as %1").arg(outputPath);
+            text += WriteResult::tr("; an unchanged copy was saved as %1").arg(outputPath);
     }
     if (!note.isEmpty()) text += QStringLiteral(" (%1)").arg(note);
     return text;
@@ -98,7 +99,7 @@ VideoWriteResult copyVideoFile(const QString& source, const QString& target,
     QFile file(source);
     errno = 0;
     if (!file.copy(claim.path)) {
-        result.reason = QStringLiteral("the copy could not be written: %1")
+        result.reason = WriteResult::tr("the copy could not be written: %1")
                             .arg(errno ? plainFileError(errno) : file.errorString());
         qCWarning(lcTagsmith) << "cannot copy" << source << "to" << claim.path
                               << file.errorString();
@@ -141,11 +142,11 @@ VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& stora
     switch (outcome.status) {
         case ExportStatus::Unknown:
             qCInfo(lcTagsmith) << "unknow";
-            result.reason = QStringLiteral("the write ended in an unknown state");
+            result.reason = WriteResult::tr("the write ended in an unknown state");
             break;
         case ExportStatus::Waiting:
             qCInfo(lcTagsmith) << "waiting";
-            result.reason = QStringLiteral("the write did not start");
+            result.reason = WriteResult::tr("the write did not start");
             break;
         case ExportStatus::Cancelled:
             qCInfo(lcTagsmith) << "cancelled";
@@ -174,7 +175,7 @@ VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& stora
             break;
         case ExportStatus::Failed: {
             result.reason = outcome.reason.isEmpty()
-                                ? QStringLiteral("the new file could not be written")
+                                ? WriteResult::tr("the new file could not be written")
                                 : outcome.reason;
             qCWarning(lcTagsmith) << "export failed ==" << job.request.sourcePath;
             if (job.fallbackCopyPath.isEmpty()) break;

@@ -8,6 +8,7 @@
 #include "core/common/dates.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
+#include "core/common/ui_texts.h"
 #include "core/video/video_items.h"
 
 namespace {
@@ -51,7 +52,7 @@ VideoWriteResult CopyvideoTitletoFileNameAction(const IKImageItem& item,
     if (title.isEmpty() || title == QLatin1String(".") || title == QLatin1String("..")) {
         qCInfo(lcTagsmith) << "no title to name the copy after ==" << item.filePath;
         return VideoWriteResult::skippedFile(
-            item.filePath, QStringLiteral("the file has no title to name the copy after"));
+            item.filePath, WriteResult::tr("the file has no title to name the copy after"));
     }
     const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') + title +
                            QLatin1Char('.') + QFileInfo(item.filePath).suffix();
@@ -133,7 +134,7 @@ VideoWriteResult ClickCopyVideoExifDateToCreateDateAction(const IKImageItem& ite
     if (!when.isValid()) {
         qCInfo(lcTagsmith) << "no recorded date to copy ==" << item.filePath;
         return VideoWriteResult::skippedFile(item.filePath,
-                                             QStringLiteral("the file has no recorded date"));
+                                             WriteResult::tr("the file has no recorded date"));
     }
     const QString target = videoToolOutputFolder(item, storage) + QLatin1Char('/') +
                            QFileInfo(item.filePath).fileName();

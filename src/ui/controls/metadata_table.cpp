@@ -1,5 +1,6 @@
 #include "ui/controls/metadata_table.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QIcon>
 #include <QImage>
@@ -13,11 +14,13 @@ constexpr int kTagThumbnailSize = 40;
 QTableWidget* makeMetadataTable(QWidget* parent) {
     auto* table = new QTableWidget(0, 3, parent);
     table->setObjectName(QStringLiteral("allTagsView"));
-    table->setToolTip(QObject::tr("Every metadata item of the file, as stored"));
-    table->setAccessibleName(QObject::tr("All Tags"));
+    table->setToolTip(
+        QCoreApplication::translate("MetadataTable", "Every metadata item of the file, as stored"));
+    table->setAccessibleName(QCoreApplication::translate("MetadataTable", "All Tags"));
     table->setTabKeyNavigation(false);
-    table->setHorizontalHeaderLabels(
-        {QObject::tr("Key Space"), QObject::tr("Key"), QObject::tr("Value")});
+    table->setHorizontalHeaderLabels({QCoreApplication::translate("MetadataTable", "Key Space"),
+                                      QCoreApplication::translate("MetadataTable", "Key"),
+                                      QCoreApplication::translate("MetadataTable", "Value")});
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setWordWrap(false);

@@ -4,6 +4,7 @@
 #include "core/library/media_kinds.h"
 
 #include <QColor>
+#include <QCoreApplication>
 #include <QFileIconProvider>
 #include <QFileInfo>
 #include <QMimeDatabase>
@@ -124,7 +125,8 @@ QVariant MediaTableModel::data(const QModelIndex& index, int role) const {
 QVariant MediaTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section < 0 || section >= kMediaColumnCount) return {};
     const auto column = MediaColumn(section);
-    if (role == Qt::DisplayRole) return QString::fromLatin1(mediaColumnTitle(column));
+    if (role == Qt::DisplayRole)
+        return QCoreApplication::translate("MediaTableModel", mediaColumnTitle(column));
     if (role == Qt::UserRole) return QString::fromLatin1(mediaColumnIdentifier(column));
     return {};
 }

@@ -81,7 +81,7 @@ QString valueText(const QVariant& value) {
         return parts.join(QStringLiteral(", "));
     }
     if (value.typeId() == QMetaType::QByteArray)
-        return QStringLiteral("(%1 bytes)").arg(value.toByteArray().size());
+        return PhotoPanel::tr("(%1 bytes)").arg(value.toByteArray().size());
     return value.toString();
 }
 }  // namespace
