@@ -1,4 +1,5 @@
 #include "core/photo/photo_stamp.h"
+#include "core/common/ui_texts.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -17,10 +18,6 @@
 #include "core/photo/photo_picture.h"
 
 namespace {
-
-QString tr(const char* text) {
-    return QCoreApplication::translate("PhotoStamp", text);
-}
 
 // The JPEG quality of the stamped copy (a compression factor of 0.1), and
 // the encoder's own default for a PNG's.
@@ -50,14 +47,15 @@ QString compressPhotowithFilePath(const QString& drawingPath, const QString& sou
                                   bool pngName, const QString& target) {
     QImageReader reader(drawingPath);
     const QImage drawing = reader.read();
-    if (drawing.isNull()) return tr("The stamped picture could not be read back.");
+    if (drawing.isNull()) return PhotoWriter::tr("The stamped picture could not be read back.");
     QByteArray jpeg;
     QBuffer buffer(&jpeg);
     buffer.open(QIODevice::WriteOnly);
     QImageWriter writer(&buffer, "jpeg");
     writer.setQuality(pngName ? kPngAsJpegQuality : kStampJpegQuality);
     writer.setProgressiveScanWrite(false);
-    if (!writer.write(drawing)) return tr("The stamped picture could not be encoded as JPEG.");
+    if (!writer.write(drawing))
+        return PhotoWriter::tr("The stamped picture could not be encoded as JPEG.");
     PropertyEdit upright;
     upright.values[QString()].insert(QStringLiteral("Orientation"), 1);
     return writePhotoBytes(withSourceMetadata(jpeg, sourcePath), target, upright).reason;
@@ -166,8 +164,8 @@ PhotoWriteResult AddDateOnPhotoAction(const IKImageItem& item, const StampStyle&
     {
         const QImage photo = uprightPicture(source, properties);
         if (photo.isNull())
-            return PhotoWriteResult::skippedFile(source,
-                                                 tr("The photo's picture cannot be decoded."));
+            return PhotoWriteResult::skippedFile(
+                source, PhotoWriter::tr("The photo's picture cannot be decoded."));
         QImageWriter writer(&drawing, "tiff");
         if (!drawing.open() || !writer.write(drawDateStamp(photo, text, style))) {
             qCWarning(lcTagsmith).noquote()
@@ -175,7 +173,7 @@ PhotoWriteResult AddDateOnPhotoAction(const IKImageItem& item, const StampStyle&
                 << writer.errorString();
             PhotoWriteResult failed;
             failed.sourcePath = source;
-            failed.reason = tr("The stamped picture could not be written.");
+            failed.reason = PhotoWriter::tr("The stamped picture could not be written.");
             return failed;
         }
         drawing.close();
