@@ -1,18 +1,14 @@
 #include "core/photo/heif_items.h"
-#include "core/common/ui_texts.h"
 
 #include <QCoreApplication>
 #include <QSet>
 
+#include "core/common/ui_texts.h"
 #include "core/video/bmff_box.h"
 
 namespace Heif {
 
 namespace {
-
-QString PhotoWriter::tr(const char* text) {
-    return QCoreApplication::translate("HeifItems", text);
-}
 
 bool fail(QString* reason, const QString& text) {
     if (reason) *reason = text;

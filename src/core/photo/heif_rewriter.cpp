@@ -1,11 +1,11 @@
 #include "core/photo/heif_rewriter.h"
-#include "core/common/ui_texts.h"
 
 #include <QCoreApplication>
 #include <QSet>
 
 #include <limits>
 
+#include "core/common/ui_texts.h"
 #include "core/photo/heif_items.h"
 #include "core/video/bmff_box.h"
 #include "core/video/bmff_tree.h"
@@ -13,10 +13,6 @@
 namespace Heif {
 
 namespace {
-
-QString PhotoWriter::tr(const char* text) {
-    return QCoreApplication::translate("HeifRewriter", text);
-}
 
 bool fail(QString* reason, const QString& text) {
     if (reason) *reason = text;
