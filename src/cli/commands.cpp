@@ -55,6 +55,8 @@ const char* const kUsage =
     "                          Make movies 1/F times longer (slow motion).\n"
     "  frames --every 0.2|1|5|10|30 FILE...\n"
     "                          Write pictures of videos at a regular interval.\n"
+    "  camera [--port PORT] list | download [ITEM...] | delete [--yes] ITEM...\n"
+    "                          List, download or delete a camera's photos and movies.\n"
     "\n"
     "New files go into the storage folder (the app's preference, or --storage DIR);\n"
     "the files given are only read. A file there is replaced only when tagsmith\n"
@@ -89,6 +91,7 @@ int runCommand(const QStringList& args) {
     if (command == QLatin1String("tree")) return runTree(rest);
     if (command == QLatin1String("gps")) return runGps(rest);
     if (command == QLatin1String("photo-date")) return runPhotoDate(rest);
+    if (command == QLatin1String("camera")) return runCamera(rest);
     if (const int code = runVideoTool(command, rest); code >= 0) return code;
     if (const int code = runBatchTool(command, rest); code >= 0) return code;
     if (const int code = runMediaTool(command, rest); code >= 0) return code;
