@@ -66,6 +66,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
 }
 
 AppDelegate::~AppDelegate() {
+    stopCameraThread();
     stopImports();
     cancelVideoTools();
     waitForVideoJobs();
@@ -155,6 +156,7 @@ void AppDelegate::awakeFromNib() {
     setupVideoToolActions();
     setupAudioActions();
     setupPhotoActions();
+    setupCameraActions();
     setupBatchActions();
 
     // Camera buttons wait for an open camera.
@@ -194,4 +196,6 @@ void AppDelegate::applicationDidFinishLaunching() {
     dateFormatBtn->setCurrentIndex(dateFormatBtn->findText(launch.dateFormatTitle));
 
     qCInfo(lcTagsmith) << "storagelocation ==" << storagelocation;
+    // The device browser: connected cameras are polled from now on.
+    pollCameras();
 }
