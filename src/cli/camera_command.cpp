@@ -63,7 +63,15 @@ QList<CameraFileEntry> namedItems(CameraSession& session, const QStringList& ite
 int runCamera(const QStringList& args) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(kCameraHelp) + QLatin1String(kOutputHelp));
-    addCommonOptions(parser);
+    parser.addHelpOption();
+    parser.addOption(
+        {QStringLiteral("storage"),
+         QStringLiteral("Folder for the downloads (default: the app's storage folder)."),
+         QStringLiteral("DIR")});
+    parser.addPositionalArgument(QStringLiteral("ACTION"),
+                                 QStringLiteral("list, download or delete."));
+    parser.addPositionalArgument(QStringLiteral("ITEM"), QStringLiteral("FOLDER/NAME paths."),
+                                 QStringLiteral("[ITEM...]"));
     parser.addOption({QStringLiteral("port"),
                       QStringLiteral("The camera's port (usb:BUS,DEVICE or disk:PATH)."),
                       QStringLiteral("PORT")});

@@ -64,7 +64,8 @@ class CliCameraTest(unittest.TestCase):
         self.assertEqual(self.camera("list"), [])
         self.assertTrue(os.path.exists(os.path.join(self.card, "DCIM", "REC.WAV")))
         self.camera("delete", code=2)
-        self.camera("list", "--port", "usb:999,999", code=1)
+        for port in ("usb:999,999", "disk:" + os.path.join(self.tmp.name, "none")):
+            self.camera("list", "--port", port, code=1)
 
 
 if __name__ == "__main__":

@@ -87,7 +87,9 @@ QString CameraFileEntry::itemPath() const {
 
 CameraPort cameraAtPort(const QString& port) {
     if (port.startsWith(QLatin1String("disk:")))
-        return {QString::fromLatin1(kDirectoryCameraModel), port};
+        return QFileInfo(port.mid(5)).isDir()
+                   ? CameraPort{QString::fromLatin1(kDirectoryCameraModel), port}
+                   : CameraPort{};
     for (const CameraPort& camera : detectedCameras())
         if (camera.port == port) return camera;
     return {};
@@ -96,8 +98,10 @@ CameraPort cameraAtPort(const QString& port) {
 QList<CameraPort> connectedCameras() {
     QList<CameraPort> cameras = detectedCameras();
     const QString folder = qEnvironmentVariable(kCameraPortVariable);
-    if (folder.startsWith(QLatin1String("disk:")) && QFileInfo(folder.mid(5)).isDir())
-        cameras << cameraAtPort(folder);
+    if (folder.startsWith(QLatin1String("disk:"))) {
+        const CameraPort camera = cameraAtPort(folder);
+        if (!camera.model.isEmpty()) cameras << camera;
+    }
     return cameras;
 }
 

@@ -27,8 +27,8 @@ struct CameraPort {
 extern const char* const kDirectoryCameraModel;
 
 // The camera at `port`: a "disk:PATH" port is the directory driver over
-// PATH; any other port is looked up among the connected cameras. An empty
-// model when no camera is there.
+// PATH (an existing folder); any other port is looked up among the connected
+// cameras. An empty model when no camera is there.
 CameraPort cameraAtPort(const QString& port);
 
 // The cameras connected now (only those the library detects by itself, which
