@@ -147,7 +147,22 @@ std::unique_ptr<CameraSession> CameraSession::open(const CameraPort& camera, QSt
     return std::unique_ptr<CameraSession>(new CameraSession(camera, std::move(lib)));
 }
 
-void CameraSession::listFolder(const QString& folder, int depth, QList<CameraFileEntry>& out) {
+bool CameraSession::entryAt(const QString& folder, const QString& name, CameraFileEntry* entry) {
+    CameraFileInfo info{};
+    const QByteArray f = folder.toUtf8(), n = name.toUtf8();
+    *entry = CameraFileEntry{folder, name, {}, -1, {}};
+    if (gp_camera_file_get_info(m_lib->camera, f.constData(), n.constData(), &info,
+                                m_lib->context) < GP_OK)
+        return false;
+    if (info.file.fields & GP_FILE_INFO_TYPE) entry->mimeType = QString::fromLatin1(info.file.type);
+    if (info.file.fields & GP_FILE_INFO_SIZE) entry->size = qint64(info.file.size);
+    if ((info.file.fields & GP_FILE_INFO_MTIME) && info.file.mtime > 0)
+        entry->modified = QDateTime::fromSecsSinceEpoch(info.file.mtime);
+    return true;
+}
+
+void CameraSession::listFolder(const QString& folder, int depth, QList<CameraFileEntry>& out,
+                               const FileFound& each) {
     const QByteArray f = folder.toUtf8();
     NameList files;
     if (const int r =
@@ -157,18 +172,10 @@ void CameraSession::listFolder(const QString& folder, int depth, QList<CameraFil
         return;
     }
     for (int i = 0; i < files.count() && out.size() < kMaxFiles; ++i) {
-        CameraFileEntry entry{folder, files.name(i), {}, -1, {}};
-        CameraFileInfo info{};
-        const QByteArray n = entry.name.toUtf8();
-        if (gp_camera_file_get_info(m_lib->camera, f.constData(), n.constData(), &info,
-                                    m_lib->context) >= GP_OK) {
-            if (info.file.fields & GP_FILE_INFO_TYPE)
-                entry.mimeType = QString::fromLatin1(info.file.type);
-            if (info.file.fields & GP_FILE_INFO_SIZE) entry.size = qint64(info.file.size);
-            if ((info.file.fields & GP_FILE_INFO_MTIME) && info.file.mtime > 0)
-                entry.modified = QDateTime::fromSecsSinceEpoch(info.file.mtime);
-        }
+        CameraFileEntry entry;
+        entryAt(folder, files.name(i), &entry);  // without its facts when they are not told
         out << entry;
+        if (each) each(entry);
     }
     if (out.size() >= kMaxFiles) {
         qCWarning(lcTagsmith) << "camera lists more than" << kMaxFiles << "files; the rest is left";
@@ -184,16 +191,17 @@ void CameraSession::listFolder(const QString& folder, int depth, QList<CameraFil
         return;
     }
     for (int i = 0; i < folders.count(); ++i)
-        listFolder(CameraFileEntry{folder, folders.name(i), {}, -1, {}}.itemPath(), depth + 1, out);
+        listFolder(CameraFileEntry{folder, folders.name(i), {}, -1, {}}.itemPath(), depth + 1, out,
+                   each);
 }
 
-QList<CameraFileEntry> CameraSession::listFiles(QString* error) {
+QList<CameraFileEntry> CameraSession::listFiles(QString* error, const FileFound& each) {
     QList<CameraFileEntry> out;
     NameList probe;
     if (const int r = gp_camera_folder_list_files(m_lib->camera, "/", probe.list, m_lib->context);
         r < GP_OK && error)
         *error = resultText(r);
-    listFolder(QStringLiteral("/"), 0, out);
+    listFolder(QStringLiteral("/"), 0, out, each);
     return out;
 }
 
@@ -201,21 +209,10 @@ bool CameraSession::findFile(const QString& itemPath, CameraFileEntry* entry) {
     const qsizetype slash = itemPath.lastIndexOf(QLatin1Char('/'));
     // Only the camera's own folders: no way up out of a folder served as a camera.
     if (slash < 0 || itemPath.contains(QLatin1String("/../")) ||
-        itemPath.endsWith(QLatin1String("/..")))
+        itemPath.endsWith(QLatin1String("/..")) || slash + 1 == itemPath.size())
         return false;
-    const QString folder = slash == 0 ? QStringLiteral("/") : itemPath.left(slash);
-    const QString name = itemPath.mid(slash + 1);
-    CameraFileInfo info{};
-    const QByteArray f = folder.toUtf8(), n = name.toUtf8();
-    if (name.isEmpty() || gp_camera_file_get_info(m_lib->camera, f.constData(), n.constData(),
-                                                  &info, m_lib->context) < GP_OK)
-        return false;
-    *entry = CameraFileEntry{folder, name, {}, -1, {}};
-    if (info.file.fields & GP_FILE_INFO_TYPE) entry->mimeType = QString::fromLatin1(info.file.type);
-    if (info.file.fields & GP_FILE_INFO_SIZE) entry->size = qint64(info.file.size);
-    if ((info.file.fields & GP_FILE_INFO_MTIME) && info.file.mtime > 0)
-        entry->modified = QDateTime::fromSecsSinceEpoch(info.file.mtime);
-    return true;
+    return entryAt(slash == 0 ? QStringLiteral("/") : itemPath.left(slash), itemPath.mid(slash + 1),
+                   entry);
 }
 
 QImage CameraSession::preview(const CameraFileEntry& entry) {

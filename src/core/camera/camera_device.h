@@ -6,6 +6,7 @@
 #include <QMetaType>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 // Cameras and phones through libgphoto2 (PTP and MTP over USB, and the
@@ -63,9 +64,10 @@ public:
     const CameraPort& camera() const { return m_camera; }
 
     // Every file in every folder of the camera, folders in the driver's
-    // order. Deep or huge trees are cut off (logged). `error` tells why the
-    // root could not be listed.
-    QList<CameraFileEntry> listFiles(QString* error = nullptr);
+    // order, each also given to `each` as soon as it is found. Deep or huge
+    // trees are cut off (logged). `error` tells why the root could not be listed.
+    using FileFound = std::function<void(const CameraFileEntry&)>;
+    QList<CameraFileEntry> listFiles(QString* error = nullptr, const FileFound& each = {});
     // The file at "folder/name" (as itemPath gives it), if the camera has it.
     bool findFile(const QString& itemPath, CameraFileEntry* entry);
     // The driver's preview picture; a null image when it has none.
@@ -79,7 +81,9 @@ public:
 private:
     struct Library;
     CameraSession(const CameraPort& camera, std::unique_ptr<Library> library);
-    void listFolder(const QString& folder, int depth, QList<CameraFileEntry>& out);
+    void listFolder(const QString& folder, int depth, QList<CameraFileEntry>& out,
+                    const FileFound& each);
+    bool entryAt(const QString& folder, const QString& name, CameraFileEntry* entry);
 
     CameraPort m_camera;
     std::unique_ptr<Library> m_lib;

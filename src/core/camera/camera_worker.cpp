@@ -39,12 +39,16 @@ void CameraWorker::openCamera(const CameraPort& camera) {
     Q_EMIT sessionOpened(camera, m_session ? QString() : error);
     if (!m_session) return;
     QString problem;
-    const QList<CameraFileEntry> files = cameraMediaFiles(m_session->listFiles(&problem));
+    // Each photo or movie is told as it is found: a phone's folders take a while.
+    m_session->listFiles(&problem, [this](const CameraFileEntry& file) {
+        for (const CameraFileEntry& entry : cameraMediaFiles({file})) {
+            m_thumbnailQueue << entry;
+            Q_EMIT fileListed(entry);
+        }
+    });
     if (!problem.isEmpty())
         qCWarning(lcTagsmith).noquote() << "camera not listed ==" << camera.port << problem;
-    for (const CameraFileEntry& entry : files) Q_EMIT fileListed(entry);
-    Q_EMIT listingFinished(int(files.size()));
-    m_thumbnailQueue = files;
+    Q_EMIT listingFinished(int(m_thumbnailQueue.size()));
     QMetaObject::invokeMethod(this, &CameraWorker::nextThumbnail, Qt::QueuedConnection);
 }
 
