@@ -2,10 +2,12 @@
 PRESET ?= release
 BUILD_DIR := build/$(PRESET)
 JOBS ?= $(shell nproc)
+# Where make install puts the programs; DESTDIR is honoured too.
+PREFIX ?= /usr/local
 # CI builds treat warnings as errors.
 WERROR := $(if $(CI),ON,OFF)
 
-.PHONY: all deps configure build run test test-long fuzz-smoke bench clean
+.PHONY: all deps configure build run test test-long fuzz-smoke bench install package guide-screenshots clean
 
 all: build
 
@@ -41,6 +43,19 @@ bench: build
 	bench/audio-write --cli $(BUILD_DIR)/src/tagsmith-cli
 	bench/photo-write --cli $(BUILD_DIR)/src/tagsmith-cli
 	bench/video-tools --cli $(BUILD_DIR)/src/tagsmith-cli
+
+# The user guide's screenshots of the real window, taken by a widget test into
+# the build tree, where the install rules pick them up.
+guide-screenshots: build
+	cd $(BUILD_DIR) && ctest --output-on-failure -R '^guide_screenshots$$'
+
+install: guide-screenshots
+	cmake --install $(BUILD_DIR) --prefix $(PREFIX)
+
+# A Debian package (build/<preset>/tagsmith_<version>_<arch>.deb);
+# scripts/check-package installs it into a fresh Debian 12 and starts it.
+package: guide-screenshots
+	cd $(BUILD_DIR) && cpack -G DEB
 
 clean:
 	rm -rf build

@@ -58,11 +58,16 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
           &oldMovieKeywords,    &oldAlbumStr,       &oldAlbumArtistStr, &oldPublisherStr,
           &oldBandStr,          &oldLyricStr,       &oldSubtitleStr,    &oldRecordDateStr,
           &oldCreateDateStr,    &oldReleaseYearStr, &oldComposerStr,    &oldMovieProducer,
-          &xmpLocationStr})
+          &writeXmplocation})
         *old = QStringLiteral("");
     bImportLocalFolder = false;
     bImportLocalPath = QStringLiteral("");
-    if (qApp) connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::stopImports);
+    if (qApp) {
+        connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::stopImports);
+        connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
+            if (m_window) saveWindowState();
+        });
+    }
 }
 
 AppDelegate::~AppDelegate() {
@@ -158,6 +163,8 @@ void AppDelegate::awakeFromNib() {
     setupPhotoActions();
     setupCameraActions();
     setupBatchActions();
+    setupKeyboard();
+    m_window->restoreWindowState(m_settings);
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

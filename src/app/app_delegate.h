@@ -29,6 +29,7 @@ class QAbstractButton;
 class QAction;
 class QMenu;
 class QMessageBox;
+class QProgressBar;
 class QPushButton;
 class QSettings;
 class QWidget;
@@ -78,6 +79,9 @@ struct VideoToolJob;
 //                             the apply and the removal actions
 //   app_delegate_photo_windows.cpp the date, GPS and map windows of photo mode
 //   app_delegate_batch.cpp    rename, batch dates, property-list export and import
+//   app_delegate_window.cpp   paths of the command line and of later launches,
+//                             the window's state between runs, the keyboard
+//   app_delegate_xmp.cpp      the XMP sheet: sidecars applied to videos
 //   app_delegate_camera.cpp   cameras and phones: hot-plug, listing, download, delete
 class AppDelegate : public QObject {
     Q_OBJECT
@@ -96,6 +100,18 @@ public:
     void getSystemVersionMajor(int* major, int* minor, int* bugFix);
 
     MainWindow* mainWindow() const { return m_window; }
+
+    // --- the window (app_delegate_window.cpp) ---
+    // Imports files and folders as if dropped on the window, split by kind
+    // (command line, later launches); a missing path is told and skipped.
+    void openPaths(const QStringList& paths);
+    // Brings the window to the front, restored if minimised.
+    void raiseMainWindow();
+    // Keeps the window's size, position, splitter and columns (at quit).
+    void saveWindowState();
+    // Find: the filter field over the list; Select All: the whole list on show.
+    void FindInListAction(QObject* sender);
+    void SelectAllAction(QObject* sender);
 
     // --- import and the media table ---
     void AddMediaFileAction(QObject* sender);
@@ -223,6 +239,16 @@ public:
     void UndoRenameAction(QObject* sender);
     // The batch date dialog: a fixed (stepped) date or a shift.
     void EditvideofileDateInfoAction(QObject* sender);
+    // --- XMP sidecars (app_delegate_xmp.cpp) ---
+    // Shows the sheet; its write button asks for a folder of sidecars, which
+    // are applied on a worker thread behind the sheet's progress indicator.
+    void WriteXMPMetadataToPhotosAction(QObject* sender);
+    void CanelXMPMetadataToPhotosAction(QObject* sender);
+    void BatchWriteXMPFileToVideoAction(QObject* sender);
+    void openPanelDidEnd9(int returnCode9, const QStringList& paths);
+    // Closes the sheet when the batch has ended and opens the last sidecar's folder.
+    void BatchScanXmpPhotosItemToMainThread();
+    bool xmpBatchRunning() const { return m_xmpRunning; }
 
     // --- what the user sees: selection, unsaved edits, quitting ---
     // The records the commands act on: those on the highlighted rows, in the
@@ -285,7 +311,7 @@ public:
     bool classicBehaviour = false;
     QVariantMap currentExifDictionary;
     QString currentChooseFilePath;
-    QString xmpLocationStr;
+    QString writeXmplocation;  // the sidecar being applied; then the last one
     QByteArray theImageData;
     IKImageItemList cameItemArray;
     IKImageItemList localPhotoItemArray;
@@ -329,6 +355,8 @@ public:
     BusyIndicator* progressIndicator = nullptr;
     PreferencesWindow* preferencesWindow = nullptr;
     QDialog* aboutWindow = nullptr;
+    QDialog* writeXmpWindow = nullptr;
+    QProgressBar* writeXmpProcesser = nullptr;
     QLineEdit* storePathlab = nullptr;
     QLabel* showFontlab = nullptr;
     ColorWell* colorwell = nullptr;
@@ -383,6 +411,10 @@ private:
     void setupAudioActions();
     void setupVideoActions();
     void setupBatchActions();
+    void setupKeyboard();
+    // The record is listed under the filter of the list (Find).
+    bool listedUnderFilter(const IKImageItem& item) const;
+    void setupXmpSheet();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,
@@ -462,6 +494,8 @@ private:
     bool m_restoringSelection = false;
     bool m_leavePending = false;
     bool m_quitConfirmed = false;
+    QString m_listFilter;
+    bool m_xmpRunning = false;
     QThread m_cameraThread;
     CameraWorker* m_cameraWorker = nullptr;
     // The camera file behind each camera record, by the record's path.

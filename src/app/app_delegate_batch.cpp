@@ -14,6 +14,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 
@@ -48,6 +49,10 @@ void AppDelegate::setupBatchActions() {
     m_undoRename = menu->addAction(tr("Undo Rename"), this, [this] { UndoRenameAction(nullptr); });
     m_undoRename->setEnabled(false);
     menu->addAction(tr("Change Dates..."), this, [this] { EditvideofileDateInfoAction(nullptr); });
+    menu->addAction(tr("Write XMP Sidecars to Videos..."), this,
+                    [this] { WriteXMPMetadataToPhotosAction(nullptr); })
+        ->setToolTip(tr("Writes the title, position and date of XMP sidecars into the videos "
+                        "beside them, replacing the videos"));
     using Tool = VideoWriteResult (*)(const IKImageItem&, const StorageContext&, OutputBatch&);
     const std::pair<const char*, Tool> copies[] = {
         {QT_TR_NOOP("Copy Recorded Date to File Dates"), ::ClickCopyExifDateToCreateDateAction},
@@ -155,6 +160,7 @@ void AppDelegate::setupBatchActions() {
                      const BatchProgress& p) {
                   return ReloadMetaDataPlistAction(plist, items, storageContext(), batch, p);
               });
+    setupXmpSheet();
 }
 
 void AppDelegate::ShowRenameWindowAction(QObject* sender) {
@@ -190,6 +196,28 @@ void AppDelegate::ShowRenameWindowAction(QObject* sender) {
     auto* preview = new QPlainTextEdit;
     preview->setReadOnly(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    // Every control tells what it does, and names itself where no label does.
+    const std::pair<QWidget*, const char*> renameTips[] = {
+        {customerFileNameBtn, QT_TR_NOOP("Every new name is this text and a number")},
+        {metaFileNameBtn, QT_TR_NOOP("New names are made from the template below")},
+        {customNamelab, QT_TR_NOOP("The text of the new names")},
+        {checkStartNumber, QT_TR_NOOP("The first file is numbered 1 as well")},
+        {filenameFormatstrlab, QT_TR_NOOP("The template: tags in braces are replaced by each "
+                                          "file's values")},
+        {addTagsButton, QT_TR_NOOP("Insert a metadata tag into the template")},
+        {tagpostionButton, QT_TR_NOOP("Where an inserted tag goes in the template")},
+        {renameDateFormatBtn, QT_TR_NOOP("How {Camera Date} is written")},
+        {AddSuffixStrBtn, QT_TR_NOOP("Text added after every new name")},
+        {preview, QT_TR_NOOP("The new names")}};
+    for (const auto& [widget, tip] : renameTips) {
+        widget->setToolTip(tr(tip));
+        if (qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget) ||
+            qobject_cast<QPlainTextEdit*>(widget))
+            widget->setAccessibleName(tr(tip));
+    }
+    for (QAbstractButton* b : buttons->buttons())
+        b->setToolTip(b == buttons->button(QDialogButtonBox::Ok) ? tr("Rename the files")
+                                                                 : tr("Close without renaming"));
     form->addRow(customerFileNameBtn);
     form->addRow(customNamelab);
     form->addRow(checkStartNumber);
@@ -301,6 +329,15 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
     auto* created = new QCheckBox(tr("Change the file creation date of copies instead"));
     created->setToolTip(tr("Linux cannot set a creation date: it becomes the modification date."));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    AddDateNumBtn->setToolTip(tr("Each file's date is later than the one before by this much"));
+    AddDateNumlab->setToolTip(tr("The step between two files' dates"));
+    AddDateNumlab->setAccessibleName(tr("Step"));
+    AddDateUnitBtn->setToolTip(tr("The unit of the step"));
+    AddTimeBtn->setToolTip(tr("Shift each file's own date later"));
+    RemoveTimeBtn->setToolTip(tr("Shift each file's own date earlier"));
+    for (QAbstractButton* b : buttons->buttons())
+        b->setToolTip(b == buttons->button(QDialogButtonBox::Ok) ? tr("Change the dates")
+                                                                 : tr("Close without changes"));
     form->addRow(tr("Date (yyyy:MM:dd HH:mm:ss):"), mutSetDatelab);
     form->addRow(AddDateNumBtn, AddDateNumlab);
     form->addRow(tr("Unit:"), AddDateUnitBtn);
@@ -308,6 +345,7 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
     for (int i = 0; i < 6; ++i) {
         amounts[i] = new QSpinBox;
         amounts[i]->setRange(-100000, 100000);
+        amounts[i]->setToolTip(tr("%1 to add or subtract").arg(tr(names[i])));
         form->addRow(tr(names[i]), amounts[i]);
     }
     form->addRow(created);

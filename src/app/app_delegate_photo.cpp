@@ -201,14 +201,14 @@ void AppDelegate::applyViewMode(ViewMode mode) {
 IKImageItemList AppDelegate::mediaListItems() const {
     IKImageItemList items;
     for (const IKImageItemPtr& item : localPhotoItemArray)
-        if (!isImagePath(item->filePath)) items << item;
+        if (!isImagePath(item->filePath) && listedUnderFilter(*item)) items << item;
     return items;
 }
 
 void AppDelegate::reloadPhotoBrowsers() {
     IKImageItemList photos;
     for (const IKImageItemPtr& item : localPhotoItemArray)
-        if (isImagePath(item->filePath)) photos << item;
+        if (isImagePath(item->filePath) && listedUnderFilter(*item)) photos << item;
     localImageBrowserView->photoModel()->setContent(photos);
     imageBrowserView->photoModel()->setContent(cameItemArray);
 }

@@ -86,6 +86,8 @@ void AppDelegate::setupToolbar() {
             &AppDelegate::ShowMediaListAction);
 
     for (const Spec& s : specs) {
+        // The XMP sheet's two buttons live in the sheet (setupXmpSheet).
+        if (*s.field == writeXmpBtn || *s.field == CancelXmpBtn) continue;
         if (*s.field == addMediaBtn) m_window->addToolbarSeparator();
         if (*s.field == SaveMediaChangesBtn) m_window->addToolbarSeparator();
         if (*s.field == editApplyBtn) m_window->addToolbarSeparator();
@@ -129,26 +131,37 @@ void AppDelegate::setupMenus() {
     QMenuBar* bar = m_window->menuBar();
     QMenu* app = bar->addMenu(tr("&Tagsmith"));
     app->addAction(tr("About Tagsmith"), this, [this] { ClickAbout(nullptr); });
-    app->addAction(tr("Preferences..."), QKeySequence::Preferences, this,
+    // The shortcuts are spelled out: the platform's standard keys are empty
+    // for some of these commands on some desktops.
+    app->addAction(tr("Preferences..."), QKeySequence(Qt::CTRL | Qt::Key_Comma), this,
                    [this] { ShowPreferenceSetting(nullptr); });
     app->addSeparator();
-    app->addAction(tr("Quit Tagsmith"), QKeySequence::Quit, this, [this] { CloseTheMainWindow(); });
+    app->addAction(tr("Quit Tagsmith"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
+                   [this] { CloseTheMainWindow(); });
     QMenu* file = bar->addMenu(tr("&File"));
-    file->addAction(tr("Add Files or Folders..."), QKeySequence::Open, this,
+    file->addAction(tr("Add Files or Folders..."), QKeySequence(Qt::CTRL | Qt::Key_O), this,
                     [this] { AddMediaFileAction(nullptr); });
     file->addAction(tr("Add Files Quickly..."), this,
                     [this] { OpenComputerFoldertoImportAction(nullptr); });
-    file->addAction(tr("Remove from List"), QKeySequence::Delete, this,
-                    [this] { RemoveMediaFileAction(nullptr); });
+    // Delete takes rows off the list; no file is ever deleted. A field with
+    // the keyboard keeps the key for its text.
+    file->addAction(tr("Remove from List"), QKeySequence(Qt::Key_Delete), this,
+                    [this] { RemoveMediaFileAction(nullptr); })
+        ->setObjectName(QStringLiteral("removeFromListAction"));
     // The toolbar's Save and Remove Metadata, also here with their shortcuts.
     file->addSeparator();
-    QAction* save = file->addAction(tr("Save"), QKeySequence::Save, this, [this] {
+    QAction* save = file->addAction(tr("Save"), QKeySequence(Qt::CTRL | Qt::Key_S), this, [this] {
         MybuttonMouseDownHandle(photoMode() ? editApplyBtn : SaveMediaChangesBtn);
     });
     save->setObjectName(QStringLiteral("saveMenuAction"));
     removeExifMenu->setTitle(tr("Remove Metadata"));
     file->addMenu(removeExifMenu);
     removal.at(0)->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete));
+    QMenu* edit = bar->addMenu(tr("&Edit"));
+    edit->addAction(tr("Select All"), QKeySequence(Qt::CTRL | Qt::Key_A), this,
+                    [this] { SelectAllAction(nullptr); });
+    edit->addAction(tr("Find in the List"), QKeySequence(Qt::CTRL | Qt::Key_F), this,
+                    [this] { FindInListAction(nullptr); });
     QMenu* view = bar->addMenu(tr("&View"));
     view->addAction(tr("Videos and Audio"), QKeySequence(Qt::CTRL | Qt::Key_1), this,
                     [this] { ShowMediaListAction(nullptr); });
@@ -161,7 +174,8 @@ void AppDelegate::setupMenus() {
     activity->setText(tr("Activity"));
     view->addAction(activity);
     QMenu* help = bar->addMenu(tr("&Help"));
-    help->addAction(tr("User Guide"), this, [this] { CLICkProductGuide(nullptr); });
+    help->addAction(tr("User Guide"), QKeySequence(Qt::Key_F1), this,
+                    [this] { CLICkProductGuide(nullptr); });
     help->addAction(tr("Support"), this, [this] { CLICkSupport(nullptr); });
 }
 
@@ -243,8 +257,10 @@ void AppDelegate::MybuttonMouseDownHandle(QObject* sender) {
     if (sender == changeMutiPhotoDateBtn)
         return popUpMenu(changeMutiPhotoDateMenu, changeMutiPhotoDateBtn),
                dispatched("changeMutiPhotoDateMenu");
-    if (sender == writeXmpBtn) return dispatched("BatchWriteXMPFileToVideoAction");
-    if (sender == CancelXmpBtn) return dispatched("CanelXMPMetadataToPhotosAction");
+    if (sender == writeXmpBtn)
+        return BatchWriteXMPFileToVideoAction(sender), dispatched("BatchWriteXMPFileToVideoAction");
+    if (sender == CancelXmpBtn)
+        return CanelXMPMetadataToPhotosAction(sender), dispatched("CanelXMPMetadataToPhotosAction");
     // Any other sender is ignored.
 }
 
@@ -289,7 +305,13 @@ void AppDelegate::ClickAbout(QObject*) {
 }
 
 void AppDelegate::CLICkProductGuide(QObject*) {
-    DesktopIntegration::instance().openUrl(QUrl(QString::fromLatin1(kProductGuideUrl)));
+    const QUrl guide = productGuideUrl(QString::fromLatin1(kProductGuideUrl));
+    if (guide.isEmpty()) {
+        qCWarning(lcTagsmithUser, "The user guide is not installed (no %s in the data folders).",
+                  kLocalGuidePage);
+        return;
+    }
+    DesktopIntegration::instance().openUrl(guide);
 }
 
 void AppDelegate::CLICkSupport(QObject*) {

@@ -148,6 +148,7 @@ void AppDelegate::startVideoTool(VideoTool tool, QObject* sender) {
         job->bar->setMaximumWidth(160);
         auto* stop = new QPushButton(tr("Cancel"), job->row);
         stop->setObjectName(QStringLiteral("videoToolCancel"));
+        stop->setToolTip(tr("Stop this job; its unfinished files are removed"));
         connect(stop, &QPushButton::clicked, this, [job] { job->cancel = true; });
         layout->addWidget(job->label);
         layout->addWidget(job->bar);

@@ -76,5 +76,6 @@ int runBatchTool(const QString& command, const QStringList& args) {
     if (command == QLatin1String("copy-date")) return runCopyDate(args);
     if (command == QLatin1String("export")) return runExport(args);
     if (command == QLatin1String("import")) return runImport(args);
+    if (command == QLatin1String("xmp")) return runXmp(args);
     return -1;
 }

@@ -34,3 +34,4 @@ int runShiftDate(const QStringList& args);
 int runCopyDate(const QStringList& args);
 int runExport(const QStringList& args);
 int runImport(const QStringList& args);
+int runXmp(const QStringList& args);

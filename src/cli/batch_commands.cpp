@@ -1,9 +1,11 @@
-// Batch commands of tagsmith-cli: rename, the batch date change and the
-// date copying tools, over the same core calls as the window's dialogs.
+// Batch commands of tagsmith-cli: rename, the batch date change, the date
+// copying tools and the XMP sidecars, over the same core calls as the
+// window's dialogs.
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <atomic>
 #include <cstdio>
 
 #include "cli/batch_cli.h"
@@ -11,6 +13,7 @@
 #include "core/batch/batch_dates.h"
 #include "core/batch/batch_rename.h"
 #include "core/batch/copy_tools.h"
+#include "core/batch/xmp_sidecars.h"
 #include "core/import/media_import.h"
 
 namespace {
@@ -314,4 +317,64 @@ int runCopyDate(const QStringList& args) {
         if (!step(++done, int(paths.size()))) break;
     }
     return report.exitCode() | progress.finish(command, done, int(paths.size()));
+}
+
+int runXmp(const QStringList& args) {
+    const QString command = QStringLiteral("xmp");
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Applies XMP sidecars to videos. Every file ending in .xmp or .XMP in the\n"
+        "folders (scanned recursively) is read; the video beside it with the same\n"
+        "name is the first of NAME.mov, NAME.MOV, NAME.mp4, NAME.MP4, NAME.Mov and\n"
+        "NAME.Mp4 that exists. Its title (dc:title), position (exif:GPSLatitude,\n"
+        "exif:GPSLongitude, exif:GPSAltitude, as \"48,51.396N\" and \"35/1\", written as\n"
+        "decimal degrees and metres) and date (photoshop:DateCreated, read as local\n"
+        "time with any offset dropped; a date with fewer than six parts such as\n"
+        "\"2019-05-06\" writes no date, one that does not read gives the video's\n"
+        "creation date) are written into the video. The values are read from the\n"
+        "elements' text as it stands: a title in the alternative-language form keeps\n"
+        "its inner markup, and properties written as attributes are not read.\n"
+        "\n"
+        "Unlike the other commands this one replaces the videos: each new file is\n"
+        "written beside its video under a hidden name and renamed over it once\n"
+        "complete, with the sidecar's date (else the video's own dates) as file\n"
+        "dates. A failed write leaves the video as it was.\n"
+        "\n"
+        "Prints one line per sidecar: the path of the video replaced, \"skipped:\n"
+        "REASON\" for a sidecar with no video beside it, or \"failed: REASON\" for a\n"
+        "sidecar that is not valid XML or a video that could not be written.\n"
+        "Ctrl-C stops after the sidecar in hand. Exit status: 0 when nothing failed\n"
+        "(sidecars without a video are no failure), 1 otherwise, 2 for a usage\n"
+        "error."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("FOLDER"),
+                                 QStringLiteral("Folders (or sidecar files) to apply."),
+                                 QStringLiteral("FOLDER..."));
+    if (const int code = parse(parser, command, args); code >= 0) return code;
+    FileReport report;
+    QStringList paths;
+    for (const QString& path : parser.positionalArguments()) {
+        if (QFileInfo::exists(path))
+            paths << QFileInfo(path).absoluteFilePath();
+        else
+            report.failed(QStringLiteral("%1: no such file or folder").arg(path));
+    }
+    TerminalProgress progress;
+    std::atomic<bool> cancel{false};
+    int done = 0;
+    XmpBatchCallbacks callbacks;
+    callbacks.cancel = &cancel;
+    callbacks.finished = [&](VideoWriteResult r) {
+        ++done;
+        // Several sidecars come from one folder: each line names its file.
+        if (!r.ok())
+            r.reason = QFileInfo(r.sourcePath).fileName() + QStringLiteral(": ") + r.reason;
+        if (r.skipped)
+            report.noted(QStringLiteral("skipped: ") + r.reason);
+        else
+            report.result(r);
+        cancel = progress.cancelled();
+    };
+    ScnXmpPhotosItemThreader(paths, callbacks);
+    return report.exitCode() | progress.finish(command, done, done);
 }

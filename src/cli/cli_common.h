@@ -32,6 +32,8 @@ public:
     void skipped(const QString& reason);
     void failed(const QString& reason);
     void result(const VideoWriteResult& r);
+    // A line that is no failure (a file the command has nothing to do with).
+    void noted(const QString& text) { line(text); }
     int exitCode() const { return m_allWritten ? 0 : 1; }
 
 private:

@@ -42,6 +42,8 @@ const char* const kUsage =
     "  export FLAG FILE...     Write metadata into a property list.\n"
     "  import FLAG PLIST FILE...\n"
     "                          Apply a property list to copies of the files.\n"
+    "  xmp FOLDER...           Apply the XMP sidecars in folders to the videos\n"
+    "                          beside them (the videos are replaced).\n"
     "  convert --to mp4|mov|m4v FILE...\n"
     "                          Copy videos into another container (no re-encoding).\n"
     "  compress --quality high|medium|low FILE...\n"

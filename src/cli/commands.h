@@ -19,7 +19,7 @@ int runCamera(const QStringList& args);
 // The video title and date tools; -1 when `command` is none of them.
 int runVideoTool(const QString& command, const QStringList& args);
 // The batch tools (rename, set-date, shift-date, copy-date, export,
-// import); -1 when `command` is none of them.
+// import, xmp); -1 when `command` is none of them.
 int runBatchTool(const QString& command, const QStringList& args);
 // The video tools (convert, compress, extract-audio, remove-audio, gif,
 // speed, slow, frames); -1 when `command` is none of them.

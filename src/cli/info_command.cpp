@@ -1,5 +1,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QThread>
 
 #include <cstdio>
 
@@ -73,6 +74,7 @@ int runInfo(const QStringList& args) {
 
     CollectingSink sink;
     MediaImporter importer(sink, true);
+    importer.setReadingThreads(QThread::idealThreadCount());
     importer.importMediaItemsThreader(paths);
 
     QJsonArray array;

@@ -2,14 +2,15 @@
 """The batch commands end to end in New York time: set-date and shift-date over
 video, MP3, FLAC, M4A and photo files read back by exiftool and ffprobe with
 every other tag unchanged; export and import round trips of each property list
-read with plistlib; rename with --dry-run and --undo."""
+read with plistlib; rename with --dry-run and --undo; XMP sidecars applied to
+the videos beside them."""
 
 import os
 import plistlib
 import tempfile
 import unittest
 
-from support import CLI, SourceKeepingTest, exif, exif_write, ffmpeg, ffprobe, run, sha
+from support import CLI, SourceKeepingTest, exif, exif_write, ffmpeg, ffprobe, framemd5, run, sha
 
 os.environ["TZ"] = "America/New_York"
 SOUND = ("-f", "lavfi", "-i", "sine=duration=1")
@@ -136,8 +137,45 @@ class CliBatchTest(SourceKeepingTest):
         run(CLI, "rename", "--undo")
         self.assertEqual(sorted(os.listdir(folder)), names)
 
+    def test_xmp_sidecars_replace_the_videos_beside_them(self):
+        folder = os.path.join(self.out, "x")
+        os.makedirs(os.path.join(folder, "sub"))
+        ns = ('xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#" xmlns:exif="http://ns.adobe'
+              '.com/exif/1.0/" xmlns:dc="http://purl.org/dc/elements/1.1/" xmlns:photoshop="http:'
+              '//ns.adobe.com/photoshop/1.0/"')
+        body = ("<dc:title>%s</dc:title><photoshop:DateCreated>%s</photoshop:DateCreated>"
+                "<exif:GPSLatitude>48,51.396N</exif:GPSLatitude><exif:GPSLongitude>2,21.132E"
+                "</exif:GPSLongitude><exif:GPSAltitude>35/1</exif:GPSAltitude>")
+        sidecars = {"a.xmp": ("Paris", "2019-05-06T07:08:09+02:00"), "sub/b.XMP": ("B", "2019-05-06"),
+                    "c.xmp": ("no video", ""), "d.xmp": None}
+        for name, values in sidecars.items():
+            with open(os.path.join(folder, name), "w") as f:
+                f.write("<rdf:RDF %s><rdf:Description>%s</rdf:Description></rdf:RDF>"
+                        % (ns, body % values) if values else "<dc:title>unclosed")
+        videos = [os.path.join(folder, n) for n in ("a.MOV", "sub/b.mp4")]
+        for v in videos:
+            ffmpeg("-f", "lavfi", "-i", "testsrc=duration=1:size=64x48", "-pix_fmt", "yuv420p", v)
+        frames = [framemd5(v) for v in videos]
+        r = run(CLI, "xmp", folder, check=False)
+        self.assertEqual(r.returncode, 1, r.stderr)  # the unreadable sidecar
+        lines = sorted(r.stdout.splitlines())
+        self.assertEqual(lines[:2], videos)
+        self.assertTrue(lines[2].startswith("failed: d.xmp: it is not valid XML (line 1: "), lines)
+        self.assertEqual(lines[3:], ["skipped: c.xmp: no video of the same name is beside it"])
+        self.assertEqual(sorted(os.listdir(folder)), ["a.MOV", "a.xmp", "c.xmp", "d.xmp", "sub"])
+        for v, title, f in zip(videos, ("Paris", "B"), frames):
+            found = exif(v, "-n")
+            self.assertEqual((found["ItemList:Title"], found["Composite:GPSLatitude"],
+                              found["Composite:GPSLongitude"], found["Composite:GPSAltitude"]),
+                             (title, 48.8566, 2.3522, 35), v)
+            self.assertEqual(framemd5(v), f)
+        # The offset is dropped: 07:08:09 in New York, written in universal time.
+        self.assertEqual(exif(videos[0])["UserData:DateTimeOriginal"], "2019:05:06 11:08:09")
+        self.assertEqual(os.stat(videos[0]).st_mtime, 1557140889)
+        self.assertNotIn("UserData:DateTimeOriginal", exif(videos[1]))  # three parts: no date
+
     def test_help_and_usage(self):
-        for command in ("rename", "set-date", "shift-date", "copy-date", "export", "import"):
+        for command in ("rename", "set-date", "shift-date", "copy-date", "export", "import", "xmp"):
             r = run(CLI, command, "--help", check=False)
             self.assertEqual(r.returncode, 0)
             self.assertIn("Usage: tagsmith-cli " + command, r.stdout)

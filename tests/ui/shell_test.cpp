@@ -5,15 +5,22 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDockWidget>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
+#include <QScreen>
+#include <QSplitter>
+#include <QTimer>
 
 #include "app/help_links.h"
+#include "control_names.h"
 #include "core/app/user_defaults.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
 #include "support/media_fixture.h"
 #include "ui/audio/audio_panel.h"
+#include "ui/photo/photo_browser.h"
 #include "ui/shell/activity_view.h"
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/preferences_window.h"
@@ -137,9 +144,14 @@ private Q_SLOTS:
 
     void helpAboutAndBusyIndicator() {
         AppDelegate& app = launch();
+        // A web address wins; without one, the guide staged in the build tree
+        // (on the test's data path) is opened.
+        QCOMPARE(productGuideUrl("https://example.org/guide"), QUrl("https://example.org/guide"));
+        const QUrl guide = productGuideUrl({});
+        QVERIFY(guide.isLocalFile() && QFileInfo(guide.toLocalFile()).isFile());
         app.CLICkProductGuide(nullptr);
         app.CLICkSupport(nullptr);
-        QCOMPARE(m_desktop->opened(), QList<QUrl>({QUrl(QLatin1String(kProductGuideUrl)),
+        QCOMPARE(m_desktop->opened(), QList<QUrl>({productGuideUrl(QLatin1String(kProductGuideUrl)),
                                                    QUrl(QLatin1String(kSupportUrl))}));
 
         app.ClickAbout(nullptr);
@@ -173,6 +185,82 @@ private Q_SLOTS:
         QVERIFY(!pane->text().contains("diagnostic line"));
     }
 
+    void windowStateIsKeptAndPulledOnScreen() {
+        MainWindow* window = launch().mainWindow();
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect placed(screen.left() + 20, screen.top() + 30, 500, 400);
+        window->setGeometry(placed);
+        window->show();  // the splitter's sizes need a laid-out window
+        window->splitter()->setSizes({150, 350});
+        const QList<int> sizes = window->splitter()->sizes();
+        window->dragTable()->horizontalHeader()->resizeSection(0, 333);
+        m_ui->app->saveWindowState();
+        window = launch().mainWindow();
+        window->show();
+        QCOMPARE(window->geometry(), placed);
+        QCOMPARE(window->splitter()->sizes(), sizes);
+        QCOMPARE(window->dragTable()->horizontalHeader()->sectionSize(0), 333);
+        // Kept far off the screen, and larger than it: back inside.
+        window->setGeometry(screen.right() + 3000, screen.bottom() + 2000, screen.width() + 9, 300);
+        m_ui->app->saveWindowState();
+        QVERIFY(screen.contains(launch().mainWindow()->geometry()));
+    }
+
+    void keyboardAloneFindsSelectsOpensAndRemoves() {
+        AppDelegate& app = launch();
+        const QStringList files = listMovies(app, {"alpha.mp4", "beta.mp4", "Gamma.mov"});
+        MainWindow* window = app.mainWindow();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        PRDragTableView* table = app.dragtableView;
+        QLineEdit* find = window->filterField();
+        QTest::keyClick(window, Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(find->hasFocus());
+        QTest::keyClicks(find, "GAM");
+        QCOMPARE(app.numberOfRowsInTableView(), 1);
+        // Delete in a field is the field's: the list keeps its rows.
+        QTest::keyClick(find, Qt::Key_Delete);
+        QTest::keyClick(find, Qt::Key_Escape);
+        QCOMPARE(app.numberOfRowsInTableView(), 3);
+        QVERIFY(table->hasFocus());
+        // Enter goes to the panel's fields; Delete and Select All take rows
+        // off the list, never the files.
+        QTest::keyClick(table, Qt::Key_Home);
+        QTest::keyClick(table, Qt::Key_Return);
+        QVERIFY(window->videoPanel()->isAncestorOf(QApplication::focusWidget()));
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(app.numberOfRowsInTableView(), 2);
+        QTest::keyClick(table, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(app.numberOfRowsInTableView(), 0);
+        for (const QString& file : files) QVERIFY(QFileInfo::exists(file));
+    }
+
+    void everyControlHasANameAndATooltip() {
+        AppDelegate& app = launch();
+        listMovies(app, {"clip.mp4"});
+        m_ui->selectRow(0);
+        // The window with every panel, page and window it owns, shown or not,
+        // and the batch dialogs, which are modal: walked while open.
+        int walked = 0;
+        QStringList unnamed = unnamedControls(app.mainWindow(), &walked);
+        for (const auto open :
+             {&AppDelegate::ShowRenameWindowAction, &AppDelegate::EditvideofileDateInfoAction}) {
+            QTimer walker;
+            connect(&walker, &QTimer::timeout, [&] {
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                    unnamed << unnamedControls(dialog, &walked);
+                    dialog->reject();
+                }
+            });
+            walker.start(10);
+            (app.*open)(nullptr);
+        }
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join('\n')));
+        QVERIFY2(walked > 60, qPrintable(QString::number(walked)));
+    }
+
     void shuttingDownDuringAnImport() {
         MediaFixture media;
         QString error;
@@ -187,8 +275,64 @@ private Q_SLOTS:
         QCOMPARE(AppDelegate::GetAppDelegater(), nullptr);
     }
 
+    // The user guide's pictures of the real window, written into the folder
+    // TAGSMITH_GUIDE_IMAGES names (the guide_screenshots test).
+    void userGuideScreenshots() {
+        const QString out = qEnvironmentVariable("TAGSMITH_GUIDE_IMAGES");
+        if (out.isEmpty()) QSKIP("TAGSMITH_GUIDE_IMAGES is not set");
+        MediaFixture media;
+        QString error;
+        if (!media.make(&error)) QSKIP(qPrintable(error));
+        const QString photos = media.root() + "/photos";
+        QVERIFY(QDir().mkpath(out) && QDir().mkpath(photos));
+        QImage picture(640, 480, QImage::Format_RGB32);
+        QPainter(&picture).fillRect(picture.rect(), QLinearGradient(0, 0, 640, 480));
+        QVERIFY(picture.save(photos + "/harbour.jpg"));
+
+        AppDelegate& app = launch();
+        MainWindow* window = app.mainWindow();
+        window->resize(1200, 760);
+        window->show();
+        const auto shoot = [&](QWidget* widget, const char* name) {
+            QCoreApplication::processEvents();
+            const QPixmap shot = widget->grab();
+            QVERIFY(shot.width() > 100 && shot.save(out + "/" + name));
+        };
+        QVERIFY(m_ui->importAndWait({media.folder()}));
+        m_ui->selectRow(0);
+        QTRY_VERIFY(app.videoMetaView->isVisible());
+        shoot(window, "main-window.png");
+        shoot(app.videoMetaView, "video-panel.png");
+        app.ShowPreferenceSetting(nullptr);
+        shoot(app.preferencesWindow, "preferences.png");
+        app.CancelPreferenceSetting(nullptr);
+
+        app.ChangeToImportComputerPhoto(nullptr);
+        QVERIFY(app.photoViewAcceptDrop({photos}));
+        QTRY_VERIFY_WITH_TIMEOUT(!app.importRunning(), 60000);
+        PhotoBrowserView* browser = app.localImageBrowserView;
+        QTRY_COMPARE(browser->photoModel()->thumbnailCount(), 1);
+        browser->selectItem(browser->photoModel()->content().first());
+        QTRY_VERIFY(app.shownPhoto());
+        shoot(window, "photos.png");
+    }
+
 private:
     AppDelegate& launch() { return m_ui->launch(); }
+    // Empty files listed as movies, without an import.
+    QStringList listMovies(AppDelegate& app, const QStringList& names) {
+        QStringList files;
+        for (const QString& name : names) {
+            files << m_ui->dir.filePath(name);
+            QFile(files.last()).open(QIODevice::WriteOnly);
+            auto item = std::make_shared<IKImageItem>();
+            item->filePath = files.last();
+            item->fileName = name;
+            app.localPhotoItemArray << item;
+        }
+        app.LoadImportedMediasonMainThread();
+        return files;
+    }
     RecordingDesktopIntegration* m_desktop = nullptr;
     std::unique_ptr<UiSession> m_ui;
 };

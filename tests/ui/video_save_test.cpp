@@ -1,7 +1,7 @@
 // The video panel inside the real window: what selecting a video shows and
 // remembers, the save, removal and tool commands writing into the storage
 // folder, the files they act on after a sort, and the questions asked before
-// unsaved edits or running work would be lost.
+// unsaved edits or running work would be lost; the XMP sheet.
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -142,6 +142,24 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_app->videoToolsRunning());  // the end ran on the main thread
         QVERIFY(QFile::exists(output("clip.mov")) && QFile::exists(output("clip.gif")));
         QCOMPARE(readFile(m_clip), m_clipBytes);
+    }
+
+    void xmpSheetAppliesAFolderAndAlwaysCloses() {
+        QTemporaryDir folder;
+        const QString video = folder.filePath("trip.mp4");
+        QVERIFY(QFile::copy(m_clip, video));
+        QVERIFY(writeFile(folder.filePath("trip.xmp"),
+                          "<x xmlns:dc='http://purl.org/dc/elements/1.1/'><dc:title>Sidecar"
+                          "</dc:title></x>"));
+        QVERIFY(writeFile(folder.filePath("bad.XMP"), "<dc:title>"));  // skipped, logged
+        m_app->WriteXMPMetadataToPhotosAction(nullptr);
+        QVERIFY(m_app->writeXmpWindow->isVisible());
+        m_app->openPanelDidEnd9(QDialog::Accepted, {folder.path()});
+        QVERIFY(m_app->writeXmpProcesser->isVisible() && !m_app->writeXmpBtn->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_app->xmpBatchRunning(), 20000);
+        QVERIFY(!m_app->writeXmpWindow->isVisible());
+        QCOMPARE(MediaImporter::importFile(video, true)->fileTitle, "Sidecar");
+        QVERIFY(m_desktop->opened().contains(QUrl::fromLocalFile(folder.path())));
     }
 
     void saveWritesTheHighlightedFile_data() {

@@ -57,27 +57,39 @@ const char* demuxerFor(AudioContainer container) {
     return nullptr;
 }
 
-IKImageItemPtr newAudioRecord(const QString& path, AudioContainer container,
+FallbackTags fallbackTags(const OpenedMedia& media) {
+    FallbackTags fallback;
+    if (!media.isOpen()) return fallback;
+    auto tag = [&](const char* key) {
+        const AVDictionaryEntry* e = av_dict_get(media.context()->metadata, key, nullptr, 0);
+        return e ? QString::fromUtf8(e->value) : QString();
+    };
+    fallback.album = tag("album");
+    fallback.year = tag("date").left(4);
+    return fallback;
+}
+
+// Without `probe` (a record for writing) the file is not opened as media:
+// the facts are left out and `fallback` is not filled.
+IKImageItemPtr newAudioRecord(const QString& path, AudioContainer container, bool probe,
                               FallbackTags* fallback) {
     auto item = std::make_shared<IKImageItem>();
     item->fileType = QStringLiteral("Audio");
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
     fillFileAttributes(*item);
-    const OpenedMedia media(path, demuxerFor(container));
-    fillProbeFacts(*item, probeMediaFile(media));
-    if (media.isOpen()) {
-        auto tag = [&](const char* key) {
-            const AVDictionaryEntry* e = av_dict_get(media.context()->metadata, key, nullptr, 0);
-            return e ? QString::fromUtf8(e->value) : QString();
-        };
-        fallback->album = tag("album");
-        fallback->year = tag("date").left(4);
+    if (probe) {
+        const OpenedMedia media(path, demuxerFor(container));
+        fillProbeFacts(*item, probeMediaFile(media));
+        *fallback = fallbackTags(media);
     }
     return item;
 }
 
-IKImageItemPtr finish(IKImageItemPtr item) {
+// A probed record tells whether the file has a sound; the writers' record
+// (not probed) does not judge.
+IKImageItemPtr finish(IKImageItemPtr item, bool probe) {
+    if (!probe) return item;
     item->fileReadProblem = readProblemOf(*item, true);
     logReadProblem(*item);
     return item;
@@ -135,15 +147,15 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
 
 }  // namespace
 
-IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path) {
+IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe) {
     FallbackTags fallback;
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
-    IKImageItemPtr item = newAudioRecord(path, container, &fallback);
+    IKImageItemPtr item = newAudioRecord(path, container, probe, &fallback);
     if (!opened) {
         qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
-        return finish(item);
+        return finish(item, probe);
     }
     const InfoDictionary dict = readInfoDictionary(file, container);
     if (!dict.opened) qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
@@ -155,48 +167,49 @@ IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path) {
         item->fileImage = QImage::fromData(dict.artwork);
     applyAudioInfoDictionary(*item, dict.entries);
     item->fileMetaArray = dict.items;
-    return finish(item);
+    return finish(item, probe);
 }
 
 namespace {
 
-IKImageItemPtr readByWalk(const QString& path, AudioItemTable table) {
+IKImageItemPtr readByWalk(const QString& path, AudioItemTable table, bool probe) {
     FallbackTags fallback;
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
-    IKImageItemPtr item = newAudioRecord(path, container, &fallback);
+    IKImageItemPtr item = newAudioRecord(path, container, probe, &fallback);
     QList<MetadataItem> items;
     if (opened) items = audioMetadataItems(file, container);
     if (items.isEmpty()) {
         // No items: what the file's headers give stands in.
+        if (!probe) fallback = fallbackTags(OpenedMedia(path, demuxerFor(container)));
         if (!fallback.album.isEmpty()) item->fileAblumName = fallback.album;
         if (!fallback.year.isEmpty()) item->fileReleasedYear = fallback.year;
-        return finish(item);
+        return finish(item, probe);
     }
     applyAudioMetadata(*item, items, table);
     item->fileMetaArray = items;
-    return finish(item);
+    return finish(item, probe);
 }
 
 }  // namespace
 
-IKImageItemPtr readSomeAiffAudioFileWithFilePath(const QString& path) {
-    return readByWalk(path, AudioItemTable::Aiff);
+IKImageItemPtr readSomeAiffAudioFileWithFilePath(const QString& path, bool probe) {
+    return readByWalk(path, AudioItemTable::Aiff, probe);
 }
 
-IKImageItemPtr readSomeMp3AudioFileWithFilePath(const QString& path) {
-    return readByWalk(path, AudioItemTable::Mp3);
+IKImageItemPtr readSomeMp3AudioFileWithFilePath(const QString& path, bool probe) {
+    return readByWalk(path, AudioItemTable::Mp3, probe);
 }
 
-IKImageItemPtr readAudioFile(const QString& path) {
+IKImageItemPtr readAudioFile(const QString& path, bool probe) {
     switch (audioReaderForExtension(fileExtension(path))) {
         case AudioReader::Wav:
-            return readSomeWAVAudioFileWithFilePath(path);
+            return readSomeWAVAudioFileWithFilePath(path, probe);
         case AudioReader::Aiff:
-            return readSomeAiffAudioFileWithFilePath(path);
+            return readSomeAiffAudioFileWithFilePath(path, probe);
         case AudioReader::Mp3:
             break;
     }
-    return readSomeMp3AudioFileWithFilePath(path);
+    return readSomeMp3AudioFileWithFilePath(path, probe);
 }

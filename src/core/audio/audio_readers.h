@@ -15,19 +15,20 @@
 // channels) and its tags; a file whose bytes are no audio at all still gets
 // a record, with the reason in `fileReadProblem`. The container is
 // recognised by the file's bytes, so an .aiff file holding a CAF container
-// is read as CAF.
+// is read as CAF. Without `probe` (a record the writers start from) the file
+// is not opened as media and the probed facts are left out.
 
 // The info dictionary: RIFF INFO for WAV, Vorbis comments for FLAC, the info
 // chunk for CAF, nothing for AU.
-IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path);
+IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe = true);
 // The metadata walk over the file's items with the AIFF identifier table.
-IKImageItemPtr readSomeAiffAudioFileWithFilePath(const QString& path);
+IKImageItemPtr readSomeAiffAudioFileWithFilePath(const QString& path, bool probe = true);
 // The same walk with the MP3 identifier table.
-IKImageItemPtr readSomeMp3AudioFileWithFilePath(const QString& path);
+IKImageItemPtr readSomeMp3AudioFileWithFilePath(const QString& path, bool probe = true);
 
 // The reader an audio path goes to by its extension: wav, flac, au → the WAV
 // reader; aiff, aif → the AIFF reader; every other → the MP3 reader.
-IKImageItemPtr readAudioFile(const QString& path);
+IKImageItemPtr readAudioFile(const QString& path, bool probe = true);
 
 // Fills a record's fields from the walk's items with one of the two tables.
 enum class AudioItemTable { Aiff, Mp3 };

@@ -193,8 +193,9 @@ QString writeMp3Copy(const QString& source, const Mp3Source& s, const QByteArray
     QFile out(target);
     if (!in.open(QIODevice::ReadOnly))
         return QStringLiteral("the file cannot be read: %1").arg(in.errorString());
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(tag) != tag.size() ||
-        !in.seek(s.audioBegin))
+    // Appended to the publisher's new empty file: a truncation would make ext4
+    // flush the copy when it is closed.
+    if (!out.open(QIODevice::Append) || out.write(tag) != tag.size() || !in.seek(s.audioBegin))
         return QStringLiteral("the copy could not be written: %1").arg(out.errorString());
     qint64 left = s.audioEnd - s.audioBegin;
     while (left > 0) {

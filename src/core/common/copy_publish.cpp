@@ -26,8 +26,12 @@ struct TemporaryOutput {
                 QStringLiteral("%1/.%2.%3.tmp")
                     .arg(target.absolutePath(), target.fileName())
                     .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0'));
-            const int fd = ::open(QFile::encodeName(candidate).constData(),
-                                  O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            int fd = ::open(QFile::encodeName(candidate).constData(),
+                            O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            // The folder is made only when missing, not tried for every file.
+            if (fd < 0 && errno == ENOENT && QDir().mkpath(target.absolutePath()))
+                fd = ::open(QFile::encodeName(candidate).constData(),
+                            O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
             if (fd >= 0) {
                 ::close(fd);
                 path = candidate;
@@ -59,7 +63,6 @@ PublishedCopy publishCopy(const CopyPlan& plan, const QString& storageFolder, Ou
     if (!claim.note.isEmpty()) qCInfo(lcTagsmith).noquote() << claim.note << "==" << claim.path;
 
     const QFileInfo target(claim.path);
-    QDir().mkpath(target.absolutePath());
     TemporaryOutput temp(target);
     if (temp.path.isEmpty()) {
         result.reason = QStringLiteral("the storage folder cannot be written: %1")

@@ -82,10 +82,14 @@ QString numberedName(const QString& wanted, int n) {
     return info.absolutePath() + QLatin1Char('/') + name;
 }
 
-bool sameFile(const QString& a, const QString& b) {
-    if (QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath()) return true;
-    const QString ca = QFileInfo(a).canonicalFilePath();
-    return !ca.isEmpty() && ca == QFileInfo(b).canonicalFilePath();
+// Whether the existing entry `candidate` reaches the same file as `source`
+// (through a link, another spelling of the path or a hard link).
+bool sameFile(const QString& candidate, const QString& source) {
+    struct stat a {};
+    struct stat b {};
+    return ::stat(QFile::encodeName(candidate).constData(), &a) == 0 &&
+           ::stat(QFile::encodeName(source).constData(), &b) == 0 && a.st_dev == b.st_dev &&
+           a.st_ino == b.st_ino;
 }
 
 }  // namespace
@@ -133,17 +137,20 @@ void setExtendedAttributesUsable(bool usable) {
 
 OutputBatch::Claim OutputBatch::claim(const QString& wanted, const QString& sourcePath) {
     std::lock_guard lock(m_mutex);
-    const QString name = QFileInfo(wanted).fileName();
+    const QFileInfo wantedInfo(wanted);
+    const QString name = wantedInfo.fileName();
+    const QString source = QFileInfo(sourcePath).absoluteFilePath();
     QString note;
     for (int n = 1; n <= 9999; ++n) {
-        const QString candidate =
-            n == 1 ? QFileInfo(wanted).absoluteFilePath() : numberedName(wanted, n);
+        const QString candidate = n == 1 ? wantedInfo.absoluteFilePath() : numberedName(wanted, n);
+        // Most names are free: one lstat answers for them.
+        const bool exists = entryExists(candidate);
         QString refusal;
         if (m_claimed.contains(candidate)) {
             refusal = QStringLiteral("another file of this batch was already saved as %1");
-        } else if (sameFile(candidate, sourcePath)) {
+        } else if (candidate == source || (exists && sameFile(candidate, sourcePath))) {
             refusal = QStringLiteral("%1 in the storage folder is the file being saved itself");
-        } else if (entryExists(candidate) && !isOutputOfOurs(candidate)) {
+        } else if (exists && !isOutputOfOurs(candidate)) {
             refusal =
                 QStringLiteral("a file named %1 that Tagsmith did not write is already there");
         }

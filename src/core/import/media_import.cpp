@@ -3,6 +3,9 @@
 #include <QDirIterator>
 #include <QFileInfo>
 
+#include <thread>
+#include <vector>
+
 #include "core/audio/audio_readers.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
@@ -67,7 +70,7 @@ IKImageItemPtr MediaImporter::importFile(const QString& path, bool technical, bo
 
 IKImageItemPtr MediaImporter::importFileForWriting(const QString& path) {
     if (!importable(path)) return nullptr;
-    if (isAudioPath(path)) return readAudioFile(path);
+    if (isAudioPath(path)) return readAudioFile(path, false);
     IKImageItemPtr item = newVideoRecord(path);
     readVideoFileMetadata(*item, false);
     return item;
@@ -81,13 +84,17 @@ void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
             qCInfo(lcTagsmith) << "import: no such file or folder ==" << path;
             m_sink.pathMissing(path);
         } else if (info.isDir()) {
+            readPending();
             ScanMediasItemWithinFolder(path);
             m_sink.folderImported(info.absoluteDir().absolutePath());
+        } else if (m_threads > 1) {
+            m_pending.append({path, true});
         } else if (IKImageItemPtr item = importFile(path, true, m_photos)) {
             m_sink.itemImported(item);
         }
         m_sink.pathFinished();
     }
+    readPending();
 }
 
 void MediaImporter::ScanMediasItemWithinFolder(const QString& folder) {
@@ -95,6 +102,24 @@ void MediaImporter::ScanMediasItemWithinFolder(const QString& folder) {
     QString top = folder;
     while (top.size() > 1 && top.endsWith(QLatin1Char('/'))) top.chop(1);
     scanFolder(top, 0);
+    readPending();
+}
+
+void MediaImporter::readPending() {
+    std::vector<IKImageItemPtr> items(size_t(m_pending.size()));
+    std::atomic<qsizetype> next{0};
+    auto work = [&] {
+        for (qsizetype i = next++; i < m_pending.size() && !m_cancelled; i = next++)
+            items[size_t(i)] =
+                importFile(m_pending.at(i).path, m_pending.at(i).technical, m_photos);
+    };
+    std::vector<std::thread> helpers;
+    for (int t = 1; t < m_threads && t < m_pending.size(); ++t) helpers.emplace_back(work);
+    work();
+    for (std::thread& helper : helpers) helper.join();
+    m_pending.clear();
+    for (const IKImageItemPtr& item : items)
+        if (item) m_sink.itemImported(item);
 }
 
 void MediaImporter::scanFolder(const QString& folder, int depth) {
@@ -117,6 +142,8 @@ void MediaImporter::scanFolder(const QString& folder, int depth) {
         const QFileInfo info = entries.fileInfo();
         if (info.isDir()) {
             scanFolder(path, depth + 1);
+        } else if (m_threads > 1) {
+            m_pending.append({path, false});
         } else if (IKImageItemPtr item = importFile(path, false, m_photos)) {
             m_sink.itemImported(item);
         }

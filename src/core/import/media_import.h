@@ -53,17 +53,35 @@ public:
     // The record as the writers need it: file attributes and every metadata
     // item, without opening the file as media (no probed facts, kind text or
     // technical texts). Null where importFile() answers null. Audio records
-    // are read in full.
+    // have their tags; only one without tags is opened as media, for the
+    // album and year its headers give.
     static IKImageItemPtr importFileForWriting(const QString& path);
 
     // Asks a running import to stop after the current file.
     void cancel() { m_cancelled = true; }
 
+    // Reads files on `threads` threads at once (the command line, which
+    // prints the records only at the end). The records still reach the sink
+    // in the import's order, but those of a folder only once it is read and
+    // those of files given directly only before the next folder and at the
+    // end. The program's import thread reads one file at a time, so its list
+    // grows file by file.
+    void setReadingThreads(int threads) { m_threads = qMax(1, threads); }
+
 private:
     void scanFolder(const QString& folder, int depth);
+    // Reads the files waiting for the reading threads; hands their records
+    // to the sink in order.
+    void readPending();
 
     ImportSink& m_sink;
     bool m_photos = false;
+    int m_threads = 1;
+    struct Pending {
+        QString path;
+        bool technical;
+    };
+    QList<Pending> m_pending;
     QSet<QString> m_visitedFolders;
     std::atomic<bool> m_cancelled{false};
 };

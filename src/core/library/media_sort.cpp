@@ -78,6 +78,15 @@ int compareMediaTexts(const QString& a, const QString& b, bool flag) {
     return flag ? 1 : -1;  // smaller or equal: never answers equal
 }
 
+bool mediaItemMatches(const IKImageItem& item, const QString& filter) {
+    if (filter.isEmpty()) return true;
+    const QString wanted = folded(filter);
+    for (const MediaColumn column :
+         {MediaColumn::Name, MediaColumn::Type, MediaColumn::Artist, MediaColumn::Album})
+        if (folded(mediaCellText(item, column)).contains(wanted)) return true;
+    return false;
+}
+
 int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn column, bool flag,
                       SizeSortKey sizeKey) {
     switch (column) {

@@ -31,6 +31,11 @@ int compareMediaItems(const IKImageItem& a, const IKImageItem& b, MediaColumn co
 // punctuation-led values ordered first or last as described above.
 int compareMediaTexts(const QString& a, const QString& b, bool flag);
 
+// Whether a record stays listed under the list's filter text: its name,
+// type, artist or album contains the text, ignoring case and diacritics.
+// An empty filter keeps every record.
+bool mediaItemMatches(const IKImageItem& item, const QString& filter);
+
 // A stable merge sort that stays within bounds whatever the comparator
 // answers (the text comparators are not consistent for equal values, which
 // a standard sort may not be given).

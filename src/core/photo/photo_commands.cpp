@@ -16,9 +16,9 @@ QString storageOutput(const StorageContext& storage, const IKImageItem& item) {
     return storage.storagelocation + QLatin1Char('/') + item.fileName;
 }
 
-// The photo as read, or the result that skips it.
+// The photo's metadata as read, or the result that skips it.
 bool readSource(const QString& path, PhotoSource* source, PhotoWriteResult* skipped) {
-    *source = readPhotoProperties(path);
+    *source = readPhotoProperties(path, false);
     if (source->ok()) return true;
     qCInfo(lcTagsmith).noquote() << "photo skipped ==" << path << "==" << source->problem;
     *skipped = PhotoWriteResult::skippedFile(path, source->problem);

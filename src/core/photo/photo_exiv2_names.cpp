@@ -143,7 +143,15 @@ void ensureInitialised() {
     std::call_once(once, [] {
         Exiv2::LogMsg::setLevel(Exiv2::LogMsg::warn);
         Exiv2::LogMsg::setHandler(logExiv2);
-        Exiv2::XmpParser::initialize();
+        // The XMP toolkit is not thread-safe: photos are read and written on
+        // several threads, so its calls take turns.
+        static std::mutex xmp;
+        Exiv2::XmpParser::initialize(
+            [](void* mutex, bool lock) {
+                lock ? static_cast<std::mutex*>(mutex)->lock()
+                     : static_cast<std::mutex*>(mutex)->unlock();
+            },
+            &xmp);
         Exiv2::enableBMFF(true);
     });
 }

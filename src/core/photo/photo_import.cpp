@@ -19,7 +19,11 @@ IKImageItemPtr importPhotoFile(const QString& path) {
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
     fillFileAttributes(*item);
-    const PhotoSource source = readPhotoProperties(path);
+    // The record takes nothing Qt's image readers add but a pixel size that
+    // Exiv2 does not know; they are asked only then.
+    PhotoSource source = readPhotoProperties(path, false);
+    if (source.ok() && !source.properties.contains(QStringLiteral("PixelWidth")))
+        source = readPhotoProperties(path);
     fillPhotoRecord(*item, source);
     if (!source.ok()) {
         item->fileReadProblem = source.problem;

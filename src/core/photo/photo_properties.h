@@ -60,8 +60,11 @@ struct PhotoSource {
 };
 
 // Reads a photo's dictionary. Never throws; a damaged, truncated or foreign
-// file answers a problem. Bounded: huge counts and IFD loops end.
-PhotoSource readPhotoProperties(const QString& path);
+// file answers a problem. Bounded: huge counts and IFD loops end. Without
+// `pictureFacts` (a writer's check of its source) what Qt's image readers add
+// is left out: the JFIF group, PNG texts, colour model, depth and the pixel
+// size where Exiv2 has none.
+PhotoSource readPhotoProperties(const QString& path, bool pictureFacts = true);
 // The same over bytes in memory (the fuzz target's entry).
 PhotoSource readPhotoPropertiesFromData(const QByteArray& data);
 
@@ -97,8 +100,8 @@ struct PhotoWriteOutcome {
     QString reason;  // in the user's words; "" when written
 };
 
-// Writes the source with the edit applied into `target` (an existing,
-// writable temporary file the caller publishes). The picture data are copied
+// Writes the source with the edit applied into `target` (a new, empty
+// temporary file the caller publishes; the copy is appended to it). The picture data are copied
 // as they are: never decoded, never re-encoded. Every image of a multi-page
 // file is kept: a TIFF of more pages than Exiv2 keeps (four) is refused
 // (Failed) rather than written short. Where the type cannot hold a group (IPTC in WebP), its title

@@ -280,7 +280,7 @@ QString problemText(const char* text) {
 }
 
 PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* argument,
-                     QIODevice& device, const QString& label) {
+                     QIODevice* device, const QString& label) {
     ensureInitialised();
     PhotoSource source;
     try {
@@ -320,16 +320,16 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
         source.problem = problemText("The photo is damaged or incomplete.");
         return source;
     }
-    if (device.open(QIODevice::ReadOnly)) {
-        if (source.type == QLatin1String("jpeg")) addJfif(source.properties, device.peek(20));
-        addFromQtReader(source, device);
+    if (device && device->open(QIODevice::ReadOnly)) {
+        if (source.type == QLatin1String("jpeg")) addJfif(source.properties, device->peek(20));
+        addFromQtReader(source, *device);
     }
     return source;
 }
 
 }  // namespace
 
-PhotoSource readPhotoProperties(const QString& path) {
+PhotoSource readPhotoProperties(const QString& path, bool pictureFacts) {
     QFile file(path);
     if (!isRegularFile(path))
         return {{}, {}, 0, false, problemText("The file does not exist or is not a regular file.")};
@@ -339,7 +339,7 @@ PhotoSource readPhotoProperties(const QString& path) {
         [](const void* p) {
             return Exiv2::ImageFactory::open(*static_cast<const std::string*>(p));
         },
-        &name, file, path);
+        &name, pictureFacts ? &file : nullptr, path);
     // A camera raw built on TIFF (DNG, NEF, ...) is a raw all the same.
     if (source.ok() && GetImageType(fileExtension(path).toUtf8().constData()) >= 0) {
         source.type = QStringLiteral("raw");
@@ -358,5 +358,5 @@ PhotoSource readPhotoPropertiesFromData(const QByteArray& data) {
             return Exiv2::ImageFactory::open(
                 reinterpret_cast<const Exiv2::byte*>(bytes->constData()), long(bytes->size()));
         },
-        &data, buffer, QStringLiteral("(data)"));
+        &data, &buffer, QStringLiteral("(data)"));
 }

@@ -296,9 +296,11 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         qCInfo(lcTagsmith).noquote() << "photo not written ==" << target;
         return {PhotoWriteStatus::Failed, tr("The photo is damaged or cannot be written.")};
     }
+    // The target is the publisher's new empty file. Truncating it anyway would
+    // make ext4 flush it to the disk when it is closed (its guard for files
+    // rewritten in place), a wait per photo.
     QFile out(target);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-        out.write(written) != written.size() || !out.flush())
+    if (!out.open(QIODevice::Append) || out.write(written) != written.size() || !out.flush())
         return {PhotoWriteStatus::Failed,
                 tr("The copy could not be written: %1").arg(out.errorString())};
     return {PhotoWriteStatus::Written, {}};

@@ -34,16 +34,17 @@ void logNote(const OutputBatch::Claim& claim) {
 }
 
 // Puts the new file over its source, the one writer's way of replacing a
-// file in place; the rename replaces the source in one step.
-bool moveOverSource(const QString& output, const QString& source) {
+// file in place; the rename replaces the source in one step. Answers why it
+// failed, or "".
+QString moveOverSource(const QString& output, const QString& source) {
     if (::rename(QFile::encodeName(output).constData(), QFile::encodeName(source).constData()) !=
         0) {
-        qCWarning(lcTagsmith) << "cannot move the new file over the source ==" << source
-                              << plainFileError(errno);
-        return false;
+        const QString why = plainFileError(errno);
+        qCWarning(lcTagsmith) << "cannot move the new file over the source ==" << source << why;
+        return why;
     }
     forgetOutput(source);  // it is the user's file again
-    return true;
+    return QString();
 }
 
 }  // namespace
@@ -128,7 +129,8 @@ VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& stora
         return result;
     }
     logNote(claim);
-    result.note = claim.note;
+    // A replacing job's hidden name is no concern of the user's.
+    if (!job.replaceSource) result.note = claim.note;
     PassthroughExport request = job.request;
     request.outputPath = claim.path;
     const QString& output = request.outputPath;
@@ -153,13 +155,22 @@ VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& stora
         case ExportStatus::Completed:
             applyDates(output, job);
             result.outputPath = output;
-            if (job.replaceSource && moveOverSource(output, job.request.sourcePath)) {
+            if (job.replaceSource) {
+                // The replaced file keeps who may read and write it.
+                QFile::setPermissions(output, QFile::permissions(job.request.sourcePath));
+                const QString why = moveOverSource(output, job.request.sourcePath);
                 result.outputPath = job.request.sourcePath;
+                if (!why.isEmpty()) {
+                    // The source stays as it was; the new copy is not left behind.
+                    QFile::remove(output);
+                    result.status = ExportStatus::Failed;
+                    result.outputPath.clear();
+                    result.reason = QStringLiteral("the file could not be replaced: %1").arg(why);
+                }
                 break;
             }
             markOutputAsOurs(output);
-            if (job.reveal && !job.replaceSource)
-                DesktopIntegration::instance().revealFile(output, storageFolder);
+            if (job.reveal) DesktopIntegration::instance().revealFile(output, storageFolder);
             break;
         case ExportStatus::Failed: {
             result.reason = outcome.reason.isEmpty()

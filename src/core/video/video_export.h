@@ -75,7 +75,10 @@ struct VideoWriteJob {
     // When the export fails the source is copied here unchanged (with the
     // same dates); empty: nothing is done beyond the log.
     QString fallbackCopyPath;
-    // After a completed export the output replaces the source file.
+    // After a completed export the output (made beside the source) is given
+    // the source's permissions and renamed over it; it is not marked as an
+    // output of ours. When the rename fails the output is removed and the
+    // job fails, the source untouched.
     bool replaceSource = false;
     bool reveal = true;
 };

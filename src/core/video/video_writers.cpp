@@ -136,8 +136,7 @@ QString xmpDateText(const QDateTime& date) {
 VideoWriteJob SaveChangedVideoExifWith(const QString& path, const QString& titleText,
                                        const QString& altitude, const QString& latitude,
                                        const QString& longitude, const QDateTime& date,
-                                       const QList<MetadataItem>& existing,
-                                       const StorageContext& storage) {
+                                       const QList<MetadataItem>& existing) {
     QList<MetadataItem> items;
     if (!titleText.isEmpty()) items.append(title(titleText));
     VideoFileType type = VideoFileType::AppleM4V;
@@ -149,8 +148,12 @@ VideoWriteJob SaveChangedVideoExifWith(const QString& path, const QString& title
     }
     addLocation(items, latitude, longitude, altitude);
 
-    VideoWriteJob job =
-        jobFor(path, storageOutput(storage, path), merge(items, existing, type), type);
+    // The new copy is made beside the source, so that the rename that
+    // replaces the source stays within one file system.
+    const QFileInfo source(path);
+    const QString beside =
+        source.absolutePath() + QStringLiteral("/.") + source.fileName() + QStringLiteral(".new");
+    VideoWriteJob job = jobFor(path, beside, merge(items, existing, type), type);
     job.newDate = date;
     job.replaceSource = true;
     job.reveal = false;

@@ -54,13 +54,13 @@ VideoWriteJob ReloadChangedVideoExifDateAction(const IKImageItem& item, const QV
                                                const QList<MetadataItem>& existing,
                                                const StorageContext& storage);
 
-// The XMP batch: title, location and date from a sidecar; the new file
-// replaces the source. Texts may be empty; an invalid date writes no date.
+// The XMP batch: title, location and date from a sidecar; the new file is
+// written beside the source under a hidden name (".clip.mov.new") and then
+// replaces it. Texts may be empty; an invalid date writes no date.
 VideoWriteJob SaveChangedVideoExifWith(const QString& path, const QString& title,
                                        const QString& altitude, const QString& latitude,
                                        const QString& longitude, const QDateTime& date,
-                                       const QList<MetadataItem>& existing,
-                                       const StorageContext& storage);
+                                       const QList<MetadataItem>& existing);
 
 // The batch date change: every date item replaced by the new date text.
 VideoWriteJob SetVideoFileWithFilePath(const QString& sourcePath, const QString& outputPath,

@@ -187,9 +187,12 @@ AudioPanel::AudioPanel(QWidget* parent) : QWidget(parent) {
     m_playButton = new QPushButton(tr("Play"), m_playerArea);
     m_playButton->setObjectName(QStringLiteral("playButton"));
     m_playButton->setEnabled(false);
+    m_playButton->setToolTip(tr("Play or pause the audio file"));
     m_seekBar = new QSlider(Qt::Horizontal, m_playerArea);
     m_seekBar->setObjectName(QStringLiteral("seekBar"));
     m_seekBar->setEnabled(false);
+    m_seekBar->setToolTip(tr("Position in the audio file"));
+    m_seekBar->setAccessibleName(tr("Position in the audio file"));
     connect(m_seekBar, &QSlider::sliderMoved, this, [this](int ms) {
         if (m_player) m_player->setPosition(ms);
     });
@@ -220,6 +223,7 @@ AudioPanel::AudioPanel(QWidget* parent) : QWidget(parent) {
         auto* edit = new QLineEdit;
         edit->setObjectName(QLatin1String(f.outlet));
         label->setBuddy(edit);
+        edit->setToolTip(tr("%1: edit, then Save Changes").arg(label->text()));
         grid->addWidget(label, row, 0, Qt::AlignRight);
         grid->addWidget(edit, row++, 1);
         m_fields.insert(QLatin1String(f.outlet), edit);
@@ -234,6 +238,8 @@ AudioPanel::AudioPanel(QWidget* parent) : QWidget(parent) {
 
     auto* save = new QPushButton(tr("Save Changes"), page);
     save->setObjectName(QStringLiteral("saveAudioButton"));
+    save->setToolTip(
+        tr("Write the edited fields into a copy of the selected audio files (Ctrl+S)"));
     connect(save, &QPushButton::clicked, this, &AudioPanel::saveRequested);
     layout->addWidget(save, 0, Qt::AlignRight);
 

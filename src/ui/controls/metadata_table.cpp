@@ -13,6 +13,9 @@ constexpr int kTagThumbnailSize = 40;
 QTableWidget* makeMetadataTable(QWidget* parent) {
     auto* table = new QTableWidget(0, 3, parent);
     table->setObjectName(QStringLiteral("allTagsView"));
+    table->setToolTip(QObject::tr("Every metadata item of the file, as stored"));
+    table->setAccessibleName(QObject::tr("All Tags"));
+    table->setTabKeyNavigation(false);
     table->setHorizontalHeaderLabels(
         {QObject::tr("Key Space"), QObject::tr("Key"), QObject::tr("Value")});
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -145,6 +145,7 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
         auto* edit = new QLineEdit;
         edit->setObjectName(QLatin1String(f.outlet));
         label->setBuddy(edit);
+        edit->setToolTip(tr("%1: edit, then Apply Changes").arg(label->text()));
         grid->addWidget(label, row, 0, Qt::AlignRight);
         grid->addWidget(edit, row++, 1);
         m_fields.insert(QLatin1String(f.outlet), edit);
@@ -162,12 +163,15 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
     auto* buttons = new QHBoxLayout;
     auto* gps = new QPushButton(tr("Edit GPS\u2026"), page);
     gps->setObjectName(QStringLiteral("editGpsButton"));
+    gps->setToolTip(tr("Edit the position of the selected photos"));
     connect(gps, &QPushButton::clicked, this, &PhotoPanel::editGpsRequested);
     auto* date = new QPushButton(tr("Change Date\u2026"), page);
     date->setObjectName(QStringLiteral("changeDateButton"));
+    date->setToolTip(tr("Change the dates of the selected photos"));
     connect(date, &QPushButton::clicked, this, &PhotoPanel::changeDateRequested);
     auto* apply = new QPushButton(tr("Apply Changes"), page);
     apply->setObjectName(QStringLiteral("applyPhotoButton"));
+    apply->setToolTip(tr("Write the edited fields into a copy of the selected photos (Ctrl+S)"));
     connect(apply, &QPushButton::clicked, this, &PhotoPanel::applyRequested);
     buttons->addWidget(gps);
     buttons->addWidget(date);
@@ -185,6 +189,8 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
     m_treeModel->setObjectName(QStringLiteral("localTreeController"));
     m_tree = new QTreeView(page);
     m_tree->setObjectName(QStringLiteral("localTreeView"));
+    m_tree->setToolTip(tr("Every property of the photo, by group"));
+    m_tree->setAccessibleName(tr("All Properties"));
     m_tree->setModel(m_treeModel);
     m_tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_tree->setUniformRowHeights(true);

@@ -15,7 +15,8 @@ QLineEdit* addField(QFormLayout* form, const char* outlet, const QString& title,
     auto* edit = new QLineEdit;
     edit->setObjectName(QLatin1String(outlet));
     edit->setPlaceholderText(placeholder);
-    edit->setToolTip(tip);
+    // A field without a tip of its own tells its format.
+    edit->setToolTip(tip.isEmpty() ? QObject::tr("%1, as %2").arg(title, placeholder) : tip);
     edit->setMinimumWidth(200);
     form->addRow(title, edit);
     return edit;
@@ -34,7 +35,8 @@ PhotoDateWindow::PhotoDateWindow(QWidget* parent) : QDialog(parent) {
     auto* buttons = new QDialogButtonBox(this);
     saveButton = buttons->addButton(tr("Save"), QDialogButtonBox::AcceptRole);
     saveButton->setObjectName(QStringLiteral("saveDateButton"));
-    buttons->addButton(QDialogButtonBox::Cancel);
+    saveButton->setToolTip(tr("Write the dates into a copy of the selected photos"));
+    buttons->addButton(QDialogButtonBox::Cancel)->setToolTip(tr("Close without changing a date"));
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
 }
@@ -63,6 +65,9 @@ GpsWindow::GpsWindow(QWidget* parent) : QDialog(parent) {
     saveButton = new QPushButton(tr("Save"), this);
     saveButton->setObjectName(QStringLiteral("saveGpsButton"));
     saveButton->setDefault(true);
+    previewButton->setToolTip(tr("Show the position on the map"));
+    cancelButton->setToolTip(tr("Close without changing the position"));
+    saveButton->setToolTip(tr("Write the position into a copy of the selected photos"));
     buttons->addWidget(previewButton);
     buttons->addStretch(1);
     buttons->addWidget(cancelButton);

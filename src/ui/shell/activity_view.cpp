@@ -25,6 +25,8 @@ ActivityView::ActivityView(QWidget* parent) : QWidget(parent) {
     bar->addWidget(m_details);
     m_text = new QPlainTextEdit(this);
     m_text->setObjectName(QStringLiteral("activityView"));
+    m_text->setToolTip(tr("What the program did with your files"));
+    m_text->setAccessibleName(tr("Activity"));
     m_text->setReadOnly(true);
     m_text->setMaximumBlockCount(kMaxBlocks);
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);

@@ -4,15 +4,21 @@
 #include <QDockWidget>
 #include <QFile>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPalette>
 #include <QScreen>
+#include <QSettings>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 #include "core/common/desktop_integration.h"
 #include "ui/audio/audio_panel.h"
@@ -89,8 +95,33 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     splitter->setObjectName(QStringLiteral("mainSplitter"));
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(1);
+    m_splitter = splitter;
 
-    m_left = new QStackedWidget(splitter);
+    // The list side: the filter field over the list (or its hint).
+    auto* listSide = new QWidget(splitter);
+    listSide->setObjectName(QStringLiteral("listSide"));
+    auto* listLayout = new QVBoxLayout(listSide);
+    listLayout->setContentsMargins(0, 0, 0, 0);
+    listLayout->setSpacing(0);
+    m_filter = new QLineEdit(listSide);
+    m_filter->setObjectName(QStringLiteral("listFilter"));
+    m_filter->setPlaceholderText(tr("Find in the list"));
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setToolTip(
+        tr("Shows only the files whose name, type, artist or album contains "
+           "this text (Ctrl+F; Escape clears it)"));
+    m_filter->setAccessibleName(tr("Find in the list"));
+    m_left = new QStackedWidget(listSide);
+    listLayout->addWidget(m_filter);
+    listLayout->addWidget(m_left, 1);
+    // Escape in the field empties it and goes back to the list.
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), m_filter);
+    escape->setContext(Qt::WidgetShortcut);
+    connect(escape, &QShortcut::activated, this, [this] {
+        m_filter->clear();
+        if (QWidget* list = m_left->currentWidget()) list->setFocus(Qt::ShortcutFocusReason);
+    });
+
     m_left->setObjectName(QStringLiteral("leftContentView"));
     m_hint = new DropHintView(
         QStringLiteral(":/icons/drop-here.svg"),
@@ -100,11 +131,19 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
                                     tr("Connect a camera or phone to see its photos"), m_left);
     m_cameraHint->setObjectName(QStringLiteral("leftTipCameraImageView"));
     m_table = new PRDragTableView(m_left);
+    m_table->setToolTip(
+        tr("The videos and audio files of the list: Enter edits the selected "
+           "file, Delete takes rows off the list (the files stay)"));
+    m_table->setAccessibleName(tr("Videos and audio files"));
     m_photoHint = new DropHintView(
         QStringLiteral(":/icons/drop-here.svg"),
         tr("Drop photos or folders of photos here\nor press Add to choose them"), m_left);
     m_photoHint->setObjectName(QStringLiteral("photoTipView"));
     m_photos = new PhotoBrowserView(QStringLiteral("localImageBrowserView"), m_left);
+    m_photos->setToolTip(
+        tr("The photos of the list: Enter edits the selected photo, Delete "
+           "takes photos off the list (the files stay)"));
+    m_photos->setAccessibleName(tr("Photos"));
     // The camera window: the connected camera's name over its photos and movies.
     m_cameraWindow = new QWidget(m_left);
     m_cameraWindow->setObjectName(QStringLiteral("cameraWindow"));
@@ -145,7 +184,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     m_audio->hide();
     m_photo->hide();
 
-    splitter->addWidget(m_left);
+    splitter->addWidget(listSide);
     splitter->addWidget(content);
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 1);
@@ -173,6 +212,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     m_showResult = new QToolButton(this);
     m_showResult->setObjectName(QStringLiteral("showWrittenFile"));
     m_showResult->setText(tr("Show in Folder"));
+    m_showResult->setToolTip(tr("Show the written file in the file manager"));
     m_showResult->hide();
     connect(m_showResult, &QToolButton::clicked, this,
             [this] { DesktopIntegration::instance().revealFile(m_resultPath, m_resultRoot); });
@@ -194,6 +234,56 @@ void MainWindow::fitToScreen() {
     size = size.boundedTo(QSize(free.width() * 19 / 20, free.height() * 9 / 10));
     resize(size);
     move(free.center() - QPoint(size.width() / 2, size.height() / 2));
+}
+
+QRect keepInside(QRect window, const QRect& available) {
+    if (!available.isValid()) return window;
+    window.setSize(window.size().boundedTo(available.size()));
+    window.moveLeft(
+        std::clamp(window.left(), available.left(), available.right() - window.width() + 1));
+    window.moveTop(
+        std::clamp(window.top(), available.top(), available.bottom() - window.height() + 1));
+    return window;
+}
+
+namespace {
+// The keys of the window's state, beside the preferences'.
+constexpr const char* kGeometryKey = "windowGeometry";
+constexpr const char* kStateKey = "windowState";
+constexpr const char* kSplitterKey = "windowSplitter";
+constexpr const char* kColumnsKey = "mediaTableColumns";
+}  // namespace
+
+void MainWindow::saveWindowState(QSettings& settings) const {
+    settings.setValue(kGeometryKey, saveGeometry());
+    settings.setValue(kStateKey, saveState());
+    settings.setValue(kSplitterKey, m_splitter->saveState());
+    settings.setValue(kColumnsKey, m_table->horizontalHeader()->saveState());
+}
+
+void MainWindow::restoreWindowState(QSettings& settings) {
+    // Each part on its own: a damaged value leaves that part as it is.
+    if (settings.contains(kGeometryKey)) {
+        if (restoreGeometry(settings.value(kGeometryKey).toByteArray())) {
+            // On the screen the window was on, else the primary one: a screen
+            // unplugged since, or smaller now, does not hide the window.
+            const QRect saved = geometry();
+            const QScreen* on = QGuiApplication::screenAt(saved.center());
+            if (!on) on = QGuiApplication::primaryScreen();
+            if (on && !isMaximized() && !isFullScreen())
+                setGeometry(keepInside(saved, on->availableGeometry()));
+        } else {
+            fitToScreen();
+        }
+    }
+    if (settings.contains(kStateKey)) restoreState(settings.value(kStateKey).toByteArray());
+    if (settings.contains(kSplitterKey))
+        m_splitter->restoreState(settings.value(kSplitterKey).toByteArray());
+    QHeaderView* header = m_table->horizontalHeader();
+    if (settings.contains(kColumnsKey) &&
+        header->restoreState(settings.value(kColumnsKey).toByteArray()))
+        // The list starts in import order whatever the last sort was.
+        header->setSortIndicatorShown(false);
 }
 
 void MainWindow::addToolbarButton(ToolbarButton* button, bool visible) {

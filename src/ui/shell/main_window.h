@@ -7,6 +7,9 @@
 
 class QDockWidget;
 class QLabel;
+class QLineEdit;
+class QSettings;
+class QSplitter;
 class QStackedWidget;
 class QToolBar;
 class QToolButton;
@@ -72,14 +75,25 @@ public:
     ActivityView* activityView() const { return m_activity; }
     QDockWidget* activityDock() const { return m_activityDock; }
 
+    // The field over the list that filters it (Find).
+    QLineEdit* filterField() const { return m_filter; }
+    QSplitter* splitter() const { return m_splitter; }
+
     // Sizes the window to the screen it is on, centred.
     void fitToScreen();
+    // Size, position, docks, splitter and the media table's columns, kept
+    // between runs beside the preferences.
+    void saveWindowState(QSettings& settings) const;
+    // Restores what `saveWindowState` kept, pulled back inside the screen.
+    void restoreWindowState(QSettings& settings);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     QToolBar* m_toolbar = nullptr;
+    QSplitter* m_splitter = nullptr;
+    QLineEdit* m_filter = nullptr;
     QStackedWidget* m_left = nullptr;
     PRDragTableView* m_table = nullptr;
     DropHintView* m_hint = nullptr;
@@ -101,6 +115,9 @@ private:
     QToolButton* m_showResult = nullptr;
     QString m_resultPath, m_resultRoot;
 };
+
+// `window` moved, and shrunk where it is larger, to lie within `available`.
+QRect keepInside(QRect window, const QRect& available);
 
 // Loads the program's style sheet from the resources.
 QString tagsmithStyleSheet();

@@ -12,6 +12,8 @@
 ColorWell::ColorWell(QWidget* parent) : QPushButton(parent) {
     setObjectName(QStringLiteral("colorwell"));
     setFixedSize(44, 22);
+    setToolTip(tr("The colour of the date stamp"));
+    setAccessibleName(tr("Stamp Colour"));
     setColor(Qt::white);
     connect(this, &QPushButton::clicked, this, [this] {
         const QColor chosen = QColorDialog::getColor(m_color, window(), tr("Stamp Colour"));
@@ -44,7 +46,10 @@ PreferencesWindow::PreferencesWindow(QWidget* parent) : QDialog(parent) {
     storePathlab->setObjectName(QStringLiteral("storePathlab"));
     storePathlab->setReadOnly(true);
     storePathlab->setMinimumWidth(340);
+    storePathlab->setToolTip(tr("The folder the edited copies are written to"));
+    storePathlab->setAccessibleName(tr("Storage Location"));
     changeLocationButton = new QPushButton(tr("Change..."), this);
+    changeLocationButton->setToolTip(tr("Choose another folder for the edited copies"));
     storageRow->addWidget(storePathlab, 1);
     storageRow->addWidget(changeLocationButton);
     layout->addLayout(storageRow);
@@ -58,6 +63,7 @@ PreferencesWindow::PreferencesWindow(QWidget* parent) : QDialog(parent) {
     showFontlab = new QLabel(this);
     showFontlab->setObjectName(QStringLiteral("showFontlab"));
     fontButton = new QPushButton(tr("Font..."), this);
+    fontButton->setToolTip(tr("Choose the font of the date stamp"));
     fontRow->addWidget(showFontlab, 1);
     fontRow->addWidget(fontButton);
     form->addRow(tr("Font:"), fontRow);
@@ -65,9 +71,11 @@ PreferencesWindow::PreferencesWindow(QWidget* parent) : QDialog(parent) {
     form->addRow(tr("Colour:"), colorwell);
     postionBtn = new QComboBox(this);
     postionBtn->setObjectName(QStringLiteral("postionBtn"));
+    postionBtn->setToolTip(tr("The corner of the picture the date stamp goes in"));
     form->addRow(tr("Position:"), postionBtn);
     dateFormatBtn = new QComboBox(this);
     dateFormatBtn->setObjectName(QStringLiteral("dateFormatBtn"));
+    dateFormatBtn->setToolTip(tr("How the date stamp writes the date"));
     form->addRow(tr("Date format:"), dateFormatBtn);
     layout->addLayout(form);
 
@@ -90,6 +98,8 @@ PreferencesWindow::PreferencesWindow(QWidget* parent) : QDialog(parent) {
     cancelButton = new QPushButton(tr("Cancel"), this);
     okButton = new QPushButton(tr(" OK "), this);
     okButton->setDefault(true);
+    cancelButton->setToolTip(tr("Close without keeping the changes"));
+    okButton->setToolTip(tr("Keep the changes"));
     buttons->addWidget(cancelButton);
     buttons->addWidget(okButton);
     layout->addLayout(buttons);

@@ -143,9 +143,12 @@ VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
     m_playButton = new QPushButton(tr("Play"), m_playerArea);
     m_playButton->setObjectName(QStringLiteral("playButton"));
     m_playButton->setEnabled(false);
+    m_playButton->setToolTip(tr("Play or pause the movie"));
     m_seekBar = new QSlider(Qt::Horizontal, m_playerArea);
     m_seekBar->setObjectName(QStringLiteral("seekBar"));
     m_seekBar->setEnabled(false);
+    m_seekBar->setToolTip(tr("Position in the movie"));
+    m_seekBar->setAccessibleName(tr("Position in the movie"));
     connect(m_seekBar, &QSlider::sliderMoved, this, &VideoMetaView::seekTo);
     m_playTime = new QLabel(m_playerArea);
     m_playTime->setObjectName(QStringLiteral("playTime"));
@@ -168,6 +171,7 @@ VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
     mediaImageView->setAlignment(Qt::AlignCenter);
     auto* chooseArt = new QPushButton(tr("Artwork\u2026"), page);
     chooseArt->setObjectName(QStringLiteral("chooseArtworkButton"));
+    chooseArt->setToolTip(tr("Choose a new picture for the artwork"));
     connect(chooseArt, &QPushButton::clicked, this, &VideoMetaView::chooseArtwork);
     artColumn->addWidget(mediaImageView);
     artColumn->addWidget(chooseArt);
@@ -227,6 +231,7 @@ VideoMetaView::VideoMetaView(QWidget* parent) : QWidget(parent) {
 
     auto* save = new QPushButton(tr("Save Changes"), page);
     save->setObjectName(QStringLiteral("saveVideoButton"));
+    save->setToolTip(tr("Write the edited fields into a copy of the selected videos (Ctrl+S)"));
     connect(save, &QPushButton::clicked, this, &VideoMetaView::saveRequested);
     layout->addWidget(save, 0, Qt::AlignRight);
 
@@ -251,6 +256,7 @@ QLineEdit* VideoMetaView::addField(QGridLayout* grid, int row, int column, const
     auto* edit = new QLineEdit;
     edit->setObjectName(outlet);
     label->setBuddy(edit);
+    edit->setToolTip(tr("%1: edit, then Save Changes").arg(title));
     grid->addWidget(label, row, column, Qt::AlignRight);
     grid->addWidget(edit, row, column + 1);
     m_fields.insert(outlet, edit);

@@ -6,6 +6,7 @@
 #include "audio_fixtures.h"
 #include "core/audio/id3_frames.h"
 #include "core/import/media_import.h"
+#include "library/ffmpeg_open_count.h"
 #include "media_fixtures.h"
 
 namespace {
@@ -79,6 +80,13 @@ TEST_F(AudioReaders, EachContainerFillsTheFieldsOfItsTable) {
         for (const MetadataItem& m : item->fileMetaArray) ids << m.identifier;
         EXPECT_TRUE(c.identifier.isEmpty() || ids.contains(c.identifier))
             << ids.join(u' ').toStdString();
+        // The writers' record has the same tags without opening the file as media.
+        const int opens = ffmpegOpenCount();
+        const IKImageItemPtr forWriting = MediaImporter::importFileForWriting(item->filePath);
+        EXPECT_EQ(ffmpegOpenCount(), opens);
+        EXPECT_EQ(forWriting->fileTitle + forWriting->fileAlbumArist, c.title + c.trackBox);
+        EXPECT_EQ(forWriting->fileMetaArray.size(), item->fileMetaArray.size());
+        EXPECT_TRUE(forWriting->fileReadProblem.isEmpty());
     }
 }
 

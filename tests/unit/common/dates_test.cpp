@@ -16,8 +16,9 @@ TEST(Dates, ParsesBothPatternsAsLocalTime) {
     EXPECT_EQ(a, QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)));
     EXPECT_EQ(a, b);
     EXPECT_EQ(a.timeSpec(), Qt::LocalTime);
-    for (const char* bad : {"", "2020-01-02T03:04:05Z", "2020/01/02 03:04:05",
-                            "2020:13:02 03:04:05", "2020:01:02", "garbage"}) {
+    for (const char* bad :
+         {"", "2020-01-02T03:04:05Z", "2020/01/02 03:04:05", "2020:13:02 03:04:05",
+          "2020:02:30 03:04:05", "2020:01-02 03:04:05", "2020:01:02", "garbage"}) {
         EXPECT_FALSE(dateFromText(QString::fromLatin1(bad)).isValid()) << bad;
     }
 }

@@ -149,3 +149,22 @@ TEST_F(MediaImportTest, PipesDevicesAndDanglingLinksAreNotRead) {
     importer.importMediaItemsThreader({tmp.path(), tmp.path() + "/pipe.mp4"});
     EXPECT_EQ(sink.names(), QStringList{"real.mp4"});
 }
+
+TEST_F(MediaImportTest, ReadingOnSeveralThreadsKeepsTheOrderAndTheRecords) {
+    for (const QString& path : words("a.mp4 d/1.mp4 d/e/2.mov d/3.mkv d/skip.txt b.m4v"))
+        place(path);
+    auto run = [&](int threads) {
+        RecordingSink sink;
+        MediaImporter importer(sink);
+        importer.setReadingThreads(threads);
+        importer.importMediaItemsThreader(
+            {tmp.path() + "/a.mp4", tmp.path() + "/d", tmp.path() + "/b.m4v"});
+        QStringList records;  // the full import's technical texts, the scan's none
+        for (const auto& i : sink.items)
+            records << i->filePath + ' ' + i->videoResolutionStr + ' ' + i->fileduratStr;
+        return records;
+    };
+    const QStringList one = run(1);
+    EXPECT_EQ(one.size(), 5);
+    EXPECT_EQ(run(3), one);
+}

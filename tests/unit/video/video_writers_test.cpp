@@ -189,13 +189,13 @@ TEST(VideoWriters, XmpBatchWritesUniversalTimeAndReplacesTheSource) {
     EXPECT_EQ(xmpDateText(when), "2021:03:04 05:06:07");
     EXPECT_EQ(xmpDateText(when.toLocalTime()), "2021:03:04 05:06:07");
     EXPECT_EQ(xmpDateText(QDateTime()), "");
-    const VideoWriteJob job =
-        SaveChangedVideoExifWith("/in/s.mov", "T", "", "1", "2", when, {}, kStorage);
+    const VideoWriteJob job = SaveChangedVideoExifWith("/in/s.mov", "T", "", "1", "2", when, {});
     EXPECT_EQ(identifiers(job.request.metadata),
               (QStringList{"itsk/%A9nam", "uiso/date", "uiso/loci"}));
     EXPECT_TRUE(job.replaceSource && job.fallbackCopyPath.isEmpty());
+    EXPECT_EQ(job.request.outputPath, "/in/.s.mov.new");  // beside it: the rename stays on one disk
     const VideoWriteJob undated =
-        SaveChangedVideoExifWith("/in/s.mov", "", "", "", "", QDateTime(), {}, kStorage);
+        SaveChangedVideoExifWith("/in/s.mov", "", "", "", "", QDateTime(), {});
     EXPECT_TRUE(undated.request.metadata.isEmpty());
 }
 
@@ -322,6 +322,6 @@ TEST_F(VideoWriteJobTest, ReplacingWriterMovesTheOutputOverTheSourceOnlyOnSucces
                                                     : ExportStatus::Failed;
     });
     EXPECT_EQ(readFile(source), "new bytes");
-    EXPECT_FALSE(QFile::exists(out));
+    EXPECT_FALSE(QFile::exists(out) || isOutputOfOurs(source));  // the user's file again
     EXPECT_TRUE(desktop->revealed().isEmpty());
 }
