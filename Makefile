@@ -31,7 +31,7 @@ test: build fuzz-smoke
 fuzz-smoke: deps
 	cmake --preset fuzz -DTAGSMITH_WERROR=$(WERROR) >/dev/null
 	cmake --build build/fuzz -j $(JOBS) --target fuzz_bmff_reader fuzz_movie_rewriter fuzz_caf_reader fuzz_id3_reader \
-	  fuzz_photo_properties fuzz_exif_segment
+	  fuzz_photo_properties fuzz_exif_segment fuzz_heif_rewriter
 	cd build/fuzz && ctest -j $(JOBS) --output-on-failure -R '^fuzz_'
 
 test-long: build

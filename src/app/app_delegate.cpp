@@ -165,6 +165,7 @@ void AppDelegate::awakeFromNib() {
     setupBatchActions();
     setupKeyboard();
     m_window->restoreWindowState(m_settings);
+    setupUpdateController();
 
     // Camera buttons wait for an open camera.
     for (ToolbarButton* b : {deletePhotoBtn, downloadPhotoBtn, viewExifBtn, removeExifBtn})

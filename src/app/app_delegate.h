@@ -42,6 +42,7 @@ class PhotoPanel;
 class BusyIndicator;
 class CameraWorker;
 class ColorWell;
+class PRUpdateController;
 class ImportThread;
 class MainWindow;
 class MediaTableModel;
@@ -213,6 +214,9 @@ public:
     void RemoveGPSDataFromPhoto(QObject* sender);
     void DeleteExifAndGPSData(QObject* sender);
     void DeleteAllPhotoMetadataData(QObject* sender);
+    // Stamps the selected local photos with their dates (the preferences'
+    // font, colour, corner and layout), then opens the storage folder.
+    void AddDateOnPhotoAction(QObject* sender);
     // --- cameras and phones (app_delegate_camera.cpp) ---
     // The device work runs on the camera thread; the answers arrive here.
     void deviceBrowserDidChangeCameras(const QList<CameraPort>& cameras);
@@ -290,6 +294,9 @@ public:
     void ClickAbout(QObject* sender);
     void CLICkProductGuide(QObject* sender);
     void CLICkSupport(QObject* sender);
+    // Help > Check for Updates.
+    void CheckforUpdateAction(QObject* sender);
+    PRUpdateController* updateController = nullptr;
     void startProgreess();
     void endProgress();
 
@@ -415,6 +422,7 @@ private:
     // The record is listed under the filter of the list (Find).
     bool listedUnderFilter(const IKImageItem& item) const;
     void setupXmpSheet();
+    void setupUpdateController();
     using Batch = std::shared_ptr<OutputBatch>;
     void runVideoJobLater(std::function<VideoWriteJob()> build, const Batch& batch);
     void runVideoTool(const char* name,

@@ -53,6 +53,12 @@ void AppDelegate::setupBatchActions() {
                     [this] { WriteXMPMetadataToPhotosAction(nullptr); })
         ->setToolTip(tr("Writes the title, position and date of XMP sidecars into the videos "
                         "beside them, replacing the videos"));
+    QAction* stamp =
+        menu->addAction(tr("Add Date to Photos"), this, [this] { AddDateOnPhotoAction(nullptr); });
+    stamp->setObjectName(QStringLiteral("addDateOnPhotoAction"));
+    stamp->setToolTip(
+        tr("Write copies of the selected photos with the date they were taken "
+           "drawn in (font, colour, corner and layout from the preferences)"));
     using Tool = VideoWriteResult (*)(const IKImageItem&, const StorageContext&, OutputBatch&);
     const std::pair<const char*, Tool> copies[] = {
         {QT_TR_NOOP("Copy Recorded Date to File Dates"), ::ClickCopyExifDateToCreateDateAction},

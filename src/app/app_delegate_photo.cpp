@@ -17,6 +17,7 @@
 #include "core/common/logging.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/exif_segment_reader.h"
+#include "core/photo/photo_picture.h"
 #include "core/photo/photo_removal.h"
 #include "core/photo/photo_writers.h"
 #include "ui/audio/audio_panel.h"
@@ -306,6 +307,9 @@ void AppDelegate::ShowPhotoViewWithItem(const IKImageItemPtr& item) {
     photoContentView->showPhoto(photoPanelTextsFor(*item, currentExifDictionary), state,
                                 propTree(currentExifDictionary),
                                 bMapPreview ? currentCoords : nullptr);
+    // A camera item not yet downloaded shows the thumbnail the camera gave.
+    const QImage picture = loadPhotoPicture(path, PhotoPanel::kPreviewSide);
+    photoContentView->setPicture(picture.isNull() ? item->fileImage : picture);
     // What the panel shows now is what an apply compares against.
     for (const auto& [mine, theirs] : kRemembered) this->*mine = state.*theirs;
     basicInfoChange = cameraInfoChange = gpsInfoChange = false;

@@ -177,6 +177,11 @@ void AppDelegate::setupMenus() {
     help->addAction(tr("User Guide"), QKeySequence(Qt::Key_F1), this,
                     [this] { CLICkProductGuide(nullptr); });
     help->addAction(tr("Support"), this, [this] { CLICkSupport(nullptr); });
+    help->addSeparator();
+    QAction* update = help->addAction(tr("Check for Updates..."), this,
+                                      [this] { CheckforUpdateAction(nullptr); });
+    update->setObjectName(QStringLiteral("checkUpdateAction"));
+    update->setToolTip(tr("Ask the maker's server whether a newer version is published"));
 }
 
 void AppDelegate::setupAboutWindow() {

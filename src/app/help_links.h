@@ -16,3 +16,4 @@ inline constexpr const char* kLocalGuidePage = "tagsmith/guide/index.html";
 // program's own folder (an install under any prefix, and the build tree) and
 // then in the XDG data folders. Empty when there is neither.
 QUrl productGuideUrl(const QString& webAddress);
+inline constexpr const char* kDownloadUrl = "https://tagsmith.example/download";

@@ -24,6 +24,8 @@ const char* const kUsage =
     "                          Write copies of photos with a new position.\n"
     "  photo-date --date DATE FILE...\n"
     "                          Write copies of photos with new Exif and TIFF dates.\n"
+    "  stamp [--font F --size N --color #RRGGBB --position P --layout L] FILE...\n"
+    "                          Write JPEG copies of photos with their date drawn in.\n"
     "  title-to-name FILE...   Copy each video under its recorded title.\n"
     "  name-to-title FILE...   Write copies whose title is the file name.\n"
     "  created-to-recorded FILE...\n"
@@ -57,6 +59,8 @@ const char* const kUsage =
     "                          Make movies 1/F times longer (slow motion).\n"
     "  frames --every 0.2|1|5|10|30 FILE...\n"
     "                          Write pictures of videos at a regular interval.\n"
+    "  check-update [--url URL]\n"
+    "                          Say whether a newer version is published.\n"
     "  camera [--port PORT] list | download [ITEM...] | delete [--yes] ITEM...\n"
     "                          List, download or delete a camera's photos and movies.\n"
     "\n"
@@ -93,6 +97,8 @@ int runCommand(const QStringList& args) {
     if (command == QLatin1String("tree")) return runTree(rest);
     if (command == QLatin1String("gps")) return runGps(rest);
     if (command == QLatin1String("photo-date")) return runPhotoDate(rest);
+    if (command == QLatin1String("stamp")) return runStamp(rest);
+    if (command == QLatin1String("check-update")) return runCheckUpdate(rest);
     if (command == QLatin1String("camera")) return runCamera(rest);
     if (const int code = runVideoTool(command, rest); code >= 0) return code;
     if (const int code = runBatchTool(command, rest); code >= 0) return code;

@@ -14,6 +14,9 @@ int runStrip(const QStringList& args);
 int runTree(const QStringList& args);
 int runGps(const QStringList& args);
 int runPhotoDate(const QStringList& args);
+int runStamp(const QStringList& args);
+// The update check.
+int runCheckUpdate(const QStringList& args);
 // Lists, downloads or deletes the photos and movies of a camera.
 int runCamera(const QStringList& args);
 // The video title and date tools; -1 when `command` is none of them.

@@ -1,18 +1,39 @@
 // tagsmith-cli: the program's core for scripting.
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QStringList>
+
+#include <memory>
 
 #include "cli/commands.h"
 #include "core/common/desktop_integration.h"
 #include "core/video/video_file_ops.h"
+
+namespace {
+
+// Drawing text (the date stamp) needs Qt's GUI side; a command line shows no
+// window, so that command gets the offscreen platform.
+std::unique_ptr<QCoreApplication> applicationFor(int& argc, char** argv) {
+    int command = 1;
+    if (command < argc &&
+        (qstrcmp(argv[command], "--verbose") == 0 || qstrcmp(argv[command], "-v") == 0))
+        ++command;
+    if (command < argc && qstrcmp(argv[command], "stamp") == 0) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        return std::make_unique<QGuiApplication>(argc, argv);
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     // Without TZ, the C library checks /etc/localtime again (a stat) in every
     // local-time conversion, and a command converts several dates per file.
     // Naming that same file keeps the zone and spares the checks.
     if (!qEnvironmentVariableIsSet("TZ")) qputenv("TZ", ":/etc/localtime");
-    QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = applicationFor(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Brimlark"));
     QCoreApplication::setApplicationName(QStringLiteral("tagsmith"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TAGSMITH_VERSION));

@@ -213,29 +213,6 @@ PhotoWriteResult stripPhotoFile(const QCommandLineParser& parser, const IKImageI
     return removePhotoMetadata(item, removalOf(parser), PhotoMode::Local, storage, batch);
 }
 
-namespace {
-
-// Runs a photo command over its files: photos through `write`, every other
-// file reported and skipped.
-template <typename Write>
-int writePhotos(const QCommandLineParser& parser, Write write) {
-    const StorageContext storage{resolveStorage(parser), false, QString()};
-    OutputBatch batch;
-    FileReport report;
-    for (const QString& path : parser.positionalArguments()) {
-        if (!checkRegularFile(path, report)) continue;
-        if (!isPhotoPath(path)) {
-            report.skipped(QStringLiteral("this command takes photos only"));
-            continue;
-        }
-        const IKImageItemPtr item = photoRecordForWriting(QFileInfo(path).absoluteFilePath());
-        report.result(write(*item, storage, batch));
-    }
-    return report.exitCode();
-}
-
-}  // namespace
-
 int runGps(const QStringList& args) {
     QCommandLineParser parser;
     parser.setApplicationDescription(

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QString>
+
+#include "cli/cli_common.h"
 
 #include "core/photo/photo_writers.h"
 
@@ -38,3 +41,22 @@ QString inapplicablePhotoStripFlags(const QCommandLineParser& parser, const QStr
 // `strip` for one photo: the removal action its flags name.
 PhotoWriteResult stripPhotoFile(const QCommandLineParser& parser, const IKImageItem& item,
                                 const StorageContext& storage, OutputBatch& batch);
+
+// Runs a photo command over its files: photos through `write`, every other
+// file reported and skipped.
+template <typename Write>
+int writePhotos(const QCommandLineParser& parser, Write write) {
+    const StorageContext storage{resolveStorage(parser), false, QString()};
+    OutputBatch batch;
+    FileReport report;
+    for (const QString& path : parser.positionalArguments()) {
+        if (!checkRegularFile(path, report)) continue;
+        if (!isPhotoPath(path)) {
+            report.skipped(QStringLiteral("this command takes photos only"));
+            continue;
+        }
+        const IKImageItemPtr item = photoRecordForWriting(QFileInfo(path).absoluteFilePath());
+        report.result(write(*item, storage, batch));
+    }
+    return report.exitCode();
+}

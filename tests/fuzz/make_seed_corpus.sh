@@ -75,6 +75,14 @@ ffmpeg -v error -y $tone -i "$out/.pic.png" -map 0 -map 1 -c:v copy -disposition
   -metadata title=T "$out/vorbis.flac"
 ffmpeg -v error -y $tone -write_id3v2 1 -id3v2_version 3 -metadata title=T "$out/id3.aiff"
 ffmpeg -v error -y $tone -c:a pcm_s16le -metadata title=T -metadata artist=A "$out/info.caf"
+# HEIF photos: a HEIC with a thumbnail and an Exif item, an AVIF.
+if command -v heif-enc >/dev/null; then
+  ffmpeg -v error -y -f lavfi -i testsrc=size=32x24 -frames:v 1 "$out/.heif.png"
+  heif-enc -q 50 -t 16 -o "$out/thumb.heic" "$out/.heif.png" >/dev/null
+  exiftool -q -overwrite_original -Make=Make -GPSLatitude=1 "$out/thumb.heic" || true
+  heif-enc -A -q 50 -o "$out/plain.avif" "$out/.heif.png" >/dev/null
+  rm -f "$out/.heif.png"
+fi
 rm -f "$out/.pic.png"
 # Photos: JPEG, PNG, TIFF and WebP with Exif, GPS and XMP (IPTC where the
 # type holds it).

@@ -3,9 +3,12 @@
 WebP files made by ffmpeg and tagged by exiftool, the copies read back by
 exiftool with their decoded pictures unchanged; tree, info and hostile files."""
 
+import functools
+import http.server
 import json
 import os
 import tempfile
+import threading
 import unittest
 
 from support import CLI, SourceKeepingTest, ffmpeg, read_bytes, run, sha, write_bytes
@@ -177,6 +180,48 @@ class CliPhotoTest(SourceKeepingTest):
             self.assertEqual(os.listdir(self.out), [])
         wrong = self.cli("set", "--album", "X", "--make", "M", self.files["jpg"])
         self.assertEqual(wrong.stdout.strip(), "skipped: --album does not apply to photo files")
+
+
+    def test_stamp_writes_upright_jpeg_copies_with_the_photos_metadata(self):
+        out = self.written(self.cli("stamp", "--color", "#ffcc00", "--position", "Upper right corner",
+                                    self.files["jpg"], self.files["png"]), 2)
+        self.assertEqual([os.path.basename(p) for p in out], ["pic_date.jpg", "pic_date.png"])
+        for path, source in zip(out, (self.files["jpg"], self.files["png"])):
+            t = tags(path)
+            self.assertEqual([t.get(k) for k in ("File:FileType", "IFD0:Orientation", "File:ImageWidth",
+                                                 "File:ImageHeight", "IFD0:Artist", "GPS:GPSLatitude")],
+                             ["JPEG", 1, 48, 64, "Old", 10], path)
+            # No digitized date: the copy is dated like the photo's creation
+            # (its birth time where the file system keeps one).
+            born = int(run("stat", "-c", "%W", source).stdout) or int(os.stat(source).st_mtime)
+            self.assertEqual(int(os.stat(path).st_mtime), born)
+        for bad in (("--position", "middle"), ("--layout", "YY"), ("--color", "nope"), ("--size", "0")):
+            self.assertEqual(self.cli("stamp", *bad, self.files["jpg"]).returncode, 2, bad)
+
+    def test_check_update_against_a_loopback_server(self):
+        docs = os.path.join(self.out, "product")
+        os.makedirs(docs)
+        handler = functools.partial(http.server.SimpleHTTPRequestHandler, directory=self.out)
+        handler.log_message = lambda *a: None
+        server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
+        threading.Thread(target=server.serve_forever, daemon=True).start()
+        url = "http://127.0.0.1:%d/product/tagsmithVersion.plist" % server.server_port
+        own = run(CLI, "--version").stdout.split()[-1]
+        for latest, expected in (("99.0", ["Brimlark Photo Stampel 99.0 is available.",
+                                            "You are using %s version. Would you like to download it now?" % own,
+                                            "", "Fixed crash", "Faster import"]),
+                                 (own, ["No update is available: you are using the latest version (%s)." % own])):
+            with open(os.path.join(docs, "tagsmithVersion.plist"), "w") as f:
+                f.write('<?xml version="1.0"?><plist version="1.0"><dict><key>lastestVersion</key>'
+                        '<string>%s</string><key>WhatsNew</key><string>*Fixed crash*Faster import</string>'
+                        '</dict></plist>' % latest)
+            result = run(CLI, "check-update", "--url", url, check=False)
+            self.assertEqual((result.returncode, result.stdout.splitlines()), (0, expected))
+        server.shutdown()
+        server.server_close()
+        failed = run(CLI, "check-update", "--url", url, check=False)
+        self.assertEqual((failed.returncode, failed.stdout.strip()),
+                         (1, "failed: the version document could not be fetched"))
 
 
 if __name__ == "__main__":

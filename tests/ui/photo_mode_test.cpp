@@ -1,6 +1,7 @@
 // Photo mode in the real window: photos added by a folder drop, the panel
 // and outline of the selected photo, an edit applied into the storage
 // folder, the GPS window's save and the sheets that refuse incomplete input.
+#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -58,6 +59,9 @@ private Q_SLOTS:
         select(m_located);
         QCOMPARE(m_panel->infoLabel("photoNamelab")->text(), "located.jpg");
         QCOMPARE(m_panel->infoLabel("photoImageSizelab")->text(), "64 x 48");
+        const auto* preview = m_panel->findChild<QLabel*>("photoPreview");
+        QVERIFY(preview && preview->isVisible());
+        QCOMPARE(preview->pixmap().size(), QSize(64, 48));
         QCOMPARE(m_panel->field("artistlab")->text(), "Before");
         QCOMPARE(m_panel->field("gpsLatilab")->text().toDouble(), -33.5);
         QCOMPARE(s.app->oldArtistStr, "Before");
@@ -85,6 +89,16 @@ private Q_SLOTS:
         QCOMPARE(tags["GPS:GPSLatitudeRef"].toString(), "S");
         QCOMPARE(readFile(m_located), source);
         QVERIFY(!s.app->hasUnsavedEdits());
+    }
+
+    // The stamp takes the local selection; the storage folder opens after it.
+    void theDateStampWritesADatedCopy() {
+        select(m_bare);
+        s.app->mainWindow()->findChild<QAction*>("addDateOnPhotoAction")->trigger();
+        QCOMPARE(written("bare_date.jpg", {"-n"})["IFD0:Make"].toString(), "Maker");
+        const auto& desktop =
+            static_cast<RecordingDesktopIntegration&>(DesktopIntegration::instance());
+        QVERIFY(desktop.opened().contains(QUrl::fromLocalFile(s.dir.filePath("out"))));
     }
 
     void theGpsWindowWritesThePosition() {

@@ -12,6 +12,8 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QTimer>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
 
 #include "app/help_links.h"
 #include "control_names.h"
@@ -25,6 +27,7 @@
 #include "ui/shell/busy_indicator.h"
 #include "ui/shell/preferences_window.h"
 #include "ui/shell/toolbar_button.h"
+#include "ui/shell/update_controller.h"
 #include "ui/video/video_meta_view.h"
 #include "ui_session.h"
 
@@ -315,6 +318,36 @@ private Q_SLOTS:
         browser->selectItem(browser->photoModel()->content().first());
         QTRY_VERIFY(app.shownPhoto());
         shoot(window, "photos.png");
+    void updateWindowsShowWhatTheDocumentSays() {
+        const auto document = [](const char* version) {
+            return QUrl(QStringLiteral("data:application/xml,<plist><dict><key>lastestVersion</"
+                                       "key><string>%1</string><key>WhatsNew</key><string>"
+                                       "*Fixed crash*Faster import</string></dict></plist>")
+                            .arg(QLatin1String(version)));
+        };
+        const QUrl download(QStringLiteral("https://tagsmith.example/download"));
+        const auto run = [](PRUpdateController& c, bool asked) {
+            QSignalSpy done(&c, &PRUpdateController::checkFinished);
+            c.currentVersion = QStringLiteral("2.0");
+            asked ? c.CheckforUpdateAction() : c.checkServerVersion();
+            QVERIFY(done.wait());
+        };
+        PRUpdateController newer(document("2.0.1"), download, nullptr);
+        run(newer, false);
+        QVERIFY(newer.updateWindow->isVisible());
+        QCOMPARE(newer.newversionlab->text(), "Brimlark Photo Stampel 2.0.1 is available.");
+        QCOMPARE(newer.whatsnewContentView->document()->blockCount(), 3);
+        newer.downloadButton->click();
+        QCOMPARE(m_desktop->opened(), QList<QUrl>{download});
+        // The same version: the window saying so only when the user asked.
+        PRUpdateController same(document("2.0"), download, nullptr);
+        run(same, false);
+        QVERIFY(!same.noUpdateWindow->isVisible() && !same.updateWindow->isVisible());
+        run(same, true);
+        QVERIFY(same.noUpdateWindow->isVisible());
+        PRUpdateController broken(QUrl(QStringLiteral("data:,not a list")), download, nullptr);
+        run(broken, true);
+        QVERIFY(!broken.noUpdateWindow->isVisible() && !broken.updateWindow->isVisible());
     }
 
 private:

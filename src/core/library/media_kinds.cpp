@@ -8,6 +8,7 @@ namespace {
 // Each table ends with an empty entry, as the lookups walk to it.
 const char* const kRawList[] = {"DNG", "CR2", "MOS", "3FR", "RW2", "RAW", "MRW", "RAF", "ORF", ""};
 
+// AVIF, newer than the rest, comes last so every other entry keeps its index.
 const char* const kImageList[] = {
     "HEIC", "HEIF", "3DM",     "3DMF", "3DS", "3FR",  "ABM", "AFX",  "AI",           "ANI",  "ART",
     "ARW",  "BLD",  "BLEND",   "BMP",  "BOO", "BR5",  "CDR", "CDR",  "CDT",          "CGM",  "CIFF",
@@ -21,7 +22,8 @@ const char* const kImageList[] = {
     "PSD",  "PSP",  "PSPIMGE", "PTX",  "PXN", "QXD",  "RAF", "RAS",  "RAW",          "RELS", "RGB",
     "RLE",  "RTD",  "RW2",     "SCT",  "SHP", "SKF",  "SKP", "SR2",  "SRF",          "STP",  "SVG",
     "SVGZ", "TEX",  "TGA",     "THM",  "TIF", "TIFF", "VWX", "WB1",  "WBC",          "WBD",  "WBMP",
-    "WBZ",  "WEBP", "WMF",     "WP",   "WPG", "X3F",  "XBM", "XCF",  "XPM",          "XPS",  ""};
+    "WBZ",  "WEBP", "WMF",     "WP",   "WPG", "X3F",  "XBM", "XCF",  "XPM",          "XPS",  "AVIF",
+    ""};
 
 const char* const kVideoList[] = {
     "HEVC", "3G2",   "3GP",   "ANM",      "ASF",    "ASX",    "AVI", "AVS", "CLK", "CPI",

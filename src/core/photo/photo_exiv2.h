@@ -12,6 +12,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QSize>
 #include <QString>
 #include <QVariant>
 
@@ -25,6 +26,30 @@ void ensureInitialised();
 
 // Our name of an Exiv2 image type ("jpeg", "png", "tiff", "webp", "heif", ...).
 QString typeName(int imageType);
+
+// A HEIC or AVIF among Exiv2's base-media types (not a CR3): our item
+// rewriter writes these.
+inline bool isHeifMime(const std::string& mime) {
+    return mime == "image/heif" || mime == "image/heic" || mime == "image/avif";
+}
+bool isHeif(const Exiv2::Image& image);
+
+// After readMetadata(): a HEIC's or AVIF's Exif and XMP as our item reader
+// finds them, in place of Exiv2's own reading (photo_heif.cpp). Answers the
+// primary picture's size as libheif shows it (Exiv2 answers the first size
+// it meets, often a tile's); invalid for other types.
+QSize readHeifMetadata(Exiv2::Image& image);
+
+// What a HEIC's or AVIF's metadata held before an edit, to find what it changed.
+struct HeifBefore {
+    std::string exif, xmp;
+    bool removeXmp = false;  // even a packet Exiv2 could not decode
+};
+HeifBefore heifBefore(const Exiv2::Image& image, bool removeXmp);
+// After the edit: the file `source` with the changed Exif and XMP items, from
+// our item rewriter. False with a reason in the user's words when it refuses.
+bool writeHeifItems(Exiv2::Image& image, const QByteArray& source, const HeifBefore& before,
+                    QByteArray& written, QString* reason);
 
 // The dictionary's name of an IPTC dataset and back; "" when it has none.
 QString iptcDictionaryName(const std::string& exiv2Name);

@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 
-#include "core/common/copy_publish.h"
 #include "core/common/logging.h"
 #include "core/library/media_kinds.h"
 
@@ -45,10 +44,14 @@ PhotoWriteResult runPhotoJob(const PhotoJob& job, const StorageContext& storage,
             << "camera raw written as TIFF data ==" << job.sourcePath << "==" << outcome.reason;
         return writeRawFallback(job.sourcePath, temporaryPath, job.edit);
     };
-    const PublishedCopy copy = publishCopy({job.sourcePath, job.outputPath, job.dates, job.reveal},
-                                           storage.storagelocation, batch, fill);
+    return photoResultOf(publishCopy({job.sourcePath, job.outputPath, job.dates, job.reveal},
+                                     storage.storagelocation, batch, fill),
+                         job.sourcePath);
+}
+
+PhotoWriteResult photoResultOf(const PublishedCopy& copy, const QString& sourcePath) {
     PhotoWriteResult result;
-    result.sourcePath = job.sourcePath;
+    result.sourcePath = sourcePath;
     result.reason = copy.reason;
     result.note = copy.note;
     if (copy.ok()) {

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "core/common/copy_publish.h"
 #include "core/common/file_dates.h"
 #include "core/photo/photo_writers.h"
 
@@ -23,6 +24,9 @@ struct PhotoJob {
 
 PhotoWriteResult runPhotoJob(const PhotoJob& job, const StorageContext& storage,
                              OutputBatch& batch);
+
+// A published copy as the photo commands answer it.
+PhotoWriteResult photoResultOf(const PublishedCopy& copy, const QString& sourcePath);
 
 // The source of a command for one photo: the item's own file in local mode,
 // its downloaded copy in the storage folder in camera mode.

@@ -106,9 +106,18 @@ struct PhotoWriteOutcome {
 // file is kept: a TIFF of more pages than Exiv2 keeps (four) is refused
 // (Failed) rather than written short. Where the type cannot hold a group (IPTC in WebP), its title
 // and keywords go to their XMP equivalents (dc:title, dc:subject).
-// HEIC and AVIF are refused with CannotWriteType and a reason.
+// HEIC and AVIF are written by our item rewriter (heif_rewriter.h); what it
+// cannot keep safely is refused (Failed) with a reason.
 PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& target,
                                  const PropertyEdit& edit);
 // The same from a source's bytes in memory.
 PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& target,
                                   const PropertyEdit& edit);
+
+// A newly encoded picture (JPEG or TIFF bytes) with the metadata of the photo
+// it was made from that still means the same for it: the Exif sub-directory
+// (the maker note left out) with the new pixel dimensions, GPS, the
+// descriptive TIFF tags, IPTC and XMP (without the old picture's orientation
+// and size). The orientation is the caller's to set. `encoded` unchanged
+// (logged) when the source's metadata cannot be read.
+QByteArray withSourceMetadata(const QByteArray& encoded, const QString& sourcePath);

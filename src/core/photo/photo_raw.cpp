@@ -11,7 +11,6 @@
 #include <memory>
 
 #include "core/common/logging.h"
-#include "core/photo/photo_exiv2.h"
 #include "core/photo/photo_job.h"
 
 namespace {
@@ -49,31 +48,6 @@ QImage decodeRaw(const QString& path) {
     return image;
 }
 
-// The source's metadata that means the same in a new file: the Exif
-// sub-directory, GPS, descriptive TIFF tags, IPTC and XMP.
-QByteArray withSourceMetadata(const QByteArray& tiff, const QString& sourcePath) {
-    Exiv2::Image::AutoPtr source =
-        Exiv2::ImageFactory::open(QFile::encodeName(sourcePath).toStdString());
-    source->readMetadata();
-    Exiv2::Image::AutoPtr target = Exiv2::ImageFactory::open(
-        reinterpret_cast<const Exiv2::byte*>(tiff.constData()), long(tiff.size()));
-    target->readMetadata();
-    for (const Exiv2::Exifdatum& datum : source->exifData()) {
-        const std::string group = datum.groupName();
-        if (group == "Photo" || group == "GPSInfo" ||
-            (group == "Image" && photo_exiv2::isDescriptiveTiffTag(datum.tagName())))
-            if (datum.tagName() != "MakerNote") target->exifData().add(datum);
-    }
-    target->setIptcData(source->iptcData());
-    target->setXmpData(source->xmpData());
-    target->writeMetadata();
-    Exiv2::BasicIo& io = target->io();
-    io.open();
-    Exiv2::DataBuf data = io.read(io.size());
-    io.close();
-    return QByteArray(reinterpret_cast<const char*>(data.pData_), data.size_);
-}
-
 }  // namespace
 
 QString writeRawFallback(const QString& sourcePath, const QString& target,
@@ -90,13 +64,7 @@ QString writeRawFallback(const QString& sourcePath, const QString& target,
     buffer.open(QIODevice::WriteOnly);
     if (!QImageWriter(&buffer, "tiff").write(picture))
         return tr("The picture could not be written as TIFF data.");
-    photo_exiv2::ensureInitialised();
-    try {
-        tiff = withSourceMetadata(tiff, sourcePath);
-    } catch (const std::exception& error) {
-        qCInfo(lcTagsmith).noquote()
-            << "raw metadata not carried over ==" << sourcePath << "==" << error.what();
-    }
+    tiff = withSourceMetadata(tiff, sourcePath);
     PropertyEdit withOrientation = edit;
     withOrientation.values[QString()].insert(QStringLiteral("Orientation"), 4);
     const PhotoWriteOutcome outcome = writePhotoBytes(tiff, target, withOrientation);

@@ -294,13 +294,19 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
         if (type == 20 || type == 21 || type == 22 || type == 24)
             throw Exiv2::Error(Exiv2::kerFileContainsUnknownImageType);
         image->readMetadata();
+        const QSize heifSize = readHeifMetadata(*image);
         source.type = typeName(image->imageType());
         source.imageCount = 1;
         const Exiv2::AccessMode mode =
             Exiv2::ImageFactory::checkMode(image->imageType(), Exiv2::mdExif);
-        source.writable = image->imageType() != Exiv2::ImageType::bmff &&
-                          (mode == Exiv2::amReadWrite || mode == Exiv2::amWrite);
+        source.writable =
+            isHeif(*image) || (image->imageType() != Exiv2::ImageType::bmff &&
+                               (mode == Exiv2::amReadWrite || mode == Exiv2::amWrite));
         addTopLevel(source.properties, *image);
+        if (heifSize.isValid() && !heifSize.isEmpty()) {
+            source.properties.insert(QStringLiteral("PixelWidth"), qlonglong(heifSize.width()));
+            source.properties.insert(QStringLiteral("PixelHeight"), qlonglong(heifSize.height()));
+        }
         addExif(source.properties, image->exifData());
         addIptc(source.properties, image->iptcData(), image->xmpData());
     } catch (const Exiv2::AnyError& error) {

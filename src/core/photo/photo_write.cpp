@@ -1,7 +1,7 @@
 // Writing a dictionary edit into a copy of a photo through Exiv2: the
 // source's bytes are opened in memory, the metadata changed and written
 // there, and the result saved to the target. The picture data are copied
-// by Exiv2 as they are.
+// by Exiv2 as they are; HEIC and AVIF through our own item rewriter.
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDate>
@@ -131,6 +131,12 @@ void eraseXmpIf(Exiv2::XmpData& xmp, const std::function<bool(const std::string&
         it = test(it->key()) ? xmp.erase(it) : std::next(it);
 }
 
+// WebP, HEIC and AVIF hold no IPTC: its XMP equivalents stand for it.
+bool holdsIptc(const Exiv2::Image& image) {
+    return image.imageType() != Exiv2::ImageType::webp &&
+           image.imageType() != Exiv2::ImageType::bmff;
+}
+
 void removeGroup(Exiv2::Image& image, const QString& group) {
     Exiv2::ExifData& exif = image.exifData();
     if (group == PhotoGroup::Exif) {
@@ -147,6 +153,9 @@ void removeGroup(Exiv2::Image& image, const QString& group) {
         });
     } else if (group == PhotoGroup::IPTC) {
         image.iptcData().clear();
+        if (!holdsIptc(image))
+            for (const XmpEquivalent& e : xmpEquivalents())
+                eraseXmpIf(image.xmpData(), [&](const std::string& k) { return k == e.xmp; });
     } else if (group == PhotoGroup::EightBIM) {
         setExif(exif, "Exif.Image.ImageResources", {});
     } else if (group == PhotoGroup::PNG) {
@@ -215,7 +224,7 @@ void applyEdit(Exiv2::Image& image, const PropertyEdit& edit) {
         eraseXmpIf(image.xmpData(),
                    [](const std::string& k) { return k.rfind("Xmp.exif.GPS", 0) == 0; });
     }
-    const bool iptcAllowed = image.imageType() != Exiv2::ImageType::webp;
+    const bool iptcAllowed = holdsIptc(image);
     Exiv2::ExifData& exif = image.exifData();
     for (auto group = edit.values.cbegin(); group != edit.values.cend(); ++group) {
         for (auto it = group.value().cbegin(); it != group.value().cend(); ++it) {
@@ -268,16 +277,25 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         Exiv2::Image::AutoPtr image = Exiv2::ImageFactory::open(
             reinterpret_cast<const Exiv2::byte*>(source.constData()), long(source.size()));
         image->readMetadata();
+        readHeifMetadata(*image);
         const int type = image->imageType();
-        if (type == Exiv2::ImageType::bmff)
-            return {PhotoWriteStatus::CannotWriteType,
-                    tr("HEIC and AVIF photos cannot be written yet.")};
         const Exiv2::AccessMode mode = Exiv2::ImageFactory::checkMode(type, Exiv2::mdExif);
-        if (mode != Exiv2::amReadWrite && mode != Exiv2::amWrite)
+        const bool heif = isHeif(*image);
+        if (!heif && mode != Exiv2::amReadWrite && mode != Exiv2::amWrite)
             return {PhotoWriteStatus::CannotWriteType, tr("This kind of photo cannot be written.")};
+        const HeifBefore before = heif ? heifBefore(*image, edit.removeXmp) : HeifBefore();
         applyEdit(*image, edit);
-        image->writeMetadata();
-        written = contentsOf(image->io());
+        if (heif) {
+            QString reason;
+            if (!writeHeifItems(*image, source, before, written, &reason)) {
+                qCInfo(lcTagsmith).noquote()
+                    << "HEIF photo not written ==" << target << "==" << reason;
+                return {PhotoWriteStatus::Failed, reason};
+            }
+        } else {
+            image->writeMetadata();
+            written = contentsOf(image->io());
+        }
         if (type == Exiv2::ImageType::tiff && pageCount(written) != pageCount(source)) {
             qCWarning(lcTagsmith) << "TIFF pages lost in writing, not written ==" << target;
             return {PhotoWriteStatus::Failed,
@@ -316,4 +334,41 @@ PhotoWriteOutcome writePhotoCopy(const QString& sourcePath, const QString& targe
     const QByteArray bytes = in.readAll();
     if (bytes.isEmpty()) return {PhotoWriteStatus::Failed, tr("The photo is empty.")};
     return writePhotoBytes(bytes, target, edit);
+}
+
+QByteArray withSourceMetadata(const QByteArray& encoded, const QString& sourcePath) {
+    ensureInitialised();
+    try {
+        Exiv2::Image::AutoPtr source =
+            Exiv2::ImageFactory::open(QFile::encodeName(sourcePath).toStdString());
+        source->readMetadata();
+        Exiv2::Image::AutoPtr target = Exiv2::ImageFactory::open(
+            reinterpret_cast<const Exiv2::byte*>(encoded.constData()), long(encoded.size()));
+        target->readMetadata();
+        for (const Exiv2::Exifdatum& datum : source->exifData()) {
+            const std::string group = datum.groupName();
+            if (group == "Photo" || group == "GPSInfo" ||
+                (group == "Image" && isDescriptiveTiffTag(datum.tagName())))
+                if (datum.tagName() != "MakerNote") target->exifData().add(datum);
+        }
+        target->setIptcData(source->iptcData());
+        target->setXmpData(source->xmpData());
+        // What described the old picture's layout does not hold for the new one.
+        eraseXmpIf(target->xmpData(), [](const std::string& k) {
+            return k == "Xmp.tiff.Orientation" || k == "Xmp.tiff.ImageWidth" ||
+                   k == "Xmp.tiff.ImageLength" || k == "Xmp.exif.PixelXDimension" ||
+                   k == "Xmp.exif.PixelYDimension";
+        });
+        Exiv2::ExifData& exif = target->exifData();
+        if (exif.findKey(Exiv2::ExifKey("Exif.Photo.PixelXDimension")) != exif.end()) {
+            exif["Exif.Photo.PixelXDimension"] = uint32_t(target->pixelWidth());
+            exif["Exif.Photo.PixelYDimension"] = uint32_t(target->pixelHeight());
+        }
+        target->writeMetadata();
+        return contentsOf(target->io());
+    } catch (const std::exception& error) {
+        qCInfo(lcTagsmith).noquote()
+            << "metadata not carried over ==" << sourcePath << "==" << error.what();
+    }
+    return encoded;
 }

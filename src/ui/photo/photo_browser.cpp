@@ -2,28 +2,13 @@
 
 #include <QDragEnterEvent>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QMimeData>
 #include <QPainter>
 
+#include "core/photo/photo_picture.h"
 #include "ui/library/pr_drag_table_view.h"
 
 namespace {
-// Decodes at most a thumbnail's worth of pixels: JPEG readers scale while
-// decoding, so a large photo costs a fraction of its full decode.
-QImage decodeThumbnail(const QString& path, int side) {
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    const QSize full = reader.size();
-    if (full.isValid() && (full.width() > side || full.height() > side))
-        reader.setScaledSize(full.scaled(side, side, Qt::KeepAspectRatio));
-    QImage picture = reader.read();
-    if (picture.isNull()) return {};
-    if (picture.width() > side || picture.height() > side)
-        picture = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    return picture;
-}
-
 QPixmap placeholderTile(int side) {
     QPixmap tile(side, side);
     tile.fill(QColor(0x2c, 0x2e, 0x32));
@@ -100,7 +85,7 @@ void PhotoBrowserModel::startThumbnail(const QString& path) const {
     m_pending.insert(path);
     auto* self = const_cast<PhotoBrowserModel*>(this);
     m_pool.start([self, path] {
-        const QImage picture = decodeThumbnail(path, kThumbnailSide);
+        const QImage picture = loadPhotoPicture(path, kThumbnailSide);
         QMetaObject::invokeMethod(
             self, [self, path, picture] { self->thumbnailReady(path, picture); },
             Qt::QueuedConnection);

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStandardItemModel>
@@ -106,6 +107,11 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
     name->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_info.insert(QStringLiteral("photoNamelab"), name);
     layout->addWidget(name);
+
+    m_preview = new QLabel(page);
+    m_preview->setObjectName(QStringLiteral("photoPreview"));
+    m_preview->setAlignment(Qt::AlignCenter);
+    layout->addWidget(m_preview);
 
     auto* info = new QGridLayout;
     info->setHorizontalSpacing(10);
@@ -215,6 +221,16 @@ void PhotoPanel::showPhoto(const PhotoPanelTexts& texts, const PhotoEditorState&
 
 void PhotoPanel::clear() {
     showPhoto({}, {}, {}, nullptr);
+    setPicture({});
+}
+
+void PhotoPanel::setPicture(const QImage& picture) {
+    const QImage shown = picture.width() > kPreviewSide || picture.height() > kPreviewSide
+                             ? picture.scaled(kPreviewSide, kPreviewSide, Qt::KeepAspectRatio,
+                                              Qt::SmoothTransformation)
+                             : picture;
+    m_preview->setPixmap(QPixmap::fromImage(shown));
+    m_preview->setVisible(!shown.isNull());
 }
 
 PhotoEditorState PhotoPanel::editorState() const {

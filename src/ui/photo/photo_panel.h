@@ -23,12 +23,17 @@ class PhotoPanel : public QWidget {
 public:
     explicit PhotoPanel(QWidget* parent = nullptr);
 
+    // The longer side of the preview picture, in pixels.
+    static constexpr int kPreviewSide = 360;
+
     // Fills the read-only lines, the fields and the outline. The map is
     // shown at `position` when there is one and hidden otherwise.
     void showPhoto(const PhotoPanelTexts& texts, const PhotoEditorState& state,
                    const QList<PropertyTreeRow>& tree, const double* position);
     // Back to the bare labels (nothing shown, or an unreadable photo).
     void clear();
+    // The preview of the shown photo; none for a null picture.
+    void setPicture(const QImage& picture);
 
     // The panel's texts as the user sees them (old values and flags empty).
     PhotoEditorState editorState() const;
@@ -56,4 +61,5 @@ private:
     QStandardItemModel* m_treeModel = nullptr;
     MapView* m_map = nullptr;
     QLabel* m_noPosition = nullptr;
+    QLabel* m_preview = nullptr;
 };

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImage>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -103,4 +104,13 @@ QByteArray noisePicture(const char* format, int side) {
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, format);
     return data;
+}
+
+void ensureGuiApplication() {
+    if (QCoreApplication::instance()) return;
+    static int argc = 1;
+    static char name[] = "unit_tests";
+    static char* argv[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    new QGuiApplication(argc, argv);
 }

@@ -36,3 +36,7 @@ bool writeFile(const QString& path, const QByteArray& data);
 // A picture of random pixels in `format` ("PNG", "TIFF"): it does not
 // compress, so a movie box grows by about its size.
 QByteArray noisePicture(const char* format, int side);
+
+// The application object that text drawing and event loops need, made once
+// (offscreen) for the process when none exists.
+void ensureGuiApplication();
