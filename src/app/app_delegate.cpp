@@ -71,6 +71,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
 }
 
 AppDelegate::~AppDelegate() {
+    stopCameraThread();
     stopImports();
     cancelVideoTools();
     waitForVideoJobs();
@@ -160,6 +161,7 @@ void AppDelegate::awakeFromNib() {
     setupVideoToolActions();
     setupAudioActions();
     setupPhotoActions();
+    setupCameraActions();
     setupBatchActions();
     setupKeyboard();
     m_window->restoreWindowState(m_settings);
@@ -204,4 +206,6 @@ void AppDelegate::applicationDidFinishLaunching() {
     dateFormatBtn->setCurrentIndex(dateFormatBtn->findText(launch.dateFormatTitle));
 
     qCInfo(lcTagsmith) << "storagelocation ==" << storagelocation;
+    // The device browser: connected cameras are polled from now on.
+    pollCameras();
 }

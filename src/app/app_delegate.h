@@ -9,12 +9,15 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <QHash>
+#include <QThread>
 #include <QThreadPool>
 
 #include <array>
 #include <functional>
 #include <memory>
 
+#include "core/camera/camera_device.h"
 #include "core/library/ik_image_item.h"
 #include "core/library/media_sort.h"
 
@@ -37,6 +40,7 @@ class PhotoDateWindow;
 class PhotoMapWindow;
 class PhotoPanel;
 class BusyIndicator;
+class CameraWorker;
 class ColorWell;
 class PRUpdateController;
 class ImportThread;
@@ -79,6 +83,7 @@ struct VideoToolJob;
 //   app_delegate_window.cpp   paths of the command line and of later launches,
 //                             the window's state between runs, the keyboard
 //   app_delegate_xmp.cpp      the XMP sheet: sidecars applied to videos
+//   app_delegate_camera.cpp   cameras and phones: hot-plug, listing, download, delete
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
@@ -212,6 +217,25 @@ public:
     // Stamps the selected local photos with their dates (the preferences'
     // font, colour, corner and layout), then opens the storage folder.
     void AddDateOnPhotoAction(QObject* sender);
+    // --- cameras and phones (app_delegate_camera.cpp) ---
+    // The device work runs on the camera thread; the answers arrive here.
+    void deviceBrowserDidChangeCameras(const QList<CameraPort>& cameras);
+    void deviceBrowser_didAddDevice(const CameraPort& device);
+    void deviceBrowser_didRemoveDevice(const CameraPort& device);
+    void device_didOpenSessionWithError(const CameraPort& device, const QString& error);
+    void cameraDevice_didAddItem(const CameraFileEntry& item);
+    void cameraDevice_didReceiveThumbnailForItem(const CameraFileEntry& item, const QImage& image);
+    void didDownloadFile(const CameraFileEntry& item, const QString& path, const QString& error,
+                         int purpose);
+    void OpenDeviceAction(QObject* sender);
+    void DownloadPhotoAction(QObject* sender);
+    void DownloadImportEditePhotoAction(QObject* sender);
+    void DeletePhotoAction(QObject* sender);
+    // Looks for connected cameras now rather than at the next poll (tests).
+    void pollCameras();
+    // Downloads and deletions asked for and not yet answered.
+    int cameraRequestsPending() const { return m_cameraRequests; }
+
     // --- batch tools ---
     // The rename dialog, with the new names shown before anything moves.
     void ShowRenameWindowAction(QObject* sender);
@@ -298,7 +322,13 @@ public:
     QByteArray theImageData;
     IKImageItemList cameItemArray;
     IKImageItemList localPhotoItemArray;
-    QStringList mCameras;
+    QList<CameraPort> mCameras;
+    CameraPort currentDevice;  // empty model when there is none
+    QLabel* deviceNamelab = nullptr;
+    QWidget* cameraWindow = nullptr;
+    QAction* changtoiOSmodemenu = nullptr;
+    bool bDownloadandimportToEdit = false;
+    bool bNeedDisplayPhotoExifWindow = false;
     QString currentFileName;
     double currentCoords[2] = {0.0, 0.0};
     bool bMapPreview = false;
@@ -438,6 +468,14 @@ private:
     // A sheet with one " Ok " button (answered through `ask`).
     void showPhotoSheet(const QString& title, const QString& text);
     void fillGpsWindow(const PhotoEditorState& state);
+    // Cameras.
+    void setupCameraActions();
+    void stopCameraThread();
+    void updateCameraButtons();
+    void downloadSelectedCameraItems(int purpose);
+    // In camera mode, downloads the selection before the GPS window opens
+    // (`bNeedDisplayPhotoExifWindow`); true when it did.
+    bool downloadBeforeGpsWindow(bool add);
 
     QSettings& m_settings;
     MainWindow* m_window = nullptr;
@@ -466,4 +504,12 @@ private:
     bool m_quitConfirmed = false;
     QString m_listFilter;
     bool m_xmpRunning = false;
+    QThread m_cameraThread;
+    CameraWorker* m_cameraWorker = nullptr;
+    // The camera file behind each camera record, by the record's path.
+    QHash<QString, CameraFileEntry> m_cameraEntries;
+    bool m_sessionOpen = false;
+    int m_cameraRequests = 0;
+    int m_gpsDownloads = 0;
+    bool m_gpsAfterDownloadAdd = false;
 };

@@ -145,8 +145,9 @@ void AppDelegate::showListOrHint() {
             m_window->showLeftPage(count > 0 ? Page::Photos : Page::PhotoHint);
             break;
         case ViewMode::CameraPhotos:
+            // The camera window while a camera is connected, even an empty one.
             count = int(cameItemArray.size());
-            m_window->showLeftPage(count > 0 ? Page::CameraPhotos : Page::CameraHint);
+            m_window->showLeftPage(mCameras.isEmpty() ? Page::CameraHint : Page::CameraPhotos);
             break;
     }
     m_window->setItemCount(count);

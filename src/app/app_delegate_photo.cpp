@@ -138,9 +138,11 @@ void AppDelegate::ChangeToImportComputerPhoto(QObject*) {
 }
 
 void AppDelegate::ChangeToImportiOSDevicePhoto(QObject*) {
-    // The camera's photos; devices are connected to `cameItemArray` by the
-    // camera import, until then the camera hint stands in.
+    // The camera's photos; without a camera the camera hint stands in. A
+    // camera not opened yet is opened at once.
     applyViewMode(ViewMode::CameraPhotos);
+    if (m_viewMode == ViewMode::CameraPhotos && !m_sessionOpen && !currentDevice.model.isEmpty())
+        OpenDeviceAction(nullptr);
 }
 
 bool AppDelegate::mayLeaveShownPhoto() {
@@ -173,6 +175,8 @@ void AppDelegate::applyViewMode(ViewMode mode) {
         m_window->setToolbarButtonVisible(b, !photos);
     for (ToolbarButton* b : {editApplyBtn, editMetaDataLocalBtn, changePhotoDateBtn})
         m_window->setToolbarButtonVisible(b, photos);
+    for (ToolbarButton* b : {opendeviceBtn, downloadPhotoBtn, importEditPhotoBtn, deletePhotoBtn})
+        m_window->setToolbarButtonVisible(b, mode == ViewMode::CameraPhotos);
     addMediaBtn->setEnabled(mode != ViewMode::CameraPhotos);
     for (QAction* action : removeExifMenu->actions())
         action->setVisible(m_photoRemovalActions.contains(action) == photos);
@@ -221,6 +225,7 @@ PhotoMode AppDelegate::photoSourceMode() const {
 QString AppDelegate::photoSourcePath(const IKImageItem& item) const {
     // A camera item is read from its downloaded copy in the storage folder.
     if (blocalMode) return item.filePath;
+    if (item.bhasCopy && QFileInfo::exists(item.hasCopy)) return item.hasCopy;
     const QString copy = storagelocation + QLatin1Char('/') + item.fileName;
     return QFileInfo::exists(copy) ? copy : item.filePath;
 }

@@ -68,6 +68,7 @@ void AppDelegate::ClickDateChangedSaveAction(QObject*) {
 
 void AppDelegate::EditeGPSExifDataPhoto(QObject*) {
     if (selectedPhotoItems().isEmpty()) return showNothingSelected();
+    if (downloadBeforeGpsWindow(false)) return;
     // An unreadable photo opens the window without a position.
     if (!currentExifDictionary.isEmpty() && !currentExifDictionary.contains(PhotoGroup::GPS))
         return showPhotoSheet(tr("No GPS Data"),
@@ -80,6 +81,7 @@ void AppDelegate::EditeGPSExifDataPhoto(QObject*) {
 
 void AppDelegate::AddGPSExifDataPhoto(QObject*) {
     if (selectedPhotoItems().isEmpty()) return showNothingSelected();
+    if (downloadBeforeGpsWindow(true)) return;
     PhotoEditorState state = photoEditorStateFor(currentExifDictionary);
     if (!currentExifDictionary.contains(PhotoGroup::GPS)) {
         state.dateStamplab = QString::fromLatin1(kNoGpsDate);

@@ -177,8 +177,8 @@ void AppDelegate::setupMenus() {
                     [this] { ShowMediaListAction(nullptr); });
     view->addAction(tr("Photos"), QKeySequence(Qt::CTRL | Qt::Key_2), this,
                     [this] { ChangeToImportComputerPhoto(nullptr); });
-    view->addAction(tr("Camera"), QKeySequence(Qt::CTRL | Qt::Key_3), this,
-                    [this] { ChangeToImportiOSDevicePhoto(nullptr); });
+    changtoiOSmodemenu = view->addAction(tr("Camera"), QKeySequence(Qt::CTRL | Qt::Key_3), this,
+                                         [this] { ChangeToImportiOSDevicePhoto(nullptr); });
     view->addSeparator();
     QAction* activity = m_window->activityDock()->toggleViewAction();
     activity->setText(tr("Activity"));
@@ -231,10 +231,12 @@ void AppDelegate::popUpMenu(QMenu* menu, QWidget* button) {
 void AppDelegate::MybuttonMouseDownHandle(QObject* sender) {
     if (!sender) return;
     // Compared by identity, in this order; the first match acts.
-    if (sender == opendeviceBtn) return dispatched("OpenDeviceAction");
-    if (sender == deletePhotoBtn) return dispatched("DeletePhotoAction");
-    if (sender == downloadPhotoBtn) return dispatched("DownloadPhotoAction");
-    if (sender == importEditPhotoBtn) return dispatched("DownloadImportEditePhotoAction");
+    if (sender == opendeviceBtn) return OpenDeviceAction(sender), dispatched("OpenDeviceAction");
+    if (sender == deletePhotoBtn) return DeletePhotoAction(sender), dispatched("DeletePhotoAction");
+    if (sender == downloadPhotoBtn)
+        return DownloadPhotoAction(sender), dispatched("DownloadPhotoAction");
+    if (sender == importEditPhotoBtn)
+        return DownloadImportEditePhotoAction(sender), dispatched("DownloadImportEditePhotoAction");
     if (sender == viewExifBtn)
         return popUpMenu(editExifMenu, viewExifBtn), dispatched("editExifMenu");
     if (sender == removeExifBtn)

@@ -61,6 +61,8 @@ const char* const kUsage =
     "                          Write pictures of videos at a regular interval.\n"
     "  check-update [--url URL]\n"
     "                          Say whether a newer version is published.\n"
+    "  camera [--port PORT] list | download [ITEM...] | delete [--yes] ITEM...\n"
+    "                          List, download or delete a camera's photos and movies.\n"
     "\n"
     "New files go into the storage folder (the app's preference, or --storage DIR);\n"
     "the files given are only read. A file there is replaced only when tagsmith\n"
@@ -97,6 +99,7 @@ int runCommand(const QStringList& args) {
     if (command == QLatin1String("photo-date")) return runPhotoDate(rest);
     if (command == QLatin1String("stamp")) return runStamp(rest);
     if (command == QLatin1String("check-update")) return runCheckUpdate(rest);
+    if (command == QLatin1String("camera")) return runCamera(rest);
     if (const int code = runVideoTool(command, rest); code >= 0) return code;
     if (const int code = runBatchTool(command, rest); code >= 0) return code;
     if (const int code = runMediaTool(command, rest); code >= 0) return code;

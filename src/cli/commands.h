@@ -17,6 +17,8 @@ int runPhotoDate(const QStringList& args);
 int runStamp(const QStringList& args);
 // The update check.
 int runCheckUpdate(const QStringList& args);
+// Lists, downloads or deletes the photos and movies of a camera.
+int runCamera(const QStringList& args);
 // The video title and date tools; -1 when `command` is none of them.
 int runVideoTool(const QString& command, const QStringList& args);
 // The batch tools (rename, set-date, shift-date, copy-date, export,

@@ -8,6 +8,7 @@
 #include <QStandardItemModel>
 
 #include "core/common/desktop_integration.h"
+#include "core/common/output_files.h"
 #include "support/exiftool.h"
 #include "support/media_fixtures.h"
 #include "ui/controls/map_view.h"
@@ -166,6 +167,59 @@ private Q_SLOTS:
         QCOMPARE(m_browser->selectedItems().constFirst()->filePath, m_located);
         s.answerWith(" Discard ");
         select(m_bare);
+    }
+
+    // A folder served as a camera: plugged in, listed without the sound
+    // recording, the GPS window opened on a downloaded copy, a download for
+    // editing, a delete after its question, and unplugged.
+    void aCameraFromPlugToUnplug() {
+        QDir card(s.dir.filePath("card"));
+        QVERIFY(card.mkpath("DCIM"));
+        QVERIFY(QFile::copy(m_located, card.filePath("DCIM/IMG_0001.JPG")));
+        QVERIFY(QFile::copy(m_bare, card.filePath("DCIM/IMG_0002.JPG")));
+        QVERIFY(writeFile(card.filePath("DCIM/REC.WAV"), "RIFF"));
+        qputenv("TAGSMITH_CAMERA_PORT", "disk:" + card.path().toUtf8());
+        AppDelegate& app = *s.app;
+        app.pollCameras();
+        QTRY_COMPARE(app.mCameras.size(), 1);
+        app.ChangeToImportiOSDevicePhoto(nullptr);
+        QTRY_COMPARE(app.cameItemArray.size(), 2);
+        QCOMPARE(app.deviceNamelab->text(), card.path());
+        QCOMPARE(app.mainWindow()->leftPage(), MainWindow::LeftPage::CameraPhotos);
+        const auto camera = [&](const QString& name) {
+            for (const IKImageItemPtr& item : app.cameItemArray)
+                if (item->fileName == name) return item;
+            return IKImageItemPtr();
+        };
+        app.imageBrowserView->selectItem(camera("IMG_0001.JPG"));
+        app.EditeGPSExifDataPhoto(nullptr);
+        QTRY_VERIFY(app.changeGPSWindow->isVisible());
+        QCOMPARE(app.changeGPSWindow->latitudelab->text(), "-33.5");
+        app.ClickCancleSaveGPSAction(nullptr);
+
+        const qsizetype listed = app.localPhotoItemArray.size();
+        app.DownloadImportEditePhotoAction(nullptr);
+        QTRY_COMPARE(app.localPhotoItemArray.size(), listed + 1);
+        QCOMPARE(app.localPhotoItemArray.last()->filePath, s.dir.filePath("out/IMG_0001.JPG"));
+        QVERIFY(isOutputOfOurs(app.localPhotoItemArray.last()->filePath));
+
+        app.ChangeToImportiOSDevicePhoto(nullptr);
+        app.imageBrowserView->selectItem(camera("IMG_0002.JPG"));
+        s.answerWith("Cancel");
+        app.DeletePhotoAction(nullptr);
+        QCOMPARE(s.asked, QStringList{"Are you sure you want to delete the selected photo ?"});
+        QCOMPARE(app.cameItemArray.size(), 2);
+        s.answerWith(" Delete ");
+        app.DeletePhotoAction(nullptr);
+        QCOMPARE(app.cameItemArray.size(), 1);
+        QTRY_VERIFY(!QFileInfo::exists(card.filePath("DCIM/IMG_0002.JPG")));
+
+        QVERIFY(card.removeRecursively());
+        app.pollCameras();
+        QTRY_VERIFY(app.cameItemArray.isEmpty());
+        QCOMPARE(app.mainWindow()->leftPage(), MainWindow::LeftPage::CameraHint);
+        qunsetenv("TAGSMITH_CAMERA_PORT");
+        s.answerWith(" Ok ");
     }
 
 private:

@@ -23,8 +23,11 @@ void setPhotoCopyWriter(PhotoCopyWriter writer) {
 }
 
 QString photoSourcePath(const IKImageItem& item, PhotoMode mode, const StorageContext& storage) {
-    return mode == PhotoMode::Local ? item.filePath
-                                    : storage.storagelocation + QLatin1Char('/') + item.fileName;
+    if (mode == PhotoMode::Local) return item.filePath;
+    // A camera item is read from its downloaded copy, which may have had to
+    // take a free name.
+    if (item.bhasCopy && !item.hasCopy.isEmpty()) return item.hasCopy;
+    return storage.storagelocation + QLatin1Char('/') + item.fileName;
 }
 
 PhotoWriteResult runPhotoJob(const PhotoJob& job, const StorageContext& storage,

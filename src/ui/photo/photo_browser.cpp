@@ -45,6 +45,11 @@ IKImageItemPtr PhotoBrowserModel::itemAt(int row) const {
     return m_content.at(row);
 }
 
+void PhotoBrowserModel::refreshItem(const IKImageItemPtr& item) {
+    const int row = rowOf(item);
+    if (row >= 0) Q_EMIT dataChanged(index(row), index(row), {Qt::DecorationRole});
+}
+
 int PhotoBrowserModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : int(m_content.size());
 }

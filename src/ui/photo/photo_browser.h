@@ -28,6 +28,8 @@ public:
     void setContent(const IKImageItemList& items);
     const IKImageItemList& content() const { return m_content; }
     IKImageItemPtr itemAt(int row) const;
+    // Redraws the cell of a record whose picture changed (a camera thumbnail).
+    void refreshItem(const IKImageItemPtr& item);
     int rowOf(const IKImageItemPtr& item) const { return int(m_content.indexOf(item)); }
 
     int rowCount(const QModelIndex& parent = {}) const override;

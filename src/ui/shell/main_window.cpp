@@ -144,13 +144,26 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
         tr("The photos of the list: Enter edits the selected photo, Delete "
            "takes photos off the list (the files stay)"));
     m_photos->setAccessibleName(tr("Photos"));
-    m_cameraPhotos = new PhotoBrowserView(QStringLiteral("imageBrowserView"), m_left);
-    m_cameraPhotos->setToolTip(tr("The photos of the connected camera"));
-    m_cameraPhotos->setAccessibleName(tr("Camera photos"));
+    // The camera window: the connected camera's name over its photos and movies.
+    m_cameraWindow = new QWidget(m_left);
+    m_cameraWindow->setObjectName(QStringLiteral("cameraWindow"));
+    m_cameraWindow->setAccessibleName(tr("Camera"));
+    auto* cameraLayout = new QVBoxLayout(m_cameraWindow);
+    cameraLayout->setContentsMargins(0, 0, 0, 0);
+    m_deviceName = new QLabel(m_cameraWindow);
+    m_deviceName->setObjectName(QStringLiteral("deviceNamelab"));
+    m_deviceName->setAccessibleName(tr("Camera name"));
+    m_deviceName->setToolTip(tr("The camera or phone whose photos and movies are shown"));
+    m_deviceName->setContentsMargins(8, 4, 8, 4);
+    m_cameraPhotos = new PhotoBrowserView(QStringLiteral("imageBrowserView"), m_cameraWindow);
+    m_cameraPhotos->setAccessibleName(tr("Camera photos and movies"));
+    m_cameraPhotos->setToolTip(tr("Select photos and movies to download or delete"));
+    cameraLayout->addWidget(m_deviceName);
+    cameraLayout->addWidget(m_cameraPhotos, 1);
     // The order of the pages is LeftPage's.
     for (QWidget* page : {static_cast<QWidget*>(m_hint), static_cast<QWidget*>(m_table),
                           static_cast<QWidget*>(m_photoHint), static_cast<QWidget*>(m_photos),
-                          m_cameraHint, static_cast<QWidget*>(m_cameraPhotos)})
+                          m_cameraHint, m_cameraWindow})
         m_left->addWidget(page);
 
     auto* content = new QWidget(splitter);

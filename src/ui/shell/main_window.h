@@ -68,6 +68,8 @@ public:
     PhotoPanel* photoPanel() const { return m_photo; }
     PhotoBrowserView* localImageBrowserView() const { return m_photos; }
     PhotoBrowserView* imageBrowserView() const { return m_cameraPhotos; }
+    QWidget* cameraWindow() const { return m_cameraWindow; }
+    QLabel* deviceNameLabel() const { return m_deviceName; }
     DropHintView* photoHintView() const { return m_photoHint; }
     BusyIndicator* busyIndicator() const { return m_busy; }
     ActivityView* activityView() const { return m_activity; }
@@ -100,6 +102,8 @@ private:
     DropHintView* m_photoHint = nullptr;
     PhotoBrowserView* m_photos = nullptr;
     PhotoBrowserView* m_cameraPhotos = nullptr;
+    QWidget* m_cameraWindow = nullptr;
+    QLabel* m_deviceName = nullptr;
     PhotoPanel* m_photo = nullptr;
     VideoMetaView* m_video = nullptr;
     AudioPanel* m_audio = nullptr;
