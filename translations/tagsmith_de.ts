@@ -862,6 +862,62 @@
         <source>Choose a xmp folder to open.</source>
         <translation>Wählen Sie einen XMP-Ordner zum Öffnen.</translation>
     </message>
+    <message>
+        <source>Add Date to Photos</source>
+        <translation>Datum in Fotos einfügen</translation>
+    </message>
+    <message>
+        <source>Write copies of the selected photos with the date they were taken drawn in (font, colour, corner and layout from the preferences)</source>
+        <translation>Kopien der ausgewählten Fotos mit eingezeichnetem Aufnahmedatum schreiben (Schrift, Farbe, Ecke und Layout aus den Einstellungen)</translation>
+    </message>
+    <message>
+        <source>%1 was not deleted from the camera: %2</source>
+        <translation>%1 wurde nicht von der Kamera gelöscht: %2</translation>
+    </message>
+    <message>
+        <source>Show the photos and movies of the connected camera</source>
+        <translation>Die Fotos und Filme der angeschlossenen Kamera anzeigen</translation>
+    </message>
+    <message>
+        <source>Download the selected items into the storage folder</source>
+        <translation>Die ausgewählten Objekte in den Speicherordner laden</translation>
+    </message>
+    <message>
+        <source>Download the selected items and add them to the list</source>
+        <translation>Die ausgewählten Objekte herunterladen und der Liste hinzufügen</translation>
+    </message>
+    <message>
+        <source>Delete the selected items from the camera</source>
+        <translation>Die ausgewählten Objekte von der Kamera löschen</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>%1 konnte nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 was not downloaded: %2</source>
+        <translation>%1 wurde nicht heruntergeladen: %2</translation>
+    </message>
+    <message>
+        <source>Downloaded %1</source>
+        <translation>%1 heruntergeladen</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete the selected photo ?</source>
+        <translation>Möchten Sie das ausgewählte Foto wirklich löschen ?</translation>
+    </message>
+    <message>
+        <source> Delete </source>
+        <translation> Löschen </translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <translation>Nach Aktualisierungen suchen …</translation>
+    </message>
+    <message>
+        <source>Ask the maker&apos;s server whether a newer version is published</source>
+        <translation>Beim Server des Herstellers nachfragen, ob eine neuere Version erschienen ist</translation>
+    </message>
 </context>
 <context>
     <name>AudioPanel</name>
@@ -1221,16 +1277,28 @@ oder mit „Hinzufügen“ auswählen</translation>
         <translation>Fotos</translation>
     </message>
     <message>
-        <source>The photos of the connected camera</source>
-        <translation>Die Fotos der angeschlossenen Kamera</translation>
-    </message>
-    <message>
-        <source>Camera photos</source>
-        <translation>Kamerafotos</translation>
-    </message>
-    <message>
         <source>Show the written file in the file manager</source>
         <translation>Die geschriebene Datei in der Dateiverwaltung zeigen</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Camera name</source>
+        <translation>Kameraname</translation>
+    </message>
+    <message>
+        <source>The camera or phone whose photos and movies are shown</source>
+        <translation>Die Kamera oder das Telefon, dessen Fotos und Filme angezeigt werden</translation>
+    </message>
+    <message>
+        <source>Camera photos and movies</source>
+        <translation>Fotos und Filme der Kamera</translation>
+    </message>
+    <message>
+        <source>Select photos and movies to download or delete</source>
+        <translation>Fotos und Filme zum Herunterladen oder Löschen auswählen</translation>
     </message>
 </context>
 <context>
@@ -1315,6 +1383,73 @@ oder mit „Hinzufügen“ auswählen</translation>
     <message>
         <source>All Tags</source>
         <translation>Alle Tags</translation>
+    </message>
+</context>
+<context>
+    <name>PRUpdateController</name>
+    <message>
+        <source>Brimlark Photo Stampel %1 is available.</source>
+        <translation>Brimlark Photo Stampel %1 ist verfügbar.</translation>
+    </message>
+    <message>
+        <source>You are using %1 version. Would you like to download it now?</source>
+        <translation>Sie verwenden Version %1. Möchten Sie die neue Version jetzt herunterladen?</translation>
+    </message>
+    <message>
+        <source>Software Update</source>
+        <translation>Softwareaktualisierung</translation>
+    </message>
+    <message>
+        <source>Software update</source>
+        <translation>Softwareaktualisierung</translation>
+    </message>
+    <message>
+        <source>New version</source>
+        <translation>Neue Version</translation>
+    </message>
+    <message>
+        <source>Version in use</source>
+        <translation>Verwendete Version</translation>
+    </message>
+    <message>
+        <source>What is new in this version</source>
+        <translation>Neuerungen dieser Version</translation>
+    </message>
+    <message>
+        <source>Release notes</source>
+        <translation>Versionshinweise</translation>
+    </message>
+    <message>
+        <source>Tagsmith</source>
+        <translation>Tagsmith</translation>
+    </message>
+    <message>
+        <source> Not Now </source>
+        <translation> Nicht jetzt </translation>
+    </message>
+    <message>
+        <source>Close this window</source>
+        <translation>Dieses Fenster schließen</translation>
+    </message>
+    <message>
+        <source> Download </source>
+        <translation> Herunterladen </translation>
+    </message>
+    <message>
+        <source>Open the download page in the browser</source>
+        <translation>Die Download-Seite im Browser öffnen</translation>
+    </message>
+    <message>
+        <source>No update</source>
+        <translation>Keine Aktualisierung</translation>
+    </message>
+    <message>
+        <source>You are using the latest version of Tagsmith.</source>
+        <translation>Sie verwenden die neueste Version von Tagsmith.</translation>
+    </message>
+    <message>
+        <source> Ok </source>
+        <translation> OK </translation>
     </message>
 </context>
 <context>
@@ -1528,10 +1663,6 @@ oder mit „Hinzufügen“ auswählen</translation>
         <translation>Das Bild konnte nicht als TIFF geschrieben werden.</translation>
     </message>
     <message>
-        <source>HEIC and AVIF photos cannot be written yet.</source>
-        <translation>HEIC- und AVIF-Fotos können noch nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>This kind of photo cannot be written.</source>
         <translation>Diese Art von Foto kann nicht geschrieben werden.</translation>
     </message>
@@ -1558,6 +1689,66 @@ oder mit „Hinzufügen“ auswählen</translation>
     <message>
         <source>The photo is empty.</source>
         <translation>Das Foto ist leer.</translation>
+    </message>
+    <message>
+        <source>The photo&apos;s item list is damaged, so it was not written.</source>
+        <translation>Die Objektliste des Fotos ist beschädigt, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>The photo lists its items in a form this program cannot write, so it was not written.</source>
+        <translation>Das Foto führt seine Objekte in einer Form, die dieses Programm nicht schreiben kann, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>The photo stores its items in a way this program does not know, so it was not written.</source>
+        <translation>Das Foto speichert seine Objekte auf eine Weise, die dieses Programm nicht kennt, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>The photo keeps some of its data in a way this program cannot move, so it was not written.</source>
+        <translation>Das Foto hält einen Teil seiner Daten so, dass dieses Programm sie nicht verschieben kann, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>The photo is cut short: some of its data is missing, so it was not written.</source>
+        <translation>Das Foto ist abgeschnitten: Ein Teil seiner Daten fehlt, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>The photo names no main picture, so it was not written.</source>
+        <translation>Das Foto nennt kein Hauptbild, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>This kind of HEIF file (a sequence, or several sets of items) cannot be written.</source>
+        <translation>Diese Art HEIF-Datei (eine Bildfolge oder mehrere Objektgruppen) kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The file is not a HEIF photo this program can write.</source>
+        <translation>Die Datei ist kein HEIF-Foto, das dieses Programm schreiben kann.</translation>
+    </message>
+    <message>
+        <source>The photo holds several sets of the same metadata, so it was not written.</source>
+        <translation>Das Foto enthält dieselben Metadaten mehrfach, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>The photo has too many items to add one.</source>
+        <translation>Das Foto hat zu viele Objekte, um eines hinzuzufügen.</translation>
+    </message>
+    <message>
+        <source>The photo&apos;s Exif could not be kept whole, so it was not written.</source>
+        <translation>Die Exif-Daten des Fotos konnten nicht vollständig erhalten werden, daher wurde es nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>The stamped picture could not be read back.</source>
+        <translation>Das gestempelte Bild konnte nicht wieder gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The stamped picture could not be encoded as JPEG.</source>
+        <translation>Das gestempelte Bild konnte nicht als JPEG kodiert werden.</translation>
+    </message>
+    <message>
+        <source>The photo&apos;s picture cannot be decoded.</source>
+        <translation>Das Bild des Fotos kann nicht dekodiert werden.</translation>
+    </message>
+    <message>
+        <source>The stamped picture could not be written.</source>
+        <translation>Das gestempelte Bild konnte nicht geschrieben werden.</translation>
     </message>
 </context>
 <context>
