@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tagsmith-rewrite-bench [--type mov|m4v|m4a|mp4] [--title TEXT] SOURCE OUTPUT
 //
 // Rewrites SOURCE into OUTPUT with its existing metadata, the title replaced

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controller's audio subject: the audio panel with its remembered values
 // and group flags, saving audio files and removing their metadata.
 #include "app/app_delegate.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The batch tools in the window: the rename dialog with its preview and
 // "Undo Rename", the batch date dialog and the property-list menu entries.
 #include <QCheckBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controller's cameras and phones: the camera thread that polls for
 // connected devices, the session on the current one, its photos and movies
 // in `imageBrowserView`, and the download, download-for-editing and delete

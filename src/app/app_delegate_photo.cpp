@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controller's photo subject: the three views of the list (videos and
 // audio, the list's photos, the camera's photos), adding photos, the photo
 // panel with its remembered values and group flags, the apply and the five

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The windows of photo mode: the date window, the GPS window with its
 // preview map, and the map window of the shown photo.
 #include <QLineEdit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controller's view of what the user sees: the highlighted rows and the
 // records behind them, the panel showing one of them, its unsaved edits, and
 // the questions asked before edits or running work would be lost.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The date stamp of the selected photos and the update check.
 #include <QComboBox>
 #include <QSettings>

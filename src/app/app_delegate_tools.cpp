@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The jobs of the Video Tools menu: conversion, compression, sound
 // extraction and removal, GIF, speed change, slow motion and frames. Each
 // menu item starts a batch over the highlighted rows on a worker pool; the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controller's video subject: the video panel with its remembered
 // values, the save command, metadata removal and the title and date tools.
 #include <QAction>

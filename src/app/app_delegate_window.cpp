@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controller's window subject: paths from the command line or a later
 // launch, raising the window, its state between runs, and the keyboard
 // (Find, Select All, Enter on a list).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The XMP sheet: the user picks a folder, and the sidecars in it are applied
 // to the videos beside them on a worker thread, behind the sheet with its
 // progress indicator. The sheet closes when the batch ends, whatever became

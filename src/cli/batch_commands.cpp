@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Batch commands of tagsmith-cli: rename, the batch date change, the date
 // copying tools and the XMP sidecars, over the same core calls as the
 // window's dialogs.

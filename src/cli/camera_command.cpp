@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tagsmith-cli camera: the camera browser's list, download and delete on the
 // command line, over libgphoto2 (a folder through its directory driver).
 #include <QCommandLineParser>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tagsmith-cli: the program's core for scripting.
 #include <QCoreApplication>
 #include <QGuiApplication>

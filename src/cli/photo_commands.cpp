@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photo commands of tagsmith-cli: the photo side of `set` and `strip`, and
 // `gps` and `photo-date`, over the same core calls as photo mode (local mode).
 #include "cli/photo_commands.h"

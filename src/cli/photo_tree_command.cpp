@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // `tagsmith-cli tree`: a photo's property dictionary, as photo mode's
 // outline shows it or as JSON.
 #include <QFileInfo>

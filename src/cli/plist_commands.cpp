@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // export and import of tagsmith-cli: the property lists of the metadata
 // export, import and template tools.
 #include <QCommandLineParser>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // `stamp` and `check-update`: the date stamp and the update check of the
 // window, from the command line.
 #include <QColor>

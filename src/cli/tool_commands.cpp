@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The video tools of tagsmith-cli: conversion, compression, sound
 // extraction and removal, GIF, speed change, slow motion and frames, over
 // the same batch jobs as the window's Video Tools menu.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Video commands of tagsmith-cli: the editor's save, metadata removal and
 // the title and date tools, over the same writers as the app. `set` and
 // `strip` hand audio files and photos to their own writers.

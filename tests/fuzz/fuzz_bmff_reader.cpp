@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for the movie metadata reader: any bytes, read as a whole
 // file, must give a list of items without a crash, a sanitizer report or a
 // hang. The date and location rules then run on every text value found, as

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for our CAF code: any bytes, read as a CAF file, give a
 // chunk list and info items without a crash, a sanitizer report or a hang;
 // the items then fill a record as the import does. Where a copy with a new

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for the JPEG Exif segment reader, the diagnostic walk
 // over hex text: any bytes, written to a file on a memory file system, are
 // scanned without a crash, a sanitizer report or a hang, and the scan stays

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for the HEIF item reader and rewriter: any bytes, taken as
 // a HEIC or AVIF, are given a new Exif and XMP item. A rewritten file must
 // parse again with the same primary image, hold the new Exif item and keep

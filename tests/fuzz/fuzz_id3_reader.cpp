@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for the ID3 frame lister and the TagLib read adapter:
 // any bytes, read as an ID3v2 tag, as a whole audio file (leading and
 // trailing tags, WAV and AIFF ID3 chunks) and through TagLib as WAV and FLAC,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for the movie rewriter: any bytes, taken as a source
 // movie, are rewritten with a new title by the real writer (its file copy,
 // sync and rename included) into a folder on a memory file system. A

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for the photo property reader (Exiv2 behind our adapter):
 // any bytes give a dictionary or a problem without a crash, a sanitizer
 // report, an escaped exception or a hang. A dictionary read then fills the

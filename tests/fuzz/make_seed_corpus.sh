@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Makes a small seed corpus for the fuzz targets: tiny MP4, M4V, MOV and 3GP
 # files carrying every kind of metadata the movie reader knows and the
 # layouts the rewriter meets (movie box before or after the media, audio

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """tagsmith-cli set and strip on audio files: each kind through its writer,
 outputs read back by exiftool, sources untouched."""
 

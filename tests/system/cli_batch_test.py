@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The batch commands end to end in New York time: set-date and shift-date over
 video, MP3, FLAC, M4A and photo files read back by exiftool and ffprobe with
 every other tag unchanged; export and import round trips of each property list

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """`camera` over a generated folder served as a camera by libgphoto2's
 directory driver: list (photos and movies only), download (byte-identical,
 dated, free names), and delete with its question."""

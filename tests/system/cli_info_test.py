@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """tagsmith-cli info, end to end: files made with ffmpeg and sox, the printed
 records checked against ffprobe's view of the same files."""
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """tagsmith-cli on photos: set, gps, photo-date and strip on JPEG, PNG, TIFF and
 WebP files made by ffmpeg and tagged by exiftool, the copies read back by
 exiftool with their decoded pictures unchanged; tree, info and hostile files."""

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Edits over a folder of files made like phone, camera, QuickTime and iTunes
 files: the edited field changes in every key space that holds it, every other
 metadata item keeps its bytes, the media stays identical, and exiftool,

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The video tools through tagsmith-cli: outputs checked with ffprobe
 (container, codecs, durations), pass-through streams against the source's
 packets, rotation kept, and the failure paths."""

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """tagsmith-cli set, strip and the video tools end to end: outputs checked
 with exiftool and ffmpeg, the sources checked to be untouched."""
 

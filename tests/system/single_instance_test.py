@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """One window per session, on a private bus of dbus-run-session (skipped, 77,
 without one): a later launch hands its paths to the running window and ends;
 without a session bus a launch runs on its own."""

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """What the system tests share: running tools, making media with ffmpeg, and
 the one way they ask exiftool and ffprobe about a file, and a few box helpers
 to make files shaped like real ones."""

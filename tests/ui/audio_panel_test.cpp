@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The audio panel inside the real window: what selecting an MP3 shows and
 // remembers, which group flag an edit sets, the save into the storage folder,
 // switching between audio and video rows, and the question before unsaved

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The real main window, offscreen: a folder imported through the drop path,
 // the table's column sorts, selection and removal.
 #include <QHeaderView>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The map view: tile arithmetic, drawing without network, and tiles from a
 // tile server on loopback.
 #include <QBuffer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photo mode in the real window: photos added by a folder drop, the panel
 // and outline of the selected photo, an edit applied into the storage
 // folder, the GPS window's save and the sheets that refuse incomplete input.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Start-up, preferences, the toolbar dispatcher, help links, the busy
 // indicator and shutting down while an import runs, on the real controller.
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The video panel on its own: what it shows for a record, what it answers,
 // and how it clears.
 #include <QLabel>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The video panel inside the real window: what selecting a video shows and
 // remembers, the save, removal and tool commands writing into the storage
 // folder, the files they act on after a sort, and the questions asked before

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which metadata item or info key fills which field of an audio record.
 
 #include <QHash>

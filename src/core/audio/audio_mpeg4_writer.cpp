@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The MPEG-4 audio writers: every audio file that has no writer of its own
 // is written as an MPEG-4 audio file under its own name. An MPEG-4 source
 // goes through the movie rewriter as it is; any other is first re-packed

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The writers whose output is a CAF file: the CAF save (the source's own
 // chunks with a new info chunk) and the AIFF export (the AIFF's audio
 // re-packed into CAF without re-encoding, kept under the .aiff name). Both

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Decoding the bodies of the ID3v2 frames the program reads: texts in their
 // four encodings, comments and lyrics, pictures, user texts and links.
 

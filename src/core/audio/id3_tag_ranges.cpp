@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the tags of an audio file lie: ID3v2 tags at the start, and ID3v1,
 // Lyrics3, APE and appended ID3v2 tags at the end. Only the head and the tail
 // of the file are read; every size is checked against the file.

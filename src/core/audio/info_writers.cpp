@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The info-dictionary writers: WAV (RIFF INFO, in place on the copy) and
 // FLAC (Vorbis comments and pictures), both through TagLib on a copy whose
 // audio bytes TagLib leaves as they are.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The MP3 writers: save, reload, date stamp and removal. Each starts from
 // the file's own frames, changes only what it is asked to, and writes the
 // copy as a new ID3v2.3 tag followed by the source's audio bytes, with every

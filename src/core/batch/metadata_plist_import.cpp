@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <QFileInfo>
 
 #include "core/audio/audio_writers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/batch/plist_io.h"
 #include "core/common/ui_texts.h"
 

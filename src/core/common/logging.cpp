@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/common/logging.h"
 
 Q_LOGGING_CATEGORY(lcTagsmith, "tagsmith")

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // FFmpeg is loaded on first use, not at start-up. Its libraries pull in some
 // 130 more shared objects (every codec library they were built with), which
 // cost each process about 50 ms in the dynamic loader, though most commands

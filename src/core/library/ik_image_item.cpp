@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/library/ik_image_item.h"
 
 IKImageItem::RepresentationType IKImageItem::imageRepresentationType() const {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Track descriptions read with FFmpeg, and the frame-rate diagnostic.
 //
 // Codes follow the desktop media framework's conventions: a video track shows

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The technical texts of a file's record, built from its first video and
 // first audio track.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The diagnostic walk of a JPEG's Exif segment over hexadecimal text.
 #include "core/photo/exif_segment_reader.h"
 

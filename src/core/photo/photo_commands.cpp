@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The photo commands of the panel, the date window and the GPS window, each
 // for one photo: the edit is built, the copy written and published.
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the photo panel shows, and the edit an apply makes of it.
 #include <QLocale>
 

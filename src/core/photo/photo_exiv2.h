@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 // The Exiv2 adapter's own header: only the adapter's sources include it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Exiv2's set-up and the name tables between Exiv2's keys and the
 // dictionary's.
 #include <QHash>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Exif and XMP of HEIC and AVIF photos. Read through our own item reader:
 // Exiv2 0.27 guesses the size of the item list's entries (so it misses the
 // metadata of a file with base offsets or several extents) and reads an item

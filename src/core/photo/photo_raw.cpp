@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The raw fallback: a camera raw that Exiv2 cannot write is decoded by
 // LibRaw and written as TIFF data, carrying the source's metadata.
 #include <QBuffer>

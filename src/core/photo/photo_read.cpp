@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading a photo's dictionary through Exiv2 (and Qt's image readers for
 // what Exiv2 does not expose: pixel size, page count, PNG texts).
 #include <QBuffer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/photo/photo_stamp.h"
 #include "core/common/ui_texts.h"
 

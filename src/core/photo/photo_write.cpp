@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writing a dictionary edit into a copy of a photo through Exiv2: the
 // source's bytes are opened in memory, the metadata changed and written
 // there, and the result saved to the target. The picture data are copied

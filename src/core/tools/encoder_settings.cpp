@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/tools/encoder_settings.h"
 
 EncoderSettings encoderSettings(VideoQuality quality) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values of the 3GPP/ISO user-data boxes: packed languages, keyword lists,
 // recording years and the binary location built from ISO 6709 text.
 #include "core/video/metadata_encoder.h"

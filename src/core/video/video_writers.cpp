@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/video/video_writers.h"
 
 #include <QFileInfo>

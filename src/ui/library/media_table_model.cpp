@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/library/media_table_model.h"
 
 #include "core/library/frame_image.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/library/pr_drag_table_view.h"
 
 #include <QDragEnterEvent>

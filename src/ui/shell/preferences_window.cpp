@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/preferences_window.h"
 
 #include <QCheckBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The update check over documents given as data: addresses (the command-line
 // test serves them over HTTP on loopback) and a refused loopback connection.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Cameras through libgphoto2's directory driver over a generated folder: the
 // real session, listing, download and delete code paths without hardware.
 #include <gtest/gtest.h>

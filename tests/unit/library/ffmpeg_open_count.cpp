@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/ffmpeg_open_count.h"
 
 #include <atomic>

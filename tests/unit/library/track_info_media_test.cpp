@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The FFmpeg adapter of the track operations, on clips made at test time and
 // checked against ffprobe's view of the same files.
 

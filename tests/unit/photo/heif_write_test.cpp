@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // HEIC and AVIF written through our item rewriter: exiftool reads the new
 // values, every picture item keeps its coded bytes and its decoded pixels,
 // and what the rewriter cannot keep safely leaves nothing.

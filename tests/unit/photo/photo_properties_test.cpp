@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The property dictionary over Exiv2: exiftool's tags read back under the
 // dictionary's names, and our writes read back by exiftool.
 #include <QBuffer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The segment reader's walk, the outline rows, the date check and the photo
 // record of the import.
 #include <QTemporaryDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The date stamp: the date text per layout, the corner the text lands in,
 // and the copy (JPEG data, upright, the photo's metadata and dates).
 #include <QImageReader>

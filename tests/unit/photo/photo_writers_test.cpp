@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The photo commands: what the panel shows, what an apply, a date save, a
 // GPS save and a removal write, and where.
 #include <QColorSpace>

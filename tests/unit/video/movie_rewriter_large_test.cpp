@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files past 4 GiB, made sparse so that they cost no disk until rewritten.
 // Slow (the rewrite copies gigabytes): disabled in the normal run, run by the
 // "movie_rewriter_large" test of the "long" label.

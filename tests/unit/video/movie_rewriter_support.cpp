@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "movie_rewriter_support.h"
 
 #include <QCryptographicHash>
