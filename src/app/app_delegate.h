@@ -276,7 +276,7 @@ public:
     void ResetPreferenceSetting(QObject* sender);
     void ChangeStoreLocation(QObject* sender);
     void openPanelDidEnd5(int returnCode5, const QStringList& paths);
-    void chooseStampFont();
+    void ShowFontPanelAction(QObject* sender);
     void setStampFont(const QString& family, int size);
 
     // --- toolbar, quitting, help ---

@@ -29,7 +29,7 @@ void AppDelegate::setupPreferences() {
     connect(preferencesWindow->changeLocationButton, &QPushButton::clicked, this,
             [this] { ChangeStoreLocation(preferencesWindow->changeLocationButton); });
     connect(preferencesWindow->fontButton, &QPushButton::clicked, this,
-            [this] { chooseStampFont(); });
+            [this] { ShowFontPanelAction(preferencesWindow->fontButton); });
 }
 
 void AppDelegate::ShowPreferenceSetting(QObject*) {
@@ -79,9 +79,12 @@ void AppDelegate::openPanelDidEnd5(int returnCode5, const QStringList& paths) {
     if (returnCode5 == QDialog::Accepted && !paths.isEmpty()) storePathlab->setText(paths.first());
 }
 
-void AppDelegate::chooseStampFont() {
+// The panel opens on "Lucida Grande" at 14 points whatever the current font,
+// as it always has; the label keeps showing the font in effect until one is
+// chosen.
+void AppDelegate::ShowFontPanelAction(QObject*) {
     bool ok = false;
-    const QFont initial(currentFontname, currentFontSize > 0 ? currentFontSize : 14);
+    const QFont initial(QStringLiteral("Lucida Grande"), 14);
     const QFont font = QFontDialog::getFont(&ok, initial, preferencesWindow, tr("Stamp Font"));
     if (ok) setStampFont(font.family(), font.pointSize());
 }

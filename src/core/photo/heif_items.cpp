@@ -170,7 +170,15 @@ bool parseMeta(ItemFile& out, qint64 fileSize, QString* reason) {
     out.metaVersionFlags = quint32(c.read(4));
     if (c.bad || !listBoxes(payload.sliced(4), out.metaChildren, reason)) return false;
     bool hasPitm = false;
+    // Each of these comes once in a meta box; with a second one, the file
+    // would keep a stale copy beside the one the rewriter rebuilds.
+    static const QSet<QByteArray> once = {"pitm", "iinf", "iloc", "iref", "idat", "iprp", "hdlr"};
+    QSet<QByteArray> seen;
     for (const StoredBox& box : out.metaChildren) {
+        if (once.contains(box.type)) {
+            if (seen.contains(box.type)) return fail(reason, damaged());
+            seen.insert(box.type);
+        }
         Cursor b{box.payload};
         if (box.type == "pitm") {
             const int version = int(b.read(1));

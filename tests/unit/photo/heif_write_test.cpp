@@ -179,12 +179,18 @@ TEST_F(HeifWrite, DateSaveAndHostileFiles) {
     QByteArray loop = heic;  // the thumbnail refers to itself
     const qsizetype thmb = loop.indexOf("thmb") + 4;
     loop.replace(thmb + 4, 2, loop.mid(thmb, 2));
+    QByteArray twice = heic;  // a second, empty item location box in the meta box
+    const QByteArray emptyIloc("\0\0\0\x10iloc\0\0\0\0\x44\0\0\0", 16);
+    const qsizetype meta = twice.indexOf("meta") - 4;
+    twice.insert(twice.indexOf("iloc") - 4, emptyIloc);
+    qToBigEndian(qFromBigEndian<quint32>(twice.constData() + meta) + 16, twice.data() + meta);
     const struct {
         QString name;
         QByteArray bytes;
         bool written;
     } cases[] = {{"cut.heic", heic.left(heic.size() / 2), false},
                  {"end.heic", pastEnd, false},
+                 {"twice.heic", twice, false},
                  {"loop.heic", loop, true}};
     for (const auto& c : cases) {
         QDir(storage.storagelocation).removeRecursively();
