@@ -310,7 +310,7 @@ void AppDelegate::ShowPhotoViewWithItem(const IKImageItemPtr& item) {
                                 bMapPreview ? currentCoords : nullptr);
     // A camera item not yet downloaded shows the thumbnail the camera gave.
     const QImage picture = loadPhotoPicture(path, PhotoPanel::kPreviewSide);
-    photoContentView->setPicture(picture.isNull() ? item->fileImage : picture);
+    photoContentView->setPicture(picture.isNull() ? item->fileImage.image() : picture);
     // What the panel shows now is what an apply compares against.
     for (const auto& [mine, theirs] : kRemembered) this->*mine = state.*theirs;
     basicInfoChange = cameraInfoChange = gpsInfoChange = false;

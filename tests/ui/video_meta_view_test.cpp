@@ -35,8 +35,9 @@ private Q_SLOTS:
         item->latitudeFormat = "-";
         item->filelongtitude = 151.2093;
         item->longtitudeFormat = "+";
-        item->fileImage = QImage(8, 8, QImage::Format_RGB32);
-        item->fileImage.fill(Qt::blue);
+        QImage blue(8, 8, QImage::Format_RGB32);
+        blue.fill(Qt::blue);
+        item->fileImage = blue;
 
         VideoMetaView view;
         view.ShowVideoViewWithItem(item, videoEditorStateFor(*item));

@@ -126,8 +126,8 @@ void setField(IKImageItem& record, Field field, const MetadataItem& item) {
             qCInfo(lcTagsmith) << "picture too large, not shown ==" << data.size() << "bytes";
             return;
         }
-        const QImage image = QImage::fromData(data);
-        if (!image.isNull()) record.fileImage = image;
+        const StoredPicture image = StoredPicture::fromData(data);
+        if (image.size().isValid()) record.fileImage = image;
         return;
     }
     const QString text = textOf(item);

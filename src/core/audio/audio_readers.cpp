@@ -8,6 +8,7 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
+#include "core/audio/audio_facts.h"
 #include "core/audio/audio_info_keys.h"
 #include "core/audio/audio_items.h"
 #include "core/audio/caf_file.h"
@@ -70,20 +71,26 @@ FallbackTags fallbackTags(const OpenedMedia& media) {
     return fallback;
 }
 
-// Without `probe` (a record for writing) the file is not opened as media:
-// the facts are left out and `fallback` is not filled.
-IKImageItemPtr newAudioRecord(const QString& path, AudioContainer container, bool probe,
+// Without `probe` (a record for writing) the file's sound is not read: the
+// facts are left out and `fallback` is not filled. The headers are read
+// without FFmpeg where they can be; FFmpeg probes the rest.
+IKImageItemPtr newAudioRecord(QFile& file, AudioContainer container, bool probe,
                               FallbackTags* fallback) {
+    const QString path = file.fileName();
     auto item = std::make_shared<IKImageItem>();
     item->fileType = QStringLiteral("Audio");
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
     fillFileAttributes(*item);
-    if (probe) {
-        const OpenedMedia media(path, demuxerFor(container));
-        fillProbeFacts(*item, probeMediaFile(media));
-        *fallback = fallbackTags(media);
+    if (!probe) return item;
+    if (const auto facts = file.isOpen() ? readAudioFacts(file, container) : std::nullopt) {
+        fillProbeFacts(*item, facts->facts);
+        *fallback = {facts->album, facts->year.left(4)};
+        return item;
     }
+    const OpenedMedia media(path, demuxerFor(container));
+    fillProbeFacts(*item, probeMediaFile(media));
+    *fallback = fallbackTags(media);
     return item;
 }
 
@@ -153,7 +160,7 @@ IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe)
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
-    IKImageItemPtr item = newAudioRecord(path, container, probe, &fallback);
+    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback);
     if (!opened) {
         qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
         return finish(item, probe);
@@ -165,7 +172,7 @@ IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe)
     if (dict.artwork.size() > kMaxPictureBytes)
         qCInfo(lcTagsmith) << "picture too large, not shown ==" << dict.artwork.size() << "bytes";
     else if (!dict.artwork.isEmpty())
-        item->fileImage = QImage::fromData(dict.artwork);
+        item->fileImage = StoredPicture::fromData(dict.artwork);
     applyAudioInfoDictionary(*item, dict.entries);
     item->fileMetaArray = dict.items;
     return finish(item, probe);
@@ -178,12 +185,16 @@ IKImageItemPtr readByWalk(const QString& path, AudioItemTable table, bool probe)
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
-    IKImageItemPtr item = newAudioRecord(path, container, probe, &fallback);
+    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback);
     QList<MetadataItem> items;
     if (opened) items = audioMetadataItems(file, container);
     if (items.isEmpty()) {
         // No items: what the file's headers give stands in.
-        if (!probe) fallback = fallbackTags(OpenedMedia(path, demuxerFor(container)));
+        if (!probe) {
+            const auto facts = opened ? readAudioFacts(file, container) : std::nullopt;
+            fallback = facts ? FallbackTags{facts->album, facts->year.left(4)}
+                             : fallbackTags(OpenedMedia(path, demuxerFor(container)));
+        }
         if (!fallback.album.isEmpty()) item->fileAblumName = fallback.album;
         if (!fallback.year.isEmpty()) item->fileReleasedYear = fallback.year;
         return finish(item, probe);

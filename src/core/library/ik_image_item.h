@@ -9,13 +9,14 @@
 #include <memory>
 
 #include "core/library/metadata_item.h"
+#include "core/library/stored_picture.h"
 
 // One media file of the list (a video, an audio file, a photo or a camera
 // item). Every field starts empty, zero or false, except `fileType`, which
 // starts as "Image". Field names are kept as the rest of the program knows
 // them, misspellings included.
 struct IKImageItem {
-    QImage fileImage;                            // embedded artwork, or a camera item's thumbnail
+    StoredPicture fileImage;                     // embedded artwork, or a camera item's thumbnail
     QString fileImagePath;                       // picture dropped on the photo view
     QString filePath;                            // full path; also the browser identity
     QString fileType = QStringLiteral("Image");  // "Image", "Movie", "Audio" or a kind text

@@ -100,8 +100,8 @@ QString valueText(const QVariant& value) {
 
 void setImage(IKImageItem& record, const QByteArray& data) {
     if (data.isEmpty()) return;
-    const QImage image = QImage::fromData(data);
-    if (!image.isNull()) record.fileImage = image;  // an undecodable picture changes nothing
+    const StoredPicture image = StoredPicture::fromData(data);
+    if (image.size().isValid()) record.fileImage = image;  // an unreadable picture changes nothing
 }
 
 // An ID3 picture comes as its data, or as a frame dictionary whose "data"

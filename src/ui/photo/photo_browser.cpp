@@ -68,7 +68,7 @@ QVariant PhotoBrowserModel::data(const QModelIndex& index, int role) const {
         case Qt::DecorationRole: {
             // A camera item brings its own thumbnail.
             if (!item->fileImage.isNull())
-                return QPixmap::fromImage(item->fileImage.scaled(
+                return QPixmap::fromImage(item->fileImage.image().scaled(
                     kThumbnailSide, kThumbnailSide, Qt::KeepAspectRatio, Qt::SmoothTransformation));
             const auto found = m_thumbnails.constFind(item->filePath);
             if (found != m_thumbnails.constEnd()) return *found;

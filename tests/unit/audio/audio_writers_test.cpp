@@ -60,7 +60,7 @@ IKImageItem mp3Item(const QString& path) {
     item.fileComments = QStringLiteral("note");
     item.fileBand = kBand;
     item.shootDateStr = QStringLiteral("2019-05-03T10:20:30");
-    item.fileImage.load(audiofix::coverPng());
+    item.fileImage = QImage(audiofix::coverPng());
     item.fileCreateDateStr = dateText(readFileDates(path).creation);
     return item;
 }

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <optional>
+
+#include "core/audio/audio_container.h"
+#include "core/library/media_probe.h"
+
+// The facts of a sound (length, bit rate, sample rate, channels) read from
+// the file's own headers without FFmpeg: TagLib for the containers it knows,
+// our own code for CAF and AU. Loading FFmpeg costs more than reading a
+// whole folder of audio files this way, so the import asks FFmpeg only where
+// these readers cannot tell.
+struct AudioFacts {
+    ProbeFacts facts;
+    // The generic tag's album and year, which stand in for a file whose
+    // metadata walk finds no items.
+    QString album;
+    QString year;
+};
+
+// The facts of `file` (opened for reading) of the sniffed `container`;
+// nothing where the headers give neither a sample rate nor a length.
+std::optional<AudioFacts> readAudioFacts(QFile& file, AudioContainer container);
