@@ -33,8 +33,12 @@ void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
         item.fileduration = *facts.durationSeconds;
         item.fileduratStr = getMediaDuration(static_cast<qint32>(std::trunc(item.fileduration)));
     }
+    // The kind by the name, as the desktop names it: reading the content
+    // again for it would cost a second open of every file. Only Ogg, whose
+    // name does not tell the codec, is looked into.
     const QMimeDatabase mimes;
-    const QMimeType mime = mimes.mimeTypeForFile(item.filePath);
+    QMimeType mime = mimes.mimeTypeForFile(item.filePath, QMimeDatabase::MatchExtension);
+    if (mime.name().endsWith(QLatin1String("/ogg"))) mime = mimes.mimeTypeForFile(item.filePath);
     if (mime.isValid() && !mime.isDefault() && !mime.comment().isEmpty()) {
         item.fileType = mime.comment();
     }
