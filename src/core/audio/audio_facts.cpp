@@ -13,7 +13,6 @@
 #include <oggflacfile.h>
 #include <opusfile.h>
 #include <speexfile.h>
-#include <tfilestream.h>
 #include <vorbisfile.h>
 #include <wavfile.h>
 
@@ -21,6 +20,7 @@
 #include <memory>
 
 #include "core/audio/caf_file.h"
+#include "core/audio/taglib_stream.h"
 #include "core/common/logging.h"
 
 namespace {
@@ -140,7 +140,7 @@ std::optional<int> aacChannels(TagLib::File& file) {
 }
 
 std::optional<AudioFacts> tagLibFacts(QFile& file, AudioContainer container) {
-    TagLib::FileStream stream(QFile::encodeName(file.fileName()).constData(), true);
+    TagLibReadStream stream(file.fileName());
     if (!stream.isOpen()) return std::nullopt;
     const std::unique_ptr<TagLib::File> media = tagLibFile(file, container, &stream);
     if (!media || !media->isValid() || !media->audioProperties()) return std::nullopt;

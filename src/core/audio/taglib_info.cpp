@@ -8,12 +8,12 @@
 #include <id3v2framefactory.h>
 #include <infotag.h>
 #include <tbytevectorstream.h>
-#include <tfilestream.h>
 #include <wavfile.h>
 #include <xiphcomment.h>
 
 #include <memory>
 
+#include "core/audio/taglib_stream.h"
 #include "core/common/logging.h"
 
 namespace {
@@ -78,12 +78,12 @@ TagLib::ByteVector vector(const QByteArray& data) {
 }  // namespace
 
 TagLibInfo readRiffInfo(const QString& path) {
-    TagLib::FileStream stream(QFile::encodeName(path).constData(), true);
+    TagLibReadStream stream(path);
     return guarded("RIFF INFO reading", &stream, riffInfo);
 }
 
 TagLibInfo readFlacInfo(const QString& path) {
-    TagLib::FileStream stream(QFile::encodeName(path).constData(), true);
+    TagLibReadStream stream(path);
     return guarded("FLAC comment reading", &stream, flacInfo);
 }
 

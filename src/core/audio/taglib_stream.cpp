@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/audio/taglib_stream.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr long kWindow = 16 * 1024;
+
+// Reads up to `size` bytes at `offset`; the count read, short at the end.
+long readAt(int fd, char* into, long size, long offset) {
+    long done = 0;
+    while (done < size) {
+        const ssize_t got = ::pread(fd, into + done, size_t(size - done), offset + done);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        done += got;
+    }
+    return done;
+}
+
+}  // namespace
+
+TagLibReadStream::TagLibReadStream(const QString& path) : m_path(QFile::encodeName(path)) {
+    m_fd = ::open(m_path.constData(), O_RDONLY | O_CLOEXEC);
+    struct stat st {};
+    if (m_fd >= 0 && (::fstat(m_fd, &st) != 0 || !S_ISREG(st.st_mode))) {
+        ::close(m_fd);
+        m_fd = -1;
+    }
+    if (m_fd >= 0) m_length = long(st.st_size);
+}
+
+TagLibReadStream::~TagLibReadStream() {
+    if (m_fd >= 0) ::close(m_fd);
+}
+
+TagLib::ByteVector TagLibReadStream::readBlock(unsigned long length) {
+    if (m_fd < 0 || m_pos >= m_length || length == 0) return {};
+    const long wanted = long(std::min(length, static_cast<unsigned long>(m_length - m_pos)));
+    const long windowEnd = m_windowStart + long(m_window.size());
+    if (m_pos < m_windowStart || m_pos + wanted > windowEnd) {
+        if (wanted > kWindow) {
+            TagLib::ByteVector out(uint(wanted), 0);
+            out.resize(uint(readAt(m_fd, out.data(), wanted, m_pos)));
+            m_pos += long(out.size());
+            return out;
+        }
+        m_window.resize(kWindow);
+        m_window.resize(readAt(m_fd, m_window.data(), kWindow, m_pos));
+        m_windowStart = m_pos;
+    }
+    const long from = m_pos - m_windowStart;
+    const long count = std::min<long>(wanted, long(m_window.size()) - from);
+    if (count <= 0) return {};
+    m_pos += count;
+    return TagLib::ByteVector(m_window.constData() + from, uint(count));
+}
+
+void TagLibReadStream::seek(long offset, Position p) {
+    switch (p) {
+        case Beginning:
+            m_pos = offset;
+            break;
+        case Current:
+            m_pos += offset;
+            break;
+        case End:
+            m_pos = m_length + offset;
+            break;
+    }
+    m_pos = std::max(0L, m_pos);
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <tiostream.h>
+
+// A read-only TagLib stream over a file that reads with pread() through a
+// small window. TagLib's own file stream seeks and reads in small pieces
+// (tag headers, the end of the file, frame headers), each a system call or
+// two; here most reads are answered from the window. It can never write.
+class TagLibReadStream : public TagLib::IOStream {
+public:
+    explicit TagLibReadStream(const QString& path);
+    ~TagLibReadStream() override;
+    TagLibReadStream(const TagLibReadStream&) = delete;
+    TagLibReadStream& operator=(const TagLibReadStream&) = delete;
+
+    TagLib::FileName name() const override { return m_path.constData(); }
+    TagLib::ByteVector readBlock(unsigned long length) override;
+    void writeBlock(const TagLib::ByteVector&) override {}
+    void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
+    void removeBlock(unsigned long, unsigned long) override {}
+    bool readOnly() const override { return true; }
+    bool isOpen() const override { return m_fd >= 0; }
+    void seek(long offset, Position p = Beginning) override;
+    long tell() const override { return m_pos; }
+    long length() override { return m_length; }
+    void truncate(long) override {}
+
+private:
+    QByteArray m_path;
+    int m_fd = -1;
+    long m_length = 0;
+    long m_pos = 0;
+    QByteArray m_window;  // the file's bytes from m_windowStart
+    long m_windowStart = 0;
+};
