@@ -24,42 +24,20 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
-#include <dlfcn.h>
-
-#include <array>
-#include <mutex>
 #include <type_traits>
 
-#include "core/common/logging.h"
+#include "core/library/lazy_library.h"
 
 namespace {
 
 // The libraries by their sonames, which the build takes from the installed
 // FFmpeg's versions.
-enum Library { Util, Codec, Format, Filter, Scale, LibraryCount };
-constexpr std::array<const char*, LibraryCount> kSonames = {
-    TAGSMITH_SONAME_AVUTIL, TAGSMITH_SONAME_AVCODEC, TAGSMITH_SONAME_AVFORMAT,
-    TAGSMITH_SONAME_AVFILTER, TAGSMITH_SONAME_SWSCALE};
-
-void* library(Library which) {
-    static std::array<std::once_flag, LibraryCount> once;
-    static std::array<void*, LibraryCount> handles{};
-    std::call_once(once[which], [which] {
-        handles[which] = dlopen(kSonames[which], RTLD_NOW | RTLD_LOCAL);
-        if (!handles[which])
-            qCWarning(lcTagsmith) << "FFmpeg library cannot be loaded, movies and audio"
-                                  << "cannot be probed or converted ==" << dlerror();
-    });
-    return handles[which];
-}
-
-void* symbol(Library which, const char* name) {
-    void* handle = library(which);
-    if (!handle) return nullptr;
-    void* found = dlsym(handle, name);
-    if (!found) qCWarning(lcTagsmith) << "FFmpeg function not found ==" << name << dlerror();
-    return found;
-}
+constexpr const char* kLoss = "movies and audio cannot be probed or converted";
+LazyLibrary Util{TAGSMITH_SONAME_AVUTIL, kLoss};
+LazyLibrary Codec{TAGSMITH_SONAME_AVCODEC, kLoss};
+LazyLibrary Format{TAGSMITH_SONAME_AVFORMAT, kLoss};
+LazyLibrary Filter{TAGSMITH_SONAME_AVFILTER, kLoss};
+LazyLibrary Scale{TAGSMITH_SONAME_SWSCALE, kLoss};
 
 // What a call answers when its function is missing.
 template <typename R>
@@ -72,12 +50,8 @@ R missing() {
 
 }  // namespace
 
-#define TS_FFMPEG(lib, ret, name, params, args)                                       \
-    extern "C" ret name params {                                                      \
-        static const auto real = reinterpret_cast<ret(*) params>(symbol(lib, #name)); \
-        if (!real) return missing<ret>();                                             \
-        return real args;                                                             \
-    }
+#define TS_FFMPEG(lib, ret, name, params, args) \
+    TS_FORWARD(lib, ret, name, params, args, missing<ret>())
 
 // clang-format off
 TS_FFMPEG(Util, AVDictionaryEntry *, av_dict_get, (const AVDictionary *m, const char *key, const AVDictionaryEntry *prev, int flags), (m, key, prev, flags))

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <mutex>
+
+// A shared library opened on first use rather than at start-up. Libraries
+// such as FFmpeg and libheif pull in dozens of codec libraries whose loading
+// and start-up code cost every process several milliseconds, though most
+// commands never need them. The program calls them through forwarding
+// functions of the same names (ffmpeg_loader.cpp, heif_loader.cpp) that
+// find the real function here.
+class LazyLibrary {
+public:
+    // `soname` as the build found it ("libheif.so.1"); `loss` says in the
+    // log what cannot be done without it.
+    constexpr LazyLibrary(const char* soname, const char* loss) : m_soname(soname), m_loss(loss) {}
+    LazyLibrary(const LazyLibrary&) = delete;
+    LazyLibrary& operator=(const LazyLibrary&) = delete;
+
+    // The function `name`, or null (logged) when the library or the
+    // function is missing.
+    void* symbol(const char* name);
+
+private:
+    const char* m_soname;
+    const char* m_loss;
+    std::once_flag m_once;
+    void* m_handle = nullptr;
+};
+
+// Defines `name` with the library's declaration of it in scope (the compiler
+// refuses a signature that differs), forwarding to the real function, looked
+// up once; `missing` is what a call answers when it cannot be found.
+#define TS_FORWARD(library, ret, name, params, args, missing)                              \
+    extern "C" ret name params {                                                           \
+        static const auto real = reinterpret_cast<ret(*) params>((library).symbol(#name)); \
+        if (!real) return missing;                                                         \
+        return real args;                                                                  \
+    }
