@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -24,7 +25,11 @@
 #include "core/batch/batch_rename.h"
 #include "core/batch/copy_tools.h"
 #include "core/batch/metadata_plist.h"
+#include "core/common/dates.h"
 #include "core/common/logging.h"
+#include "core/library/media_kinds.h"
+#include "core/photo/photo_picture.h"
+#include "core/photo/photo_properties.h"
 #include "ui/library/media_table_model.h"
 #include "ui/shell/main_window.h"
 
@@ -39,6 +44,69 @@ BatchProgress progressIn(QProgressDialog& dialog) {
         QCoreApplication::processEvents();
         return !dialog.wasCanceled();
     };
+}
+
+// The date dialog's picture case: a photo first in the selection is shown
+// with its original and digitized dates, before and after the edit. The
+// creation-date change then moves each file by the interval between the
+// original dates (the digitized date follows, as shown).
+struct DatePicture {
+    QLabel* beforeorignalDatelab = nullptr;
+    QLineEdit* afterorignalDatelab = nullptr;  // null: no picture case
+};
+
+DatePicture addDatePicture(QFormLayout& form, const IKImageItem& first, QCheckBox& created) {
+    if (!isImagePath(first.filePath)) return {};
+    const QImage image = loadPhotoPicture(first.filePath, 240);
+    if (image.isNull()) return {};
+    auto* dateImageview = new QLabel;
+    dateImageview->setObjectName(QStringLiteral("dateImageview"));
+    dateImageview->setPixmap(QPixmap::fromImage(image));
+    dateImageview->setAccessibleName(first.fileName);
+    dateImageview->setToolTip(first.fileName);
+    form.addRow(dateImageview);
+    const QVariantMap exif =
+        readPhotoProperties(first.filePath, false).properties.value(PhotoGroup::Exif).toMap();
+    const QString original = propertyText(exif, "DateTimeOriginal");
+    const QString digitized = propertyText(exif, "DateTimeDigitized");
+    auto* beforeorignalDatelab = new QLabel(original);
+    auto* beforediginalDatelab = new QLabel(digitized);
+    auto* afterorignalDatelab = new QLineEdit(original);
+    auto* afterdiginalDatelab = new QLineEdit(digitized);
+    afterdiginalDatelab->setReadOnly(true);
+    const std::pair<QWidget*, const char*> fields[] = {
+        {beforeorignalDatelab, "beforeorignalDatelab"},
+        {beforediginalDatelab, "beforediginalDatelab"},
+        {afterorignalDatelab, "afterorignalDatelab"},
+        {afterdiginalDatelab, "afterdiginalDatelab"}};
+    for (const auto& [widget, name] : fields) widget->setObjectName(QLatin1String(name));
+    beforeorignalDatelab->setToolTip(AppDelegate::tr("The photo's original date as it is"));
+    beforediginalDatelab->setToolTip(AppDelegate::tr("The photo's digitized date as it is"));
+    afterorignalDatelab->setToolTip(
+        AppDelegate::tr("Edit the original date: every file's creation date moves by the same "
+                        "interval"));
+    afterorignalDatelab->setAccessibleName(AppDelegate::tr("Original date after"));
+    afterdiginalDatelab->setToolTip(
+        AppDelegate::tr("The digitized date moves by the same interval"));
+    afterdiginalDatelab->setAccessibleName(AppDelegate::tr("Digitized date after"));
+    form.addRow(AppDelegate::tr("Original date:"), beforeorignalDatelab);
+    form.addRow(AppDelegate::tr("Digitized date:"), beforediginalDatelab);
+    form.addRow(AppDelegate::tr("Original date after:"), afterorignalDatelab);
+    form.addRow(AppDelegate::tr("Digitized date after:"), afterdiginalDatelab);
+    QObject::connect(
+        afterorignalDatelab, &QLineEdit::textChanged, afterdiginalDatelab,
+        [=](const QString& after) {
+            const QDateTime from = dateFromText(original);
+            const QDateTime to = dateFromText(after.trimmed());
+            const QDateTime moved = dateFromText(digitized);
+            afterdiginalDatelab->setText(from.isValid() && to.isValid() && moved.isValid()
+                                             ? dateText(moved.addSecs(from.secsTo(to)))
+                                             : QString());
+        });
+    // Photos have no recorded-date change here: theirs is the creation date.
+    created.setChecked(true);
+    if (original.isEmpty()) return {};  // no original date: the usual ways apply
+    return {beforeorignalDatelab, afterorignalDatelab};
 }
 
 }  // namespace
@@ -222,6 +290,7 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
         form->addRow(tr(names[i]), amounts[i]);
     }
     form->addRow(created);
+    const DatePicture picture = addDatePicture(*form, *items.first(), *created);
     form->addRow(buttons);
     const std::pair<QWidget*, const char*> dateNames[] = {
         {mutSetDatelab, "mutSetDatelab"}, {AddDateNumBtn, "AddDateNumBtn"},
@@ -242,7 +311,13 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
     qint32* const fields[] = {&change.years, &change.months,  &change.days,
                               &change.hours, &change.minutes, &change.seconds};
     for (int i = 0; i < 6; ++i) *fields[i] = amounts[i]->value();
-    if (const QString problem = batchDateProblem(change); !problem.isEmpty()) {
+    if (picture.afterorignalDatelab) {
+        change.pictureShown = true;
+        change.beforeOriginal = picture.beforeorignalDatelab->text();
+        change.afterOriginal = picture.afterorignalDatelab->text().trimmed();
+    }
+    if (const QString problem = batchDateProblem(change, created->isChecked());
+        !problem.isEmpty()) {
         if (m_quietAlerts) return;
         QMessageBox box(QMessageBox::Warning, tr("Invalid date format"), tr(qPrintable(problem)),
                         QMessageBox::NoButton, m_window);
