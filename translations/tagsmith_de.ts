@@ -918,6 +918,46 @@
         <source>Ask the maker&apos;s server whether a newer version is published</source>
         <translation>Beim Server des Herstellers nachfragen, ob eine neuere Version erschienen ist</translation>
     </message>
+    <message>
+        <source>The photo&apos;s original date as it is</source>
+        <translation>Das Aufnahmedatum des Fotos, wie es ist</translation>
+    </message>
+    <message>
+        <source>The photo&apos;s digitized date as it is</source>
+        <translation>Das Digitalisierungsdatum des Fotos, wie es ist</translation>
+    </message>
+    <message>
+        <source>Edit the original date: every file&apos;s creation date moves by the same interval</source>
+        <translation>Aufnahmedatum bearbeiten: das Erstellungsdatum jeder Datei verschiebt sich um denselben Abstand</translation>
+    </message>
+    <message>
+        <source>Original date after</source>
+        <translation>Aufnahmedatum danach</translation>
+    </message>
+    <message>
+        <source>The digitized date moves by the same interval</source>
+        <translation>Das Digitalisierungsdatum verschiebt sich um denselben Abstand</translation>
+    </message>
+    <message>
+        <source>Digitized date after</source>
+        <translation>Digitalisierungsdatum danach</translation>
+    </message>
+    <message>
+        <source>Original date:</source>
+        <translation>Aufnahmedatum:</translation>
+    </message>
+    <message>
+        <source>Digitized date:</source>
+        <translation>Digitalisierungsdatum:</translation>
+    </message>
+    <message>
+        <source>Original date after:</source>
+        <translation>Aufnahmedatum danach:</translation>
+    </message>
+    <message>
+        <source>Digitized date after:</source>
+        <translation>Digitalisierungsdatum danach:</translation>
+    </message>
 </context>
 <context>
     <name>AudioPanel</name>

@@ -65,6 +65,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
     bImportLocalPath = QStringLiteral("");
     if (qApp) {
         connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::stopImports);
+        connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::stopRename);
         connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
             if (m_window) saveWindowState();
         });
@@ -74,6 +75,7 @@ AppDelegate::AppDelegate(QSettings& settings, QObject* parent)
 AppDelegate::~AppDelegate() {
     stopCameraThread();
     stopImports();
+    stopRename();
     cancelVideoTools();
     waitForVideoJobs();
     delete m_window;

@@ -15,6 +15,7 @@
 #include <QThreadPool>
 
 #include <array>
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -31,6 +32,7 @@ class QAction;
 class QMenu;
 class QMessageBox;
 class QProgressBar;
+class QProgressDialog;
 class QPushButton;
 class QSettings;
 class QWidget;
@@ -62,6 +64,7 @@ struct VideoWriteJob;
 struct VideoWriteResult;
 class OutputBatch;
 class QAction;
+struct RenameOptions;
 struct RenameStep;
 enum class VideoTool;
 struct VideoToolJob;
@@ -80,7 +83,8 @@ struct VideoToolJob;
 //   app_delegate_photo.cpp    photo mode: its lists, adding photos, the photo panel,
 //                             the apply and the removal actions
 //   app_delegate_photo_windows.cpp the date, GPS and map windows of photo mode
-//   app_delegate_batch.cpp    rename, batch dates, property-list export and import
+//   app_delegate_batch.cpp    the Batch menu, batch dates, property-list export and import
+//   app_delegate_rename.cpp   the rename dialog, its thread and "Undo Rename"
 //   app_delegate_window.cpp   paths of the command line and of later launches,
 //                             the window's state between runs, the keyboard
 //   app_delegate_xmp.cpp      the XMP sheet: sidecars applied to videos
@@ -238,10 +242,13 @@ public:
     int cameraRequestsPending() const { return m_cameraRequests; }
 
     // --- batch tools ---
-    // The rename dialog, with the new names shown before anything moves.
+    // The rename dialog, with the new names shown before anything moves; its
+    // OK starts the rename thread behind a modal progress whose Cancel stops
+    // after the file in hand.
     void ShowRenameWindowAction(QObject* sender);
     // Puts the files of the last rename back under their old names.
     void UndoRenameAction(QObject* sender);
+    bool renameRunning() const { return m_renameThread != nullptr; }
     // The batch date dialog: a fixed (stepped) date or a shift.
     void EditvideofileDateInfoAction(QObject* sender);
     // --- XMP sidecars (app_delegate_xmp.cpp) ---
@@ -419,6 +426,21 @@ private:
     void setupAudioActions();
     void setupVideoActions();
     void setupBatchActions();
+    // The records a batch command acts on: the table's highlighted rows, or
+    // in photo mode the browser's selected photos.
+    IKImageItemList batchSelection() const;
+    // The rename thread: `copies` (of `listed`, made on the main thread) are
+    // renamed there; each file's outcome is handed to the main thread, which
+    // alone touches the listed records.
+    void SaveChangesRenameWindowAction(const IKImageItemList& listed, const RenameOptions& options);
+    void ReNameLocalphotowithFileThreader(const IKImageItemList& listed,
+                                          const IKImageItemList& copies,
+                                          const RenameOptions& options);
+    bool RefreshRenamePhotoProcessToMainThread(const IKImageItemPtr& listed,
+                                               const IKImageItem& renamed, int done, int total);
+    void RenamePhotoFinishedHanderToMainThread();
+    // Cancels a running rename and waits for it (quitting).
+    void stopRename();
     void setupKeyboard();
     // The record is listed under the filter of the list (Find).
     bool listedUnderFilter(const IKImageItem& item) const;
@@ -493,6 +515,10 @@ private:
     IKImageItemPtr m_shownItem;
     std::shared_ptr<QList<RenameStep>> m_lastRename;  // the last rename's moves
     QAction* m_undoRename = nullptr;
+    QThread* m_renameThread = nullptr;
+    std::atomic<bool> m_renameCancelled{false};
+    std::shared_ptr<QList<RenameStep>> m_renameResult;  // written by the thread, read once it ended
+    QProgressDialog* m_renameProgress = nullptr;
     std::unique_ptr<VideoEditorState> m_panelBaseline;
     std::unique_ptr<AudioEditorState> m_audioBaseline;
     ViewMode m_viewMode = ViewMode::Media;

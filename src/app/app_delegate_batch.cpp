@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -24,7 +25,11 @@
 #include "core/batch/batch_rename.h"
 #include "core/batch/copy_tools.h"
 #include "core/batch/metadata_plist.h"
+#include "core/common/dates.h"
 #include "core/common/logging.h"
+#include "core/library/media_kinds.h"
+#include "core/photo/photo_picture.h"
+#include "core/photo/photo_properties.h"
 #include "ui/library/media_table_model.h"
 #include "ui/shell/main_window.h"
 
@@ -41,7 +46,74 @@ BatchProgress progressIn(QProgressDialog& dialog) {
     };
 }
 
+// The date dialog's picture case: a photo first in the selection is shown
+// with its original and digitized dates, before and after the edit. The
+// creation-date change then moves each file by the interval between the
+// original dates (the digitized date follows, as shown).
+struct DatePicture {
+    QLabel* beforeorignalDatelab = nullptr;
+    QLineEdit* afterorignalDatelab = nullptr;  // null: no picture case
+};
+
+DatePicture addDatePicture(QFormLayout& form, const IKImageItem& first, QCheckBox& created) {
+    if (!isImagePath(first.filePath)) return {};
+    const QImage image = loadPhotoPicture(first.filePath, 240);
+    if (image.isNull()) return {};
+    auto* dateImageview = new QLabel;
+    dateImageview->setObjectName(QStringLiteral("dateImageview"));
+    dateImageview->setPixmap(QPixmap::fromImage(image));
+    dateImageview->setAccessibleName(first.fileName);
+    dateImageview->setToolTip(first.fileName);
+    form.addRow(dateImageview);
+    const QVariantMap exif =
+        readPhotoProperties(first.filePath, false).properties.value(PhotoGroup::Exif).toMap();
+    const QString original = propertyText(exif, "DateTimeOriginal");
+    const QString digitized = propertyText(exif, "DateTimeDigitized");
+    auto* beforeorignalDatelab = new QLabel(original);
+    auto* beforediginalDatelab = new QLabel(digitized);
+    auto* afterorignalDatelab = new QLineEdit(original);
+    auto* afterdiginalDatelab = new QLineEdit(digitized);
+    afterdiginalDatelab->setReadOnly(true);
+    const std::pair<QWidget*, const char*> fields[] = {
+        {beforeorignalDatelab, "beforeorignalDatelab"},
+        {beforediginalDatelab, "beforediginalDatelab"},
+        {afterorignalDatelab, "afterorignalDatelab"},
+        {afterdiginalDatelab, "afterdiginalDatelab"}};
+    for (const auto& [widget, name] : fields) widget->setObjectName(QLatin1String(name));
+    beforeorignalDatelab->setToolTip(AppDelegate::tr("The photo's original date as it is"));
+    beforediginalDatelab->setToolTip(AppDelegate::tr("The photo's digitized date as it is"));
+    afterorignalDatelab->setToolTip(
+        AppDelegate::tr("Edit the original date: every file's creation date moves by the same "
+                        "interval"));
+    afterorignalDatelab->setAccessibleName(AppDelegate::tr("Original date after"));
+    afterdiginalDatelab->setToolTip(
+        AppDelegate::tr("The digitized date moves by the same interval"));
+    afterdiginalDatelab->setAccessibleName(AppDelegate::tr("Digitized date after"));
+    form.addRow(AppDelegate::tr("Original date:"), beforeorignalDatelab);
+    form.addRow(AppDelegate::tr("Digitized date:"), beforediginalDatelab);
+    form.addRow(AppDelegate::tr("Original date after:"), afterorignalDatelab);
+    form.addRow(AppDelegate::tr("Digitized date after:"), afterdiginalDatelab);
+    QObject::connect(
+        afterorignalDatelab, &QLineEdit::textChanged, afterdiginalDatelab,
+        [=](const QString& after) {
+            const QDateTime from = dateFromText(original);
+            const QDateTime to = dateFromText(after.trimmed());
+            const QDateTime moved = dateFromText(digitized);
+            afterdiginalDatelab->setText(from.isValid() && to.isValid() && moved.isValid()
+                                             ? dateText(moved.addSecs(from.secsTo(to)))
+                                             : QString());
+        });
+    // Photos have no recorded-date change here: theirs is the creation date.
+    created.setChecked(true);
+    if (original.isEmpty()) return {};  // no original date: the usual ways apply
+    return {beforeorignalDatelab, afterorignalDatelab};
+}
+
 }  // namespace
+
+IKImageItemList AppDelegate::batchSelection() const {
+    return photoMode() ? selectedPhotoItems() : selectedItems();
+}
 
 void AppDelegate::setupBatchActions() {
     m_lastRename = std::make_shared<QList<RenameStep>>();
@@ -70,7 +142,7 @@ void AppDelegate::setupBatchActions() {
         {QT_TR_NOOP("Copy File Name to Comments"), ::ClickCopyFileNameToCommentsAction}};
     for (const auto& [title, tool] : copies) {
         menu->addAction(tr(title), this, [this, tool = tool] {
-            const IKImageItemList items = selectedItems();
+            const IKImageItemList items = batchSelection();
             if (items.isEmpty()) return showNothingSelected();
             OutputBatch batch;
             for (const IKImageItemPtr& item : items)
@@ -91,7 +163,7 @@ void AppDelegate::setupBatchActions() {
         {QT_TR_NOOP("Export All Photo Metadata to Plist"), PhotoPlistKind::All}};
     auto runExport = [this](const std::function<QList<VideoWriteResult>(
                                 const IKImageItemList&, OutputBatch&, const BatchProgress&)>& run) {
-        const IKImageItemList items = selectedItems();
+        const IKImageItemList items = batchSelection();
         if (items.isEmpty()) return showNothingSelected();
         QProgressDialog progress(tr("Exporting..."), tr("Cancel"), 0, int(items.size()), m_window);
         progress.setWindowModality(Qt::WindowModal);
@@ -127,7 +199,7 @@ void AppDelegate::setupBatchActions() {
                                              const BatchProgress&)>;
     auto addImport = [this, menu](const QString& title, const QString& message, Import run) {
         menu->addAction(title, this, [this, message, run] {
-            const IKImageItemList items = selectedItems();
+            const IKImageItemList items = batchSelection();
             if (items.isEmpty()) return showNothingSelected();
             const QString plist = QFileDialog::getOpenFileName(
                 m_window, message, QString(), tr("Property lists (*.plist);;All files (*)"));
@@ -170,148 +242,9 @@ void AppDelegate::setupBatchActions() {
     setupXmpSheet();
 }
 
-void AppDelegate::ShowRenameWindowAction(QObject* sender) {
-    dispatched("ShowRenameWindowAction:");
-    const IKImageItemList items = selectedItems();
-    if (items.isEmpty()) return showNothingSelected();
-    QDialog dialog(m_window);
-    dialog.setObjectName(QStringLiteral("renameWindow"));
-    dialog.setWindowTitle(tr("Rename"));
-    auto* form = new QFormLayout(&dialog);
-    auto* customerFileNameBtn =
-        new QRadioButton(tr("Rename media(s) by replacing filenames with custom text:"));
-    auto* metaFileNameBtn = new QRadioButton(tr("Rename media(s) with media metadata tag(s):"));
-    auto* customNamelab = new QLineEdit(QFileInfo(items.first()->fileName).completeBaseName());
-    auto* checkStartNumber = new QCheckBox(tr("Start number at: 1"));
-    auto* filenameFormatstrlab = new QLineEdit(QStringLiteral("{Existing File Name}"));
-    auto* addTagsButton = new QComboBox;
-    addTagsButton->addItem(tr("Insert media metadata tag(s)"));
-    addTagsButton->addItems(renameTemplateTags());
-    auto* tagpostionButton = new QComboBox;
-    tagpostionButton->addItems({tr("the end of filename"), tr("the beginning of filename")});
-    auto* renameDateFormatBtn = new QComboBox;
-    renameDateFormatBtn->addItem(tr("Please Choose Date format"));
-    renameDateFormatBtn->addItems(renameDateFormatTitles());
-    auto* replaceInvaidStrBtn = new QCheckBox(tr("Replace invalid characters with _"));
-    replaceInvaidStrBtn->setToolTip(
-        tr("Characters that removable drives and network shares refuse (\\ / : * ? \" < > | "
-           "and control characters) become _. A / is always left out."));
-    auto* seqNumBtn = new QCheckBox(tr("Add sequence number"));
-    seqNumBtn->setToolTip(tr("Template names end with a blank and a six-digit running number."));
-    auto* AddSuffixStrBtn = new QLineEdit;
-    AddSuffixStrBtn->setPlaceholderText(tr("Suffix after every name"));
-    auto* preview = new QPlainTextEdit;
-    preview->setReadOnly(true);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    // Every control tells what it does, and names itself where no label does.
-    const std::pair<QWidget*, const char*> renameTips[] = {
-        {customerFileNameBtn, QT_TR_NOOP("Every new name is this text and a number")},
-        {metaFileNameBtn, QT_TR_NOOP("New names are made from the template below")},
-        {customNamelab, QT_TR_NOOP("The text of the new names")},
-        {checkStartNumber, QT_TR_NOOP("The first file is numbered 1 as well")},
-        {filenameFormatstrlab, QT_TR_NOOP("The template: tags in braces are replaced by each "
-                                          "file's values")},
-        {addTagsButton, QT_TR_NOOP("Insert a metadata tag into the template")},
-        {tagpostionButton, QT_TR_NOOP("Where an inserted tag goes in the template")},
-        {renameDateFormatBtn, QT_TR_NOOP("How {Camera Date} is written")},
-        {AddSuffixStrBtn, QT_TR_NOOP("Text added after every new name")},
-        {preview, QT_TR_NOOP("The new names")}};
-    for (const auto& [widget, tip] : renameTips) {
-        widget->setToolTip(tr(tip));
-        if (qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget) ||
-            qobject_cast<QPlainTextEdit*>(widget))
-            widget->setAccessibleName(tr(tip));
-    }
-    for (QAbstractButton* b : buttons->buttons())
-        b->setToolTip(b == buttons->button(QDialogButtonBox::Ok) ? tr("Rename the files")
-                                                                 : tr("Close without renaming"));
-    form->addRow(customerFileNameBtn);
-    form->addRow(customNamelab);
-    form->addRow(checkStartNumber);
-    form->addRow(metaFileNameBtn);
-    form->addRow(filenameFormatstrlab);
-    form->addRow(addTagsButton, tagpostionButton);
-    form->addRow(tr("{Camera Date}:"), renameDateFormatBtn);
-    form->addRow(replaceInvaidStrBtn, seqNumBtn);
-    form->addRow(tr("Suffix:"), AddSuffixStrBtn);
-    form->addRow(
-        new QLabel(tr("New names (a name that is taken gets a number; a file whose second name "
-                      "is taken too keeps its name):")));
-    form->addRow(preview);
-    form->addRow(buttons);
-    customerFileNameBtn->setChecked(true);
-
-    auto options = [&] {
-        RenameOptions o;
-        o.useCustomName = customerFileNameBtn->isChecked();
-        o.customText = customNamelab->text();
-        o.startNumber = checkStartNumber->isChecked();
-        o.templateText = filenameFormatstrlab->text();
-        o.dateFormat = renameDateFormatBtn->currentIndex() > 0 ? renameDateFormatBtn->currentText()
-                                                               : QString();
-        o.replaceInvalid = replaceInvaidStrBtn->isChecked();
-        o.sequence = seqNumBtn->isChecked();
-        o.suffix = AddSuffixStrBtn->text();
-        return o;
-    };
-    auto refresh = [&] {
-        const bool custom = customerFileNameBtn->isChecked();
-        for (QWidget* w : std::initializer_list<QWidget*>{customNamelab, checkStartNumber})
-            w->setEnabled(custom);
-        for (QWidget* w :
-             std::initializer_list<QWidget*>{filenameFormatstrlab, addTagsButton, tagpostionButton,
-                                             renameDateFormatBtn, seqNumBtn})
-            w->setEnabled(!custom);
-        QStringList lines;
-        for (const RenameStep& s : previewRename(items, options()))
-            lines << QFileInfo(s.oldPath).fileName() + QStringLiteral("  →  ") +
-                         (s.ok() ? QFileInfo(s.newPath).fileName() : s.problem);
-        preview->setPlainText(lines.join(QLatin1Char('\n')));
-    };
-    connect(addTagsButton, &QComboBox::activated, &dialog, [&](int index) {
-        if (index <= 0) return;
-        filenameFormatstrlab->setText(insertRenameTag(filenameFormatstrlab->text(),
-                                                      addTagsButton->itemText(index),
-                                                      tagpostionButton->currentIndex() == 1));
-        addTagsButton->setCurrentIndex(0);
-    });
-    for (QLineEdit* e : {customNamelab, filenameFormatstrlab, AddSuffixStrBtn})
-        connect(e, &QLineEdit::textChanged, &dialog, refresh);
-    for (QAbstractButton* b :
-         std::initializer_list<QAbstractButton*>{customerFileNameBtn, metaFileNameBtn,
-                                                 checkStartNumber, replaceInvaidStrBtn, seqNumBtn})
-        connect(b, &QAbstractButton::toggled, &dialog, refresh);
-    connect(renameDateFormatBtn, &QComboBox::currentIndexChanged, &dialog, refresh);
-    connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    refresh();
-    if (dialog.exec() != QDialog::Accepted) return;
-
-    QProgressDialog progress(tr("Renaming..."), tr("Cancel"), 0, int(items.size()), m_window);
-    progress.setWindowModality(Qt::WindowModal);
-    *m_lastRename = renameItems(items, options(), progressIn(progress));
-    m_undoRename->setEnabled(true);
-    const IKImageItemList shown = mediaController->content();
-    mediaController->setContent(shown);
-    int renamed = 0;
-    for (const RenameStep& s : *m_lastRename) renamed += s.ok() ? 1 : 0;
-    if (m_window)
-        m_window->showWriteResult(tr("%1 of %2 files renamed").arg(renamed).arg(items.size()),
-                                  QString(), storagelocation);
-}
-
-void AppDelegate::UndoRenameAction(QObject* sender) {
-    dispatched("UndoRenameAction:");
-    undoRename(*m_lastRename, localPhotoItemArray);
-    m_lastRename->clear();
-    m_undoRename->setEnabled(false);
-    const IKImageItemList shown = mediaController->content();
-    mediaController->setContent(shown);
-}
-
 void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
     dispatched("EditvideofileDateInfoAction:");
-    const IKImageItemList items = selectedItems();
+    const IKImageItemList items = batchSelection();
     if (items.isEmpty()) return showNothingSelected();
     QDialog dialog(m_window);
     dialog.setObjectName(QStringLiteral("changeMutiDateWindow"));
@@ -357,7 +290,14 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
         form->addRow(tr(names[i]), amounts[i]);
     }
     form->addRow(created);
+    const DatePicture picture = addDatePicture(*form, *items.first(), *created);
     form->addRow(buttons);
+    const std::pair<QWidget*, const char*> dateNames[] = {
+        {mutSetDatelab, "mutSetDatelab"}, {AddDateNumBtn, "AddDateNumBtn"},
+        {AddDateNumlab, "AddDateNumlab"}, {AddDateUnitBtn, "AddDateUnitBtn"},
+        {AddTimeBtn, "AddTimeBtn"},       {RemoveTimeBtn, "RemoveTimeBtn"},
+        {created, "createdDateBtn"}};
+    for (const auto& [widget, name] : dateNames) widget->setObjectName(QLatin1String(name));
     connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     if (dialog.exec() != QDialog::Accepted) return;
@@ -371,7 +311,13 @@ void AppDelegate::EditvideofileDateInfoAction(QObject* sender) {
     qint32* const fields[] = {&change.years, &change.months,  &change.days,
                               &change.hours, &change.minutes, &change.seconds};
     for (int i = 0; i < 6; ++i) *fields[i] = amounts[i]->value();
-    if (const QString problem = batchDateProblem(change); !problem.isEmpty()) {
+    if (picture.afterorignalDatelab) {
+        change.pictureShown = true;
+        change.beforeOriginal = picture.beforeorignalDatelab->text();
+        change.afterOriginal = picture.afterorignalDatelab->text().trimmed();
+    }
+    if (const QString problem = batchDateProblem(change, created->isChecked());
+        !problem.isEmpty()) {
         if (m_quietAlerts) return;
         QMessageBox box(QMessageBox::Warning, tr("Invalid date format"), tr(qPrintable(problem)),
                         QMessageBox::NoButton, m_window);

@@ -57,6 +57,17 @@ int finish(const QString& command, const QList<VideoWriteResult>& results, FileR
     return report.exitCode() | progress.finish(command, int(results.size()), total);
 }
 
+// `WriteSelectedItemsExifDataToPlist:` for every photo: one list each.
+QList<VideoWriteResult> exportEachPhoto(const IKImageItemList& items, const StorageContext& storage,
+                                        OutputBatch& batch, const BatchProgress& progress) {
+    QList<VideoWriteResult> results;
+    for (const IKImageItemPtr& item : items) {
+        results << WriteSelectedItemsExifDataToPlist(*item, storage, batch);
+        if (!reportProgress(progress, int(results.size()), int(items.size()))) break;
+    }
+    return results;
+}
+
 }  // namespace
 
 int runExport(const QStringList& args) {
@@ -74,13 +85,15 @@ int runExport(const QStringList& args) {
             QStringLiteral("  --%1%2\n")
                 .arg(QString::fromLatin1(f.name).leftJustified(11), QLatin1String(f.help));
     description += QStringLiteral(
+        "  --per-photo  each photo's whole dictionary in a list of its own, named\n"
+        "               after the photo without extension (\"IMG_1.plist\")\n"
         "  --artwork    each file's artwork, as TIFF data named \"FILE.jpg\"\n"
         "Photo lists hold each photo under its file name. Files a list leaves out are\n"
         "reported as skipped; the last line is the list written.");
     parser.setApplicationDescription(description + QLatin1String(kOutputHelp));
     addCommonOptions(parser);
     QStringList flags{QStringLiteral("metadata"), QStringLiteral("template"),
-                      QStringLiteral("artwork")};
+                      QStringLiteral("per-photo"), QStringLiteral("artwork")};
     for (const PlistFlag& f : kPhotoFlags) flags << QLatin1String(f.name);
     for (const QString& f : flags) parser.addOption({f, QStringLiteral("Export %1.").arg(f)});
     if (const int code = parse(parser, command, args); code >= 0) return code;
@@ -97,6 +110,8 @@ int runExport(const QStringList& args) {
         results = exportMetadataPlist(items, storage, batch, progress.callback());
     else if (flag == QLatin1String("template"))
         results = ExportTemplateDataToPlist(items, storage, batch);
+    else if (flag == QLatin1String("per-photo"))
+        results = exportEachPhoto(items, storage, batch, progress.callback());
     else if (flag == QLatin1String("artwork"))
         results = exportArtwork(items, storage, batch, progress.callback());
     else

@@ -88,6 +88,14 @@ class CliBatchTest(SourceKeepingTest):
             self.assertEqual(os.path.basename(r.stdout.strip()), name + ".plist")
             self.assertEqual(sorted(top), ["b.jpg", "clip.jpg"])
             self.assertIn(key, top["b.jpg"])
+        # One whole dictionary per photo, named after it; a video is no photo.
+        r = self.cli("export", "--per-photo", *photos, self.paths[0])
+        lines = r.stdout.splitlines()
+        self.assertEqual((r.returncode, [os.path.basename(p) for p in lines[:2]]),
+                         (1, ["clip.plist", "b.plist"]))
+        self.assertTrue(lines[2].startswith("skipped: "), lines)
+        with open(lines[1], "rb") as f:
+            self.assertEqual(plistlib.load(f)["{TIFF}"]["Artist"], "Bo")
         # The first entry (b.jpg) goes to every photo, whichever it came from.
         r = self.cli("import", "--tiff", os.path.join(self.out, "ExportTiffInfo.plist"), photos[0])
         self.assertEqual(exif(r.stdout.strip())["IFD0:Artist"], "Bo")

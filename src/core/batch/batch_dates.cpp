@@ -60,8 +60,12 @@ QList<VideoWriteResult> forEachSelected(const IKImageItemList& selected,
 
 }  // namespace
 
-QString batchDateProblem(const BatchDateChange& change) {
-    if (!change.fixedWay() || CheckDateFormatWithDateString(change.fixedDate)) return {};
+QString batchDateProblem(const BatchDateChange& change, bool creationDate) {
+    bool valid = !change.fixedWay() || CheckDateFormatWithDateString(change.fixedDate);
+    if (creationDate && change.pictureShown)
+        valid = CheckDateFormatWithDateString(change.beforeOriginal) &&
+                CheckDateFormatWithDateString(change.afterOriginal);
+    if (valid) return {};
     return QStringLiteral(
         "Input the valid date format: YYYY:MM:DD HH:MM:SS or YYYY-MM-DD HH:MM:SS");
 }
@@ -79,10 +83,16 @@ QString batchDateTextFor(const IKImageItem& item, const BatchDateChange& change,
 
 QDateTime batchCreationDateFor(const IKImageItem& item, const BatchDateChange& change,
                                int stepIndex) {
-    if (change.fixedWay()) return steppedFixedDate(change, stepIndex);
+    if (change.fixedWay() && !change.pictureShown) return steppedFixedDate(change, stepIndex);
     QDateTime created = readFileDates(item.filePath).creation;
     if (!created.isValid()) created = item.fileCreateDate;
     if (!created.isValid()) return {};
+    if (change.pictureShown) {
+        const QDateTime before = dateFromText(change.beforeOriginal);
+        const QDateTime after = dateFromText(change.afterOriginal);
+        if (!before.isValid() || !after.isValid()) return {};
+        return created.addSecs(before.secsTo(after));
+    }
     return dateFromText(shiftedText(created, change));
 }
 

@@ -21,12 +21,20 @@ struct BatchDateChange {
     QString stepUnit = QStringLiteral("Second");  // `AddDateUnitBtn`: Second, Minute, Hour
     bool add = true;                              // `AddTimeBtn`, else "Subtract Time"
     qint32 years = 0, months = 0, days = 0, hours = 0, minutes = 0, seconds = 0;
+    // The creation-date variant's picture case: while the dialog shows a
+    // photo (`dateImageview`), the interval from its original date as read
+    // (`beforeorignalDatelab`) to the date as edited (`afterorignalDatelab`)
+    // is added to each file's creation date instead of either way's date.
+    bool pictureShown = false;
+    QString beforeOriginal, afterOriginal;
 
     bool fixedWay() const { return fixedDate.size() >= 5; }
 };
 
-// The alert's message when the fixed date does not read as a date, else "".
-QString batchDateProblem(const BatchDateChange& change);
+// The alert's message when the fixed date (or, for the creation-date
+// variant with a picture shown, the before or after date) does not read as
+// a date, else "".
+QString batchDateProblem(const BatchDateChange& change, bool creationDate = false);
 
 // The date text handed to the writers for the `stepIndex`-th selected item
 // (counting from 0): the fixed date moved by the step, in its universal-time
@@ -35,7 +43,8 @@ QString batchDateProblem(const BatchDateChange& change);
 QString batchDateTextFor(const IKImageItem& item, const BatchDateChange& change, int stepIndex);
 
 // The same as a date, for the creation-date variant: the fixed date (local
-// time) moved by the step, or the shifted creation date. Invalid when the
+// time) moved by the step, or the shifted creation date; with a picture
+// shown, the creation date moved by the picture's interval. Invalid when the
 // shift lands on no calendar date (the scheme can give month 0).
 QDateTime batchCreationDateFor(const IKImageItem& item, const BatchDateChange& change,
                                int stepIndex);

@@ -89,6 +89,11 @@ void MediaTableModel::setContent(const IKImageItemList& items) {
     endResetModel();
 }
 
+void MediaTableModel::refreshRows() {
+    if (!m_content.isEmpty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kMediaColumnCount - 1));
+}
+
 IKImageItemPtr MediaTableModel::itemAt(int row) const {
     if (row < 0 || row >= m_content.size()) return nullptr;
     return m_content.at(row);

@@ -23,6 +23,9 @@ public:
     const IKImageItemList& content() const { return m_content; }
     void removeAllObjects() { setContent({}); }
     IKImageItemPtr itemAt(int row) const;
+    // Redraws every row after records changed in place (a rename): the
+    // order and the selection stay.
+    void refreshRows();
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -88,3 +88,21 @@ TEST(DatesBatchShift, FixedDateStepsPerItemAndShiftFallsBack) {
     shot.shootDateStr = "sometime";
     EXPECT_EQ(batchDateTextFor(shot, change, 0), "sometime");
 }
+
+TEST(DatesBatchShift, PictureIntervalMovesEachCreationDate) {
+    BatchDateChange change;
+    change.fixedDate = "2020:01:01 10:00:00";  // the recorded-date way keeps it
+    change.pictureShown = true;
+    change.beforeOriginal = "2019:05:06 10:00:00";
+    change.afterOriginal = "2019-05-07 11:30:15";
+    IKImageItem item;  // no file: its listed creation date counts
+    item.fileCreateDate = dateFromText("2021:06:10 12:00:00");
+    EXPECT_TRUE(batchDateProblem(change, true).isEmpty());
+    EXPECT_EQ(batchCreationDateFor(item, change, 3), dateFromText("2021:06:11 13:30:15"));
+    EXPECT_EQ(batchDateTextFor(item, change, 0), universalDateText(dateFromText(change.fixedDate)));
+    change.afterOriginal = "2019:05:06 09:00:00";  // backwards
+    EXPECT_EQ(batchCreationDateFor(item, change, 0), dateFromText("2021:06:10 11:00:00"));
+    change.afterOriginal = "tomorrow";
+    EXPECT_FALSE(batchDateProblem(change, true).isEmpty());
+    EXPECT_TRUE(batchDateProblem(change).isEmpty());
+}
