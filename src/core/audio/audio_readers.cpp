@@ -158,7 +158,7 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
 IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe) {
     FallbackTags fallback;
     QFile file(path);
-    const bool opened = file.open(QIODevice::ReadOnly);
+    const bool opened = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
     IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback);
     if (!opened) {
@@ -183,7 +183,7 @@ namespace {
 IKImageItemPtr readByWalk(const QString& path, AudioItemTable table, bool probe) {
     FallbackTags fallback;
     QFile file(path);
-    const bool opened = file.open(QIODevice::ReadOnly);
+    const bool opened = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
     IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback);
     QList<MetadataItem> items;

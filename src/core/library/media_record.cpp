@@ -3,15 +3,53 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QHash>
 #include <QMimeDatabase>
+#include <QMutex>
 
 #include <cmath>
+#include <optional>
 
 #include "core/common/dates.h"
 #include "core/common/file_dates.h"
 #include "core/common/logging.h"
 #include "core/library/formatters.h"
 #include "core/library/media_probe.h"
+
+namespace {
+
+QString kindOf(const QMimeType& mime) {
+    return mime.isValid() && !mime.isDefault() ? mime.comment() : QString();
+}
+
+// The kind by the name, as the desktop names it, looked up once per
+// extension: the database's glob matching cost more than reading a small
+// file's tags, and reading the content again for it a second open of every
+// file. Only Ogg, whose name does not tell the codec, is looked into.
+QString kindText(const QString& path) {
+    static QMutex mutex;
+    static QHash<QString, std::optional<QString>> byExtension;  // none: the content decides
+    const qsizetype dot = path.lastIndexOf(QLatin1Char('.'));
+    const QString extension =
+        dot > path.lastIndexOf(QLatin1Char('/')) ? path.mid(dot + 1).toLower() : QString();
+    if (!extension.isEmpty()) {
+        const QMutexLocker lock(&mutex);
+        if (const auto known = byExtension.constFind(extension); known != byExtension.cend()) {
+            if (known->has_value()) return **known;
+            return kindOf(QMimeDatabase().mimeTypeForFile(path));
+        }
+    }
+    const QMimeDatabase mimes;
+    const QMimeType byName = mimes.mimeTypeForFile(path, QMimeDatabase::MatchExtension);
+    const bool ogg = byName.name().endsWith(QLatin1String("/ogg"));
+    if (!extension.isEmpty()) {
+        const QMutexLocker lock(&mutex);
+        byExtension.insert(extension, ogg ? std::nullopt : std::optional(kindOf(byName)));
+    }
+    return ogg ? kindOf(mimes.mimeTypeForFile(path)) : kindOf(byName);
+}
+
+}  // namespace
 
 void fillFileAttributes(IKImageItem& item) {
     const QString& path = item.filePath;
@@ -33,15 +71,7 @@ void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
         item.fileduration = *facts.durationSeconds;
         item.fileduratStr = getMediaDuration(static_cast<qint32>(std::trunc(item.fileduration)));
     }
-    // The kind by the name, as the desktop names it: reading the content
-    // again for it would cost a second open of every file. Only Ogg, whose
-    // name does not tell the codec, is looked into.
-    const QMimeDatabase mimes;
-    QMimeType mime = mimes.mimeTypeForFile(item.filePath, QMimeDatabase::MatchExtension);
-    if (mime.name().endsWith(QLatin1String("/ogg"))) mime = mimes.mimeTypeForFile(item.filePath);
-    if (mime.isValid() && !mime.isDefault() && !mime.comment().isEmpty()) {
-        item.fileType = mime.comment();
-    }
+    if (const QString kind = kindText(item.filePath); !kind.isEmpty()) item.fileType = kind;
     if (facts.audioBitRate) {
         item.fileBitRate = QStringLiteral("%1 bps").arg(*facts.audioBitRate);
         item.audioDataRateStr = item.fileBitRate;
