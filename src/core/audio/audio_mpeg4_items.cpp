@@ -99,7 +99,7 @@ QList<Change> dictionaryChanges(const QVariantMap& exif, const AudioEditorState&
 
 std::optional<QImage> coverChange(const AudioEditorState& e) {
     if (!e.imageChanged) return std::nullopt;
-    return e.imageIsPlaceholder ? QImage() : e.audioArtImage;
+    return e.imageIsPlaceholder ? QImage() : e.audioArtImage.image();
 }
 
 QList<MetadataItem> merged(const QList<Change>& changes, const std::optional<QImage>& cover,

@@ -33,7 +33,7 @@ AudioEditorState audioEditorStateFor(const IKImageItem& item) {
     e.lyricslab = e.oldLyricStr = item.fileLyricist;
     e.createdDatelab = e.oldCreateDateStr = item.fileCreateDateStr;
     e.audioArtImage = item.fileImage;
-    e.imageIsPlaceholder = item.fileImage.isNull();
+    e.imageIsPlaceholder = !item.fileImage.hasPicture();
     return e;
 }
 

@@ -21,7 +21,7 @@ struct AudioEditorState {
         lyricslab;
     QString createdDatelab;  // always examined
 
-    QImage audioArtImage;  // the picture shown; null when it is the placeholder
+    StoredPicture audioArtImage;  // the picture shown; null when it is the placeholder
     bool imageIsPlaceholder = true;
     // The user chose a new picture; an untouched cover keeps its own bytes.
     bool imageChanged = false;

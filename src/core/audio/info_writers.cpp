@@ -214,7 +214,7 @@ AudioWriteResult writeWAVAuidoMetadatawithFileItem(const IKImageItem& item,
 AudioWriteResult SaveChangedFlaCAuidoExifItem(const IKImageItem& item, const AudioEditorState& e,
                                               const StorageContext& storage, OutputBatch& batch) {
     FlacCover cover;
-    if (e.imageChanged) cover = {true, e.imageIsPlaceholder ? QImage() : e.audioArtImage};
+    if (e.imageChanged) cover = {true, e.imageIsPlaceholder ? QImage() : e.audioArtImage.image()};
     return writeFlac(item, editorChanges(e, false, false), cover, storage, batch);
 }
 

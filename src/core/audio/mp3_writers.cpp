@@ -255,7 +255,7 @@ AudioWriteResult SaveChangedMp3MetadateItem(const IKImageItem& item, const Audio
     NewCover cover;
     if (e.imageChanged) {
         removeShownCover(frames.frames);
-        cover = {true, e.imageIsPlaceholder ? QImage() : e.audioArtImage};
+        cover = {true, e.imageIsPlaceholder ? QImage() : e.audioArtImage.image()};
     }
     const FileDates dates =
         changedOrSourceDates(readFileDates(item.filePath), e.createdDatelab, e.oldCreateDateStr);
@@ -307,7 +307,7 @@ AudioWriteResult RemoveMp3metadataItem(const IKImageItem& item, const AudioEdito
     NewCover cover;
     if (!e.imageIsPlaceholder) {
         if (e.imageChanged) {
-            cover = {true, e.audioArtImage};
+            cover = {true, e.audioArtImage.image()};
         } else {
             QList<Mp3Frame> pictures = s.frames;
             pictures.removeIf([](const Mp3Frame& f) { return f.id != "APIC"; });

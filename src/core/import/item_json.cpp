@@ -21,7 +21,7 @@ void putNumber(QJsonObject& o, const char* name, double value) {
 
 QJsonObject itemToJson(const IKImageItem& i) {
     QJsonObject o;
-    if (i.fileImage.size().isValid()) {
+    if (i.fileImage.hasPicture()) {
         o.insert(QStringLiteral("fileImage"),
                  QStringLiteral("%1x%2").arg(i.fileImage.width()).arg(i.fileImage.height()));
     }

@@ -20,6 +20,8 @@ public:
     // size; a null picture otherwise. Nothing is decoded yet.
     static StoredPicture fromData(const QByteArray& data);
 
+    // A picture is stored (it may still fail to decode); nothing is decoded.
+    bool hasPicture() const { return m_state != nullptr; }
     // No picture, or one whose data does not decode (this decodes it).
     bool isNull() const { return image().isNull(); }
     // The picture's size, from its header where it is not decoded yet.
@@ -30,6 +32,10 @@ public:
     const QImage& image() const;
     operator const QImage&() const { return image(); }  // NOLINT(google-explicit-constructor)
     qint64 cacheKey() const { return image().cacheKey(); }
+    // The same stored picture, or equal pixels.
+    bool operator==(const StoredPicture& other) const {
+        return m_state == other.m_state || image() == other.image();
+    }
 
 private:
     struct State;

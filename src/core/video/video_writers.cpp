@@ -81,7 +81,7 @@ VideoWriteJob SaveChangedVideoExifDateAction(const IKImageItem& item, const Vide
         addLocation(items, e.mediaLatitude, e.mediaLongtitude, e.mediaAatitude);
     }
     if (!e.imageIsPlaceholder && (shown.imageIsPlaceholder || e.mediaImage != shown.mediaImage))
-        items.append(artwork(e.mediaImage));
+        items.append(artwork(e.mediaImage.image()));
 
     const QString output = storageOutput(storage, item.filePath);
     VideoWriteJob job = jobFor(item.filePath, output, merge(items, existing, type), type);
@@ -194,7 +194,7 @@ VideoWriteJob RemoveVideoExifDateAction(const IKImageItem& item, const VideoEdit
         item.latitudeFormat != QLatin1String("-") && item.longtitudeFormat != QLatin1String("-");
     if (northEast && item.filelongtitude > 0.0 && item.filelatitude > 0.0)
         items.append(location(QString()));
-    if (!item.fileImage.isNull()) items.append(artwork(QImage()));
+    if (item.fileImage.hasPicture()) items.append(artwork(QImage()));
 
     const QString output = mirroredOutputPath(storage.storagelocation, item.filePath,
                                               storage.bImportLocalFolder, storage.bImportLocalPath);
@@ -252,6 +252,6 @@ VideoEditorState videoEditorStateFor(const IKImageItem& item) {
     e.mediaLongtitude = magnitude(item.filelongtitude);
     e.mediaAatitude = magnitude(item.fileAtitude);
     e.mediaImage = item.fileImage;
-    e.imageIsPlaceholder = item.fileImage.isNull();
+    e.imageIsPlaceholder = !item.fileImage.hasPicture();
     return e;
 }

@@ -3,8 +3,10 @@
 
 #include <QDateTime>
 #include <QImage>
+
 #include <QString>
 #include <QVariantMap>
+#include "core/library/stored_picture.h"
 
 #include "core/library/ik_image_item.h"
 #include "core/video/video_export.h"
@@ -17,7 +19,7 @@ struct VideoEditorState {
     QString mediaCreatedDate, mediaShootDate, mediaReleaseYear, mediaCopyright, mediaSoftware,
         mediakeywords;
     QString mediaLatitude, mediaLongtitude, mediaAatitude;
-    QImage mediaImage;  // the picture shown; null when it is the placeholder
+    StoredPicture mediaImage;  // the picture shown; null when it is the placeholder
     bool imageIsPlaceholder = true;
 
     QString oldMovieTitle, oldMovieAlbumArtist, oldMovieArtist, oldMovieMake, oldMovieModel,

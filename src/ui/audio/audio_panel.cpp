@@ -262,7 +262,7 @@ void AudioPanel::ShowAudioViewWithItem(const IKImageItemPtr& item, const AudioEd
     m_item = item ? item : std::make_shared<IKImageItem>();
     m_heading->setText(m_item->fileName);
     for (const FieldSpec& f : kFields) m_fields.value(QLatin1String(f.outlet))->setText(s.*f.text);
-    setArtwork(s.imageIsPlaceholder ? QImage() : s.audioArtImage);
+    setArtwork(s.imageIsPlaceholder ? QImage() : s.audioArtImage.image());
     m_imageChanged = false;
     updateInfo();
     const QList<MetadataRow> rows = metadataRows(m_item->fileMetaArray);

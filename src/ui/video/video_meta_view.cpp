@@ -285,7 +285,7 @@ void VideoMetaView::ShowVideoViewWithItem(const IKImageItemPtr& item, const Vide
         {"mediaAatitude", &s.mediaAatitude},
     };
     for (const auto& [outlet, text] : texts) m_fields.value(QLatin1String(outlet))->setText(*text);
-    setArtwork(s.imageIsPlaceholder ? QImage() : s.mediaImage);
+    setArtwork(s.imageIsPlaceholder ? QImage() : s.mediaImage.image());
 
     // The pin sits at the signed position; no map without a latitude.
     const double lat =

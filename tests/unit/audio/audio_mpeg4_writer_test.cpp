@@ -83,8 +83,9 @@ TEST_F(AudioMpeg4Writer, ChangedCoverIsStoredAsPngAndRemovalLeavesAudioAlone) {
     const QString source = taggedM4a();
     AudioEditorState editor;
     editor.imageChanged = true, editor.imageIsPlaceholder = false;
-    editor.audioArtImage = QImage(8, 8, QImage::Format_ARGB32);
-    editor.audioArtImage.fill(Qt::blue);
+    QImage blue(8, 8, QImage::Format_ARGB32);
+    blue.fill(Qt::blue);
+    editor.audioArtImage = blue;
     const AudioWriteResult saved =
         SaveChangedAuidoExifDateItem(audioAt(source), editor, storage, batch);
     ASSERT_TRUE(saved.ok()) << saved.reason.toStdString();

@@ -230,8 +230,9 @@ TEST_F(AudioWriters, Mp3FlavoursStampReloadRemoveAndNewCover) {
 
     // A new cover is stored with its true type.
     AudioEditorState e = shown;
-    e.audioArtImage = QImage(4, 4, QImage::Format_ARGB32);
-    e.audioArtImage.fill(Qt::transparent);
+    QImage clear(4, 4, QImage::Format_ARGB32);
+    clear.fill(Qt::transparent);
+    e.audioArtImage = clear;
     e.imageChanged = true;
     r = SaveChangedMp3MetadateItem(item, e, storage, batch);
     ASSERT_TRUE(r.ok());
