@@ -9,12 +9,15 @@
 #include <QSet>
 #include <QTemporaryDir>
 
+#include <cerrno>
+
 #include "core/audio/audio_output.h"
 #include "core/audio/audio_writers.h"
 #include "core/audio/id3_frames.h"
 #include "core/audio/id3lib_adapter.h"
 #include "core/audio/mp3_frames.h"
 #include "core/common/dates.h"
+#include "core/common/file_copy.h"
 #include "core/common/logging.h"
 #include "core/common/ui_texts.h"
 
@@ -195,20 +198,17 @@ QString writeMp3Copy(const QString& source, const Mp3Source& s, const QByteArray
     QFile out(target);
     if (!in.open(QIODevice::ReadOnly))
         return WriteResult::tr("the file cannot be read: %1").arg(in.errorString());
-    // Appended to the publisher's new empty file: a truncation would make ext4
-    // flush the copy when it is closed.
-    if (!out.open(QIODevice::Append) || out.write(tag) != tag.size() || !in.seek(s.audioBegin))
+    // Written into the publisher's new empty file, neither truncated (ext4
+    // would flush the copy when it is closed) nor opened for appending (the
+    // kernel's copy refuses that).
+    if (!out.open(QIODevice::ReadWrite) || out.size() != 0 || out.write(tag) != tag.size())
         return WriteResult::tr("the copy could not be written: %1").arg(out.errorString());
-    qint64 left = s.audioEnd - s.audioBegin;
-    while (left > 0) {
-        const QByteArray chunk = in.read(qMin<qint64>(left, 1 << 20));
-        if (chunk.isEmpty()) return WriteResult::tr("the file could not be read to its end");
-        if (out.write(chunk) != chunk.size())
-            return WriteResult::tr("the copy could not be written: %1").arg(out.errorString());
-        left -= chunk.size();
-    }
     if (!out.flush())
         return WriteResult::tr("the copy could not be written: %1").arg(out.errorString());
+    // The audio bytes are copied in the kernel where it can.
+    QByteArray buffer;
+    if (!copyRange(in.handle(), s.audioBegin, s.audioEnd - s.audioBegin, out.handle(), buffer))
+        return WriteResult::tr("the copy could not be written: %1").arg(qt_error_string(errno));
     return {};
 }
 
