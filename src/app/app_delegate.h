@@ -414,7 +414,8 @@ private:
     void showItem(const IKImageItemPtr& item);
     void answerLeavingEditedRow();
     enum class UnsavedAnswer { Save, Discard, Cancel };
-    UnsavedAnswer askAboutUnsavedEdits();
+    // Names `shown`, else the record whose panel holds the edits.
+    UnsavedAnswer askAboutUnsavedEdits(const IKImageItemPtr& shown = nullptr);
     QAbstractButton* ask(QMessageBox& question);
     void markPanelSaved();
     // Saves the panel's edits into the given files: the audio panel's into
@@ -479,7 +480,10 @@ private:
     // Asks about the shown photo's unsaved edits (applying them on Save);
     // false when the user cancelled.
     bool mayLeaveShownPhoto();
+    // The photo panel on show holds unsaved edits.
     bool photoEditsUnsaved() const;
+    // The photo panel holds unsaved edits, shown or not.
+    bool photoPanelEdited() const;
     void markPhotoSaved();
     void applyPhotoEdits(const IKImageItemList& items);
     // One write per photo on the export pool, each told in the status bar.

@@ -156,6 +156,9 @@ bool AppDelegate::mayLeaveShownPhoto() {
             return true;
         case UnsavedAnswer::Discard:
             qCInfo(lcTagsmith) << "unsaved edits discarded ==" << m_shownPhoto->filePath;
+            // Given up: the panel, kept as it was behind another view, no
+            // longer counts them.
+            markPhotoSaved();
             return true;
     }
     return true;
@@ -337,8 +340,11 @@ void AppDelegate::markPhotoSaved() {
 }
 
 bool AppDelegate::photoEditsUnsaved() const {
-    if (!photoMode() || !m_shownPhoto) return false;
-    return !samePhotoEdits(photoContentView->editorState(), *m_photoBaseline);
+    return photoMode() && photoPanelEdited();
+}
+
+bool AppDelegate::photoPanelEdited() const {
+    return m_shownPhoto && !samePhotoEdits(photoContentView->editorState(), *m_photoBaseline);
 }
 
 void AppDelegate::runPhotoWrites(const IKImageItemList& items, const PhotoWrite& write) {

@@ -202,10 +202,10 @@ QAbstractButton* AppDelegate::ask(QMessageBox& question) {
     return question.clickedButton();
 }
 
-AppDelegate::UnsavedAnswer AppDelegate::askAboutUnsavedEdits() {
+AppDelegate::UnsavedAnswer AppDelegate::askAboutUnsavedEdits(const IKImageItemPtr& named) {
     QMessageBox question(m_window);
     question.setIcon(QMessageBox::Warning);
-    const IKImageItemPtr shown = photoEditsUnsaved() ? m_shownPhoto : m_shownItem;
+    const IKImageItemPtr shown = named ? named : photoEditsUnsaved() ? m_shownPhoto : m_shownItem;
     question.setText(tr("Do you want to save the changes you made to \"%1\"?")
                          .arg(shown ? shown->fileName : QString()));
     question.setInformativeText(tr("Your changes will be lost if you don't save them."));
@@ -221,13 +221,16 @@ AppDelegate::UnsavedAnswer AppDelegate::askAboutUnsavedEdits() {
 }
 
 bool AppDelegate::confirmQuit(bool fromMenu) {
-    if (hasUnsavedEdits()) {
-        switch (askAboutUnsavedEdits()) {
+    // The photo panel keeps its edits behind the Media view: they are asked
+    // about there too, unless the media panel on show has edits of its own.
+    const bool photoEdits = photoPanelEdited() && (photoMode() || !hasUnsavedEdits());
+    if (photoEdits || hasUnsavedEdits()) {
+        switch (askAboutUnsavedEdits(photoEdits ? m_shownPhoto : nullptr)) {
             case UnsavedAnswer::Cancel:
                 return false;
             case UnsavedAnswer::Save:
                 // The export runs on; quitting waits for it.
-                if (photoEditsUnsaved())
+                if (photoEdits)
                     applyPhotoEdits({m_shownPhoto});
                 else
                     saveEdits({m_shownItem});

@@ -92,13 +92,14 @@ ffmpeg -v error -y $still "$out/photo.jpg"
 ffmpeg -v error -y $still "$out/photo.png"
 ffmpeg -v error -y $still "$out/photo.webp"
 ffmpeg -v error -y $still "$out/photo.tif"
+ffmpeg -v error -y -f lavfi -i testsrc=size=16x12:rate=4 -frames:v 2 -loop 0 "$out/photo.gif"
 if command -v exiftool >/dev/null 2>&1; then
   for f in photo.jpg photo.png photo.webp photo.tif; do
     exiftool -q -q -overwrite_original -Artist=Artist -Make=Make -Model=Model \
       "-DateTimeOriginal=2020:01:02 03:04:05" -GPSLatitude=33.5 -GPSLatitudeRef=S \
       -GPSLongitude=70.25 -GPSLongitudeRef=W -GPSAltitude=12 -GPSAltitudeRef#=1 \
       -IPTC:ObjectName=Title -IPTC:Keywords=a -IPTC:Keywords=b -XMP-dc:Title=Title \
-      "$out/$f"
+      -Photoshop:URL=u -LensModel=Lens -SerialNumber=1 -XMP-aux:Firmware=1 "$out/$f"
   done
 fi
 touch "$out/.made"

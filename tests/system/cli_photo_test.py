@@ -153,6 +153,12 @@ class CliPhotoTest(SourceKeepingTest):
                          [10, "N", 5, 0])
         self.assertEqual([jpg["{IPTC}"]["ObjectName"], jpg["{IPTC}"]["Keywords"]], ["Old", ["old"]])
         self.assertIn("{PNG}", png)
+        gif, lens = os.path.join(self.tmp.name, "anim.gif"), os.path.join(self.tmp.name, "lens.jpg")
+        ffmpeg("-f", "lavfi", "-i", "testsrc=size=32x24:rate=4", "-frames:v", "3", "-loop", "0", gif)
+        run("exiftool", "-q", "-o", lens, "-LensModel=EF 50mm", "-SerialNumber=A1", self.files["jpg"])
+        gif, lens = (r["properties"] for r in json.loads(run(CLI, "tree", "--json", gif, lens).stdout))
+        self.assertEqual([gif["{GIF}"]["LoopCount"], gif["{GIF}"]["DelayTime"], lens["{ExifAux}"]],
+                         [0, 0.25, {"LensModel": "EF 50mm", "SerialNumber": "A1"}])
         text = run(CLI, "tree", self.files["jpg"]).stdout
         self.assertIn("\n  {TIFF}\n", text)
         self.assertIn("\n    Artist: Old\n", text)

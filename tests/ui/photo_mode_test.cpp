@@ -170,6 +170,29 @@ private Q_SLOTS:
         select(m_bare);
     }
 
+    // Quitting asks about the photo panel's edits from every view: the way
+    // to the Media view asks first, and edits the panel still holds behind
+    // it are asked about when quitting or closing the window.
+    void quittingAsksAboutPhotoEditsFromEveryView() {
+        const QStringList question{"Do you want to save the changes you made to \"located.jpg\"?"};
+        select(m_located);
+        QTest::keyClicks(m_panel->field("titlelab"), "x");
+        s.answerWith("Cancel");
+        QVERIFY(!s.app->windowShouldClose());
+        s.app->ShowMediaListAction(nullptr);
+        QCOMPARE(s.asked, question + question);
+        s.answerWith(" Discard ");
+        s.app->ShowMediaListAction(nullptr);
+        QVERIFY(!s.app->photoMode());
+        s.answerWith("Cancel");
+        QVERIFY(s.app->confirmQuit(false));  // discarded: nothing left to ask about
+        m_panel->field("titlelab")->setText("held");
+        QVERIFY(!s.app->confirmQuit(false));
+        QCOMPARE(s.asked, question);
+        s.app->ChangeToImportComputerPhoto(nullptr);
+        select(m_bare);
+    }
+
     // A folder served as a camera: plugged in, listed without the sound
     // recording, the GPS window opened on a downloaded copy, a download for
     // editing, a delete after its question, and unplugged.

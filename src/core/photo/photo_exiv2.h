@@ -78,6 +78,18 @@ bool isStructuralTiffTag(const std::string& tagName);
 // The dictionary group of a maker-note group ("{MakerCanon}"), or "".
 QString makerGroupOf(const std::string& exiv2Group);
 
+// An Exiv2 value as the dictionary holds it (photo_read.cpp); invalid when
+// it is not listed (long tables, blobs).
+QVariant dictionaryValue(const Exiv2::Value& value);
+
+// The groups made of what Exiv2 read beside the main ones
+// (photo_exiv2_groups.cpp): "{ExifAux}" from the Exif, maker-note and XMP
+// auxiliary values, "{Raw}" from a DNG's raw-data tags (taken out of
+// "{TIFF}"), "{8BIM}" from a TIFF's image resources.
+void addAuxiliaryGroups(PropertyDictionary& properties, const Exiv2::Image& image);
+// Takes out what "{ExifAux}" is made of.
+void removeExifAux(Exiv2::Image& image);
+
 // A text from bytes that should be UTF-8 but may be Latin-1.
 QString textFromBytes(const std::string& bytes);
 

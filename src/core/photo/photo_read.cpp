@@ -15,6 +15,7 @@
 #include "core/common/ui_texts.h"
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_exiv2.h"
+#include "core/photo/photo_file_groups.h"
 
 using namespace photo_exiv2;
 
@@ -307,6 +308,7 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
         }
         addExif(source.properties, image->exifData());
         addIptc(source.properties, image->iptcData(), image->xmpData());
+        addAuxiliaryGroups(source.properties, *image);
     } catch (const Exiv2::AnyError& error) {
         qCInfo(lcTagsmith).noquote()
             << "photo not read ==" << label << "== Exiv2 error" << error.code() << error.what();
@@ -326,12 +328,17 @@ PhotoSource readWith(Exiv2::Image::AutoPtr (*open)(const void*), const void* arg
     }
     if (device && device->open(QIODevice::ReadOnly)) {
         if (source.type == QLatin1String("jpeg")) addJfif(source.properties, device->peek(20));
+        addFileGroups(source, *device);
         addFromQtReader(source, *device);
     }
     return source;
 }
 
 }  // namespace
+
+QVariant photo_exiv2::dictionaryValue(const Exiv2::Value& value) {
+    return variantOf(value);
+}
 
 PhotoSource readPhotoProperties(const QString& path, bool pictureFacts) {
     QFile file(path);

@@ -15,6 +15,7 @@
 #include "core/common/logging.h"
 #include "core/common/ui_texts.h"
 #include "core/photo/photo_exiv2.h"
+#include "core/photo/photo_file_groups.h"
 #include "core/photo/photo_png_text.h"
 
 using namespace photo_exiv2;
@@ -156,6 +157,8 @@ void removeGroup(Exiv2::Image& image, const QString& group) {
                 eraseXmpIf(image.xmpData(), [&](const std::string& k) { return k == e.xmp; });
     } else if (group == PhotoGroup::EightBIM) {
         setExif(exif, "Exif.Image.ImageResources", {});
+    } else if (group == PhotoGroup::ExifAux) {
+        removeExifAux(image);
     } else if (group == PhotoGroup::PNG) {
         image.clearComment();
     } else if (group.startsWith(QLatin1String("{Maker"))) {
@@ -303,6 +306,8 @@ PhotoWriteOutcome writePhotoBytes(const QByteArray& source, const QString& targe
         }
         if (type == Exiv2::ImageType::png && edit.removedGroups.contains(PhotoGroup::PNG))
             written = withoutPngTexts(written);
+        if (type == Exiv2::ImageType::jpeg && edit.removedGroups.contains(PhotoGroup::EightBIM))
+            written = withoutJpegImageResources(written);
     } catch (const Exiv2::AnyError& error) {
         qCInfo(lcTagsmith).noquote()
             << "photo not written ==" << target << "== Exiv2 error" << error.code() << error.what();

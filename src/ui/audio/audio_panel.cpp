@@ -24,6 +24,7 @@
 #include "core/library/formatters.h"
 #include "core/library/info_block.h"
 #include "core/video/metadata_rows.h"
+#include "ui/controls/field_grid.h"
 #include "ui/controls/metadata_table.h"
 
 namespace {
@@ -205,10 +206,7 @@ AudioPanel::AudioPanel(QWidget* parent) : QWidget(parent) {
     layout->addWidget(m_playerArea);
 
     // The editable fields in their two groups; the created date stands alone.
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(10);
-    grid->setVerticalSpacing(6);
-    grid->setColumnStretch(1, 1);
+    QGridLayout* grid = makeFieldGrid();
     int row = 0;
     Group section = Group::None;
     for (const FieldSpec& f : kFields) {
@@ -219,14 +217,8 @@ AudioPanel::AudioPanel(QWidget* parent) : QWidget(parent) {
                                                              : tr("File");
             grid->addWidget(sectionTitle(title), row++, 0, 1, 2);
         }
-        auto* label = new QLabel(tr(f.title));
-        label->setObjectName(QStringLiteral("fieldName"));
-        auto* edit = new QLineEdit;
-        edit->setObjectName(QLatin1String(f.outlet));
-        label->setBuddy(edit);
-        edit->setToolTip(tr("%1: edit, then Save Changes").arg(label->text()));
-        grid->addWidget(label, row, 0, Qt::AlignRight);
-        grid->addWidget(edit, row++, 1);
+        QLineEdit* edit =
+            addFieldRow(grid, row, tr(f.title), f.outlet, tr("%1: edit, then Save Changes"));
         m_fields.insert(QLatin1String(f.outlet), edit);
         if (f.group == Group::Basic)
             connect(edit, &QLineEdit::textEdited, this, &AudioPanel::basicFieldEdited);

@@ -7,6 +7,8 @@
 #include <QMimeData>
 #include <QVBoxLayout>
 
+#include "ui/controls/path_drops.h"
+
 PRDragTableView::PRDragTableView(QWidget* parent) : QTableView(parent) {
     setObjectName(QStringLiteral("dragtableView"));
     setAcceptDrops(true);
@@ -28,35 +30,12 @@ PRDragTableView::PRDragTableView(QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-QStringList PRDragTableView::localPaths(const QMimeData* mime) {
-    QStringList paths;
-    if (!mime || !mime->hasUrls()) return paths;
-    for (const QUrl& url : mime->urls())
-        if (url.isLocalFile()) paths << url.toLocalFile();
-    return paths;
-}
-
-bool PRDragTableView::welcome(const QMimeData* mime) const {
-    const QStringList paths = localPaths(mime);
-    return !paths.isEmpty() && validateDrop && validateDrop(paths);
-}
-
 void PRDragTableView::dragEnterEvent(QDragEnterEvent* event) {
-    if (welcome(event->mimeData())) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    answerPathDrop(event, validateDrop);
 }
 
 void PRDragTableView::dragMoveEvent(QDragMoveEvent* event) {
-    if (welcome(event->mimeData())) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    answerPathDrop(event, validateDrop);
 }
 
 void PRDragTableView::dropEvent(QDropEvent* event) {
@@ -65,13 +44,7 @@ void PRDragTableView::dropEvent(QDropEvent* event) {
         m_urlArray = mime->urls();
         Q_EMIT NSDragOperationMediaNote(this);
     }
-    const QStringList paths = localPaths(mime);
-    if (!paths.isEmpty() && acceptDrop && acceptDrop(paths)) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    answerPathDrop(event, acceptDrop);
 }
 
 DropHintView::DropHintView(const QString& iconPath, const QString& text, QWidget* parent)
@@ -98,21 +71,9 @@ void DropHintView::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void DropHintView::dragMoveEvent(QDragMoveEvent* event) {
-    const QStringList paths = PRDragTableView::localPaths(event->mimeData());
-    if (!paths.isEmpty() && validateDrop && validateDrop(paths)) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    answerPathDrop(event, validateDrop);
 }
 
 void DropHintView::dropEvent(QDropEvent* event) {
-    const QStringList paths = PRDragTableView::localPaths(event->mimeData());
-    if (!paths.isEmpty() && acceptDrop && acceptDrop(paths)) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    answerPathDrop(event, acceptDrop);
 }

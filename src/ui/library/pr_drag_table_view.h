@@ -24,9 +24,6 @@ public:
     // The file URLs of the last drop.
     QList<QUrl> geturlArray() const { return m_urlArray; }
 
-    // Local paths of a drag's URLs, in order.
-    static QStringList localPaths(const QMimeData* mime);
-
 Q_SIGNALS:
     // Told after each drop that carried URLs, with the table as sender.
     void NSDragOperationMediaNote(QObject* sender);
@@ -37,7 +34,6 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    bool welcome(const QMimeData* mime) const;
     QList<QUrl> m_urlArray;
 };
 

@@ -7,7 +7,7 @@
 #include <QPainter>
 
 #include "core/photo/photo_picture.h"
-#include "ui/library/pr_drag_table_view.h"
+#include "ui/controls/path_drops.h"
 
 namespace {
 QPixmap placeholderTile(int side) {
@@ -153,21 +153,9 @@ void PhotoBrowserView::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void PhotoBrowserView::dragMoveEvent(QDragMoveEvent* event) {
-    const QStringList paths = PRDragTableView::localPaths(event->mimeData());
-    if (!paths.isEmpty() && validateDrop && validateDrop(paths)) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    answerPathDrop(event, validateDrop);
 }
 
 void PhotoBrowserView::dropEvent(QDropEvent* event) {
-    const QStringList paths = PRDragTableView::localPaths(event->mimeData());
-    if (!paths.isEmpty() && acceptDrop && acceptDrop(paths)) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->ignore();
-    }
+    answerPathDrop(event, acceptDrop);
 }

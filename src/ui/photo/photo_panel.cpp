@@ -13,6 +13,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "ui/controls/field_grid.h"
 #include "ui/controls/map_view.h"
 
 namespace {
@@ -134,10 +135,7 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
     layout->addLayout(info);
 
     // The editable fields in their three groups, each edit setting its flag.
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(10);
-    grid->setVerticalSpacing(6);
-    grid->setColumnStretch(1, 1);
+    QGridLayout* grid = makeFieldGrid();
     row = 0;
     for (size_t i = 0; i < std::size(kFields); ++i) {
         const FieldSpec& f = kFields[i];
@@ -147,14 +145,8 @@ PhotoPanel::PhotoPanel(QWidget* parent) : QWidget(parent) {
                                                              : tr("Location");
             grid->addWidget(sectionTitle(title), row++, 0, 1, 2);
         }
-        auto* label = new QLabel(tr(f.title));
-        label->setObjectName(QStringLiteral("fieldName"));
-        auto* edit = new QLineEdit;
-        edit->setObjectName(QLatin1String(f.outlet));
-        label->setBuddy(edit);
-        edit->setToolTip(tr("%1: edit, then Apply Changes").arg(label->text()));
-        grid->addWidget(label, row, 0, Qt::AlignRight);
-        grid->addWidget(edit, row++, 1);
+        QLineEdit* edit =
+            addFieldRow(grid, row, tr(f.title), f.outlet, tr("%1: edit, then Apply Changes"));
         m_fields.insert(QLatin1String(f.outlet), edit);
         if (f.group == Group::Basic)
             connect(edit, &QLineEdit::textEdited, this, &PhotoPanel::basicFieldEdited);

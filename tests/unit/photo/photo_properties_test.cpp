@@ -102,8 +102,14 @@ TEST(PhotoProperties, HostileBytesAnswerAProblem) {
     loop.replace(loop.size() - 64 - 4, 4, QByteArray("\x08\0\0\0", 4));  // page 2 points to page 1
     QByteArray huge = multiPageTiff(5);
     huge.replace(10 + 12 * 5 + 4, 4, QByteArray("\xff\xff\xff\x0f", 4));  // 2^28 strip offsets
-    const QByteArray cases[] = {{},   jpeg.left(jpeg.size() / 3), "GIF89a garbage", loop,
-                                huge, QByteArray(4096, '\xff')};
+    // A resource longer than the file; a GIF of extensions to its end.
+    const QByteArray irb =
+        QByteArray("\xff\xd8\xff\xed\0\x1cPhotoshop 3.0\0008BIM\x04\x0a\0\0\xff\xff\xff\xff", 32) +
+        jpeg.mid(2);
+    const QByteArray gif = QByteArray("GIF89a\x10\0\x10\0\xf7", 11) + QByteArray(800, '\x21');
+    const QByteArray cases[] = {
+        {}, jpeg.left(jpeg.size() / 3), "GIF89a garbage", loop, huge, QByteArray(4096, '\xff'), irb,
+        gif};
     for (const QByteArray& bytes : cases) {
         const PhotoSource source = readPhotoPropertiesFromData(bytes);  // must return
         EXPECT_TRUE(source.ok() || !source.problem.isEmpty());
@@ -180,4 +186,50 @@ TEST(PhotoProperties, MultiPageTiffKeepsEveryPageOrIsRefused) {
             EXPECT_EQ(reader.read().pixelColor(0, 0).red(), page * 40);
         }
     }
+}
+
+// The groups beside the main ones, each from a file made here; a removal of
+// "{8BIM}" and "{ExifAux}" takes what they are made of and keeps IPTC.
+TEST(PhotoProperties, AuxiliaryGroupsReadAndRemoved) {
+    const QString jpeg = exiftoolFixture(
+        "photo-aux.jpg", photoPicture("photo-base.jpg", "JPEG"),
+        QStringList{"-LensModel=EF 50mm", "-SerialNumber=A123", "-LensInfo=24 70 2.8 4",
+                    "-XMP-aux:Firmware=1.0.3", "-XMP-aux:FlashCompensation=-2/3",
+                    "-IPTC:Keywords=k", "-Photoshop:CopyrightFlag=True", "-Photoshop:URL=x"});
+    const QString gif = ffmpegFixture(
+        "photo-anim.gif", words("-f lavfi -i testsrc=size=32x24:rate=4 -frames:v 3 -loop 0"));
+    const struct {
+        QString path, group, key;
+        QVariant expected;
+    } cases[] = {
+        {jpeg, PhotoGroup::ExifAux, "LensModel", "EF 50mm"},
+        {jpeg, PhotoGroup::ExifAux, "SerialNumber", "A123"},
+        {jpeg, PhotoGroup::ExifAux, "LensInfo", QVariantList{24.0, 70.0, 2.8, 4.0}},
+        {jpeg, PhotoGroup::ExifAux, "Firmware", "1.0.3"},
+        {jpeg, PhotoGroup::ExifAux, "FlashCompensation", -2.0 / 3},
+        {jpeg, PhotoGroup::EightBIM, "ImageResources", QVariantList{0x040a, 0x040b}},
+        {gif, PhotoGroup::GIF, "CanvasPixelWidth", 32},
+        {gif, PhotoGroup::GIF, "HasGlobalColorMap", true},
+        {gif, PhotoGroup::GIF, "LoopCount", 0},
+        {gif, PhotoGroup::GIF, "DelayTime", 0.25},
+        {dngPicture("photo-base.dng"), PhotoGroup::Raw, "UniqueCameraModel", "TestCam"},
+        {dngPicture("photo-base.dng"), PhotoGroup::Raw, "DNGVersion", QVariantList{1, 4, 0, 0}},
+        {dngPicture("photo-base.dng"), PhotoGroup::TIFF, "UniqueCameraModel", {}},
+    };
+    for (const auto& c : cases) {
+        const QVariant got = readPhotoProperties(c.path).properties[c.group].toMap().value(c.key);
+        EXPECT_EQ(got.toString(), c.expected.toString()) << (c.group + c.key).toStdString();
+        EXPECT_EQ(got.toList(), c.expected.toList()) << (c.group + c.key).toStdString();
+    }
+    QTemporaryDir dir;
+    PropertyEdit edit;
+    edit.removedGroups = QStringList{PhotoGroup::EightBIM, PhotoGroup::ExifAux};
+    ASSERT_EQ(writePhotoCopy(jpeg, dir.filePath("out.jpg"), edit).status,
+              PhotoWriteStatus::Written);
+    const QJsonObject t = exiftoolTags(dir.filePath("out.jpg"));
+    for (const char* gone :
+         {"Photoshop:URL", "Photoshop:CopyrightFlag", "XMP-aux:Firmware", "ExifIFD:SerialNumber"})
+        EXPECT_FALSE(t.contains(gone)) << gone;
+    EXPECT_EQ(t["IPTC:Keywords"].toString(), "k");
+    EXPECT_EQ(QImage(dir.filePath("out.jpg")), QImage(jpeg));
 }

@@ -11,12 +11,13 @@ namespace {
 
 QString gpsJpeg() {
     return exiftoolFixture(
-        QStringLiteral("photo-gps.jpg"), photoPicture(QStringLiteral("photo-base.jpg"), "JPEG"),
+        QStringLiteral("photo-gps-irb.jpg"), photoPicture(QStringLiteral("photo-base.jpg"), "JPEG"),
         words("-Make=Canon -Model=EOS -GPSLatitude=33.5 -GPSLatitudeRef=S "
               "-GPSLongitude=151.2 -GPSLongitudeRef=W -GPSAltitude=10 "
               "-GPSAltitudeRef#=1 -GPSSpeed=5 -GPSSpeedRef=K -GPSMapDatum=WGS-84 "
               "-DateTimeOriginal=2020:01:02_03:04:05 -IPTC:Keywords=old "
-              "-XMP-exif:GPSLatitude=33.5S -XMP-dc:Title=Secret -Orientation#=6")
+              "-XMP-exif:GPSLatitude=33.5S -XMP-dc:Title=Secret -Orientation#=6 "
+              "-Photoshop:URL=x")
             .replaceInStrings("_", " "));
 }
 
@@ -171,11 +172,11 @@ TEST_F(PhotoCommands, RemovalTableAndNames) {
          PhotoMode::Camera,
          "NoExifAndGPS_r.jpg",
          {"ExifIFD:DateTimeOriginal", "GPS:GPSSpeed"},
-         {"IFD0:Make", "IPTC:Keywords"}},
+         {"IFD0:Make", "IPTC:Keywords", "Photoshop:URL"}},
         {PhotoRemoval::All,
          PhotoMode::Local,
          "r.jpg",
-         {"IFD0:Make", "IPTC:Keywords", "GPS:GPSSpeed", "XMP-exif:GPSLatitude"},
+         {"IFD0:Make", "IPTC:Keywords", "GPS:GPSSpeed", "XMP-exif:GPSLatitude", "Photoshop:URL"},
          {"XMP-dc:Title", "IFD0:Orientation"}},
         {PhotoRemoval::Privacy,
          PhotoMode::Local,
