@@ -2184,10 +2184,6 @@ oder mit „Hinzufügen“ auswählen</translation>
         <translation>das neue Bild konnte nicht vorbereitet werden</translation>
     </message>
     <message>
-        <source>the file could not be read to its end</source>
-        <translation>die Datei konnte nicht bis zum Ende gelesen werden</translation>
-    </message>
-    <message>
         <source>the new name would be empty</source>
         <translation>der neue Name wäre leer</translation>
     </message>
