@@ -10,7 +10,7 @@ import subprocess
 import tempfile
 import unittest
 
-from support import CLI, SourceKeepingTest, ffmpeg, ffprobe, framemd5, run, sha
+from support import CLI, SourceKeepingTest, children, ffmpeg, ffprobe, framemd5, read_bytes, run, sha
 
 
 def hashes(path, stream):
@@ -76,6 +76,10 @@ class CliVideoToolsTest(SourceKeepingTest):
                 copied = {"convert": ("v", "a"), "slow": ("v",)}.get(command[0], ())
                 for stream in copied:  # pass-through: the same packets
                     self.assertEqual(hashes(os.path.join(self.out, output), stream), hashes(source, stream))
+                if command[0] in ("convert", "compress", "extract-audio"):  # the movie box in front
+                    data = read_bytes(os.path.join(self.out, output))
+                    top = [kind for kind, *_ in children(data, 0, len(data))]
+                    self.assertLess(top.index("moov"), top.index("mdat"))
                 self.assertEqual(sorted(os.listdir(self.out)), [output])  # no temporary file left
 
     def test_gif_of_a_3_5_s_clip_has_4_pictures_looping_forever(self):

@@ -3,6 +3,7 @@
 
 #include <QFile>
 
+#include <climits>
 #include <cmath>
 #include <cstring>
 #include <mutex>
@@ -28,6 +29,9 @@ namespace {
 struct Failure {
     QString reason;
 };
+
+// The room kept for the movie box was too small: the file is written again.
+struct RoomTooSmall {};
 
 QString avError(int code) {
     char text[AV_ERROR_MAX_STRING_SIZE] = {};
@@ -97,8 +101,8 @@ struct Lane {
 
 class Pass {
 public:
-    Pass(const TranscodeRequest& request, const JobControl& control)
-        : m_request(request), m_control(control) {}
+    Pass(const TranscodeRequest& request, const JobControl& control, bool keepRoom)
+        : m_request(request), m_control(control), m_keepRoom(keepRoom) {}
     ~Pass() {
         av_frame_free(&m_frame);
         av_frame_free(&m_filtered);
@@ -132,7 +136,15 @@ public:
         check(avio_open(&m_output->pb, native.constData(), AVIO_FLAG_WRITE), "open output",
               WriteResult::tr("the new file cannot be created"));
         AVDictionary* options = nullptr;
-        if (m_request.fastStart) av_dict_set(&options, "movflags", "+faststart", 0);
+        if (m_request.fastStart) {
+            m_room = m_keepRoom ? (m_request.movieBoxRoom > 0 ? m_request.movieBoxRoom
+                                                              : movieBoxRoom(duration))
+                                : 0;
+            if (m_room > 0)
+                av_dict_set(&options, "moov_size", QByteArray::number(m_room).constData(), 0);
+            else
+                av_dict_set(&options, "movflags", "+faststart", 0);
+        }
         const int header = avformat_write_header(m_output, &options);
         av_dict_free(&options);
         if (header < 0) {
@@ -153,12 +165,58 @@ public:
             encode(*lane, nullptr);
         }
         const int trailer = av_write_trailer(m_output);
+        if (trailer == AVERROR(EINVAL) && m_room > 0) throw RoomTooSmall{};
         if (trailer < 0) throw Failure{writeReason(trailer)};
         if (m_control.progress) m_control.progress(1.0);
         return ExportStatus::Completed;
     }
 
 private:
+    // How many packets the lane will write; 0 when that cannot be told.
+    double packetCount(const Lane& lane, double duration) const {
+        const AVStream* in = lane.in;
+        if (lane.mode == StreamMode::Encode && !lane.video) {
+            const int frame = lane.encoder->frame_size > 0 ? lane.encoder->frame_size : 1024;
+            return duration * m_request.timeScale * lane.encoder->sample_rate / frame + 8;
+        }
+        if (in->nb_frames > 0) return double(in->nb_frames);
+        const double seconds =
+            in->duration > 0 ? double(in->duration) * av_q2d(in->time_base) : duration;
+        if (lane.video) {
+            const AVRational rate = in->avg_frame_rate.num ? in->avg_frame_rate : in->r_frame_rate;
+            return rate.num > 0 && rate.den > 0 ? seconds * av_q2d(rate) * 1.1 + 8 : 0;
+        }
+        const AVCodecParameters* p = in->codecpar;
+        return p->frame_size > 0 ? seconds * p->sample_rate / p->frame_size * 1.1 + 8 : 0;
+    }
+
+    // Room for the movie box, from the packets each stream will write: a
+    // size, and for pictures a duration, a composition offset and a key-frame
+    // entry (variable frame rates and reordered frames fill those tables); a
+    // chunk offset and a chunk-table entry each when streams interleave. The
+    // stream descriptions and the movie's header come on top. 0 (the box is
+    // moved afterwards) when a count is unknown or the room would be more
+    // than a fiftieth of the source.
+    int movieBoxRoom(double duration) const {
+        const int streams = m_output->nb_streams;
+        double bytes = 8192;
+        for (const Lane* lane : {&m_video, &m_audio}) {
+            if (!lane->out) continue;
+            const double packets = packetCount(*lane, duration);
+            if (packets <= 0) return 0;
+            const int each = 4 + (lane->video ? 20 : 0) + (streams > 1 ? 20 : 0);
+            bytes += packets * each + 1024 + lane->out->codecpar->extradata_size;
+        }
+        const double limit =
+            qMax(1 << 20, int(qMin<int64_t>(avio_size(m_input.format->pb) / 50, INT_MAX)));
+        if (bytes > limit) {
+            qCInfo(lcTagsmith) << "the movie box would need" << qint64(bytes)
+                               << "bytes ahead of the media; it is moved to the front instead";
+            return 0;
+        }
+        return int(bytes);
+    }
+
     void setUpLane(Lane& lane, AVMediaType type, StreamMode mode, bool required,
                    const QString& missing) {
         const int index = firstStream(m_input.format, type);
@@ -454,6 +512,8 @@ private:
 
     const TranscodeRequest& m_request;
     const JobControl& m_control;
+    const bool m_keepRoom;
+    int m_room = 0;  // bytes kept ahead of the media for the movie box
     Input m_input;
     AVFormatContext* m_output = nullptr;
     Lane m_video;
@@ -471,7 +531,14 @@ private:
 ExportOutcome transcodeMedia(const TranscodeRequest& request, const JobControl& control) {
     quietFfmpeg();
     try {
-        Pass pass(request, control);
+        try {
+            Pass pass(request, control, true);
+            return ExportOutcome(pass.run());
+        } catch (const RoomTooSmall&) {
+            qCInfo(lcTagsmith) << "the room kept for the movie box was too small; writing"
+                               << "again with the box moved to the front ==" << request.sourcePath;
+        }
+        Pass pass(request, control, false);
         return ExportOutcome(pass.run());
     } catch (const Failure& failure) {
         return ExportOutcome(ExportStatus::Failed, failure.reason);

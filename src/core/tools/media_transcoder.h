@@ -41,7 +41,13 @@ struct TranscodeRequest {
     // length with its pitch kept (the video must be copied, the audio
     // encoded).
     double timeScale = 1.0;
-    bool fastStart = false;  // the movie box in front ("optimise for network use")
+    // The movie box in front ("optimise for network use"). Room for it is
+    // kept ahead of the media, sized from the packets the output will hold,
+    // so the file is written once; when the room proves too small, or the
+    // packets cannot be counted, the file is written again with the box
+    // moved to the front afterwards (which writes the media twice).
+    bool fastStart = false;
+    int movieBoxRoom = 0;  // bytes kept for the movie box; 0: estimated
     bool requireVideo = false;
     bool requireAudio = false;
 };
