@@ -32,6 +32,11 @@ class CliVideoToolsTest(SourceKeepingTest):
         os.remove(plain)
         cls.four = os.path.join(src, "four.mp4")
         ffmpeg(*av.format(4).split(), cls.four)
+        cls.multi = os.path.join(src, "multi.mov")  # a second sound track in French, a timecode track
+        ffmpeg("-f", "lavfi", "-i", "testsrc=size=160x120:rate=25:duration=2", "-f", "lavfi", "-i", "sine=duration=2",
+               "-f", "lavfi", "-i", "sine=frequency=880:duration=2", "-map", "0", "-map", "1", "-map", "2",
+               "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-metadata:s:a:1", "language=fra",
+               "-timecode", "01:00:00:00", cls.multi)
         cls.song = os.path.join(src, "song.mp3")
         ffmpeg("-f", "lavfi", "-i", "sine=duration=1", cls.song)
         cls.avi = os.path.join(src, "old.avi")
@@ -81,6 +86,25 @@ class CliVideoToolsTest(SourceKeepingTest):
                     top = [kind for kind, *_ in children(data, 0, len(data))]
                     self.assertLess(top.index("moov"), top.index("mdat"))
                 self.assertEqual(sorted(os.listdir(self.out)), [output])  # no temporary file left
+
+    def test_pass_through_keeps_every_stream_the_container_holds(self):
+        cases = [  # command, streams written, log line
+            (["convert", "--to", "mov"], ["video", "audio", "audio", "data"], ""),
+            # MP4 takes no copied timecode track; the muxer makes one from the picture's timecode
+            (["convert", "--to", "mp4"], ["video", "audio", "audio", "data"],
+             "stream #3 data (tmcd) cannot go into a mp4 file and is left out"),
+            (["compress"], ["video", "audio"], "left out: #2 audio (aac), #3 data (tmcd)"),
+        ]
+        for command, kinds, logged in cases:
+            with self.subTest(command=command):
+                self.out = tempfile.mkdtemp(dir=self.tmp.name)
+                result = run(CLI, "--verbose", *command, "--storage", self.out, self.multi)
+                streams = ffprobe(result.stdout.strip())["streams"]
+                self.assertEqual([s["codec_type"] for s in streams], kinds)
+                self.assertIn(logged, result.stderr)
+                if command[0] == "convert":
+                    self.assertEqual(streams[2]["tags"]["language"], "fra")
+                    self.assertEqual(framemd5(result.stdout.strip(), ("a",)), framemd5(self.multi, ("a",)))
 
     def test_gif_of_a_3_5_s_clip_has_4_pictures_looping_forever(self):
         self.cli("gif", self.clip)

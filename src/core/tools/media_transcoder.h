@@ -23,8 +23,11 @@ enum class StreamMode { Drop, Copy, Encode };
 
 // One pass over a movie with FFmpeg: the first video and first audio stream
 // are copied (packets unchanged), re-encoded (see encoder_settings.h) or
-// left out; other streams are left out. The display rotation of the video
-// stream is kept in both cases.
+// left out. When both are copied and nothing is cut or retimed (a
+// pass-through), every other stream the output type holds is copied too
+// (further sound tracks, timecode and data tracks); otherwise the others are
+// left out. The log names every stream left out. The display rotation of the
+// video stream is kept in both cases.
 struct TranscodeRequest {
     QString sourcePath;
     QString outputPath;  // written as it is (a temporary file)
