@@ -135,21 +135,22 @@ class CliVideoToolsTest(SourceKeepingTest):
         self.assertEqual(len(os.listdir(self.out)), 4)
 
     def test_failures_leave_nothing(self):
-        cases = [  # command, source, line printed
-            (["convert"], self.song, "skipped: the file is not a video"),
-            (["convert"], self.text, "failed: the file cannot be read as a movie"),
-            (["compress"], self.avi, "failed: a .avi file cannot be compressed (only MP4, MOV and M4V files can)"),
-            (["extract-audio"], self.text, "failed: the file cannot be read as a movie"),
-            (["remove-audio"], self.song, "failed: the file has no video"),
-            (["gif"], self.song, "failed: no picture could be taken from the movie"),
-            (["speed", "--factor", "2"], self.song, "failed: the file has no video"),
-            (["frames"], self.song, "failed: no picture could be taken from the file"),
+        cases = [  # command, source, line printed, the job's words in the log
+            (["convert"], self.song, "skipped: the file is not a video", ""),
+            (["convert"], self.text, "failed: the file cannot be read as a movie", "conversion failed =="),
+            (["compress"], self.avi, "failed: a .avi file cannot be compressed (only MP4, MOV and M4V files can)", ""),
+            (["extract-audio"], self.text, "failed: the file cannot be read as a movie", "sound extraction failed =="),
+            (["remove-audio"], self.song, "failed: the file has no video", "sound removal failed =="),
+            (["gif"], self.song, "failed: no picture could be taken from the movie", "GIF making failed =="),
+            (["speed", "--factor", "2"], self.song, "failed: the file has no video", "speed change failed =="),
+            (["frames"], self.song, "failed: no picture could be taken from the file", ""),
         ]
-        for command, source, line in cases:
+        for command, source, line, logged in cases:
             with self.subTest(command=command, source=source):
                 self.out = tempfile.mkdtemp(dir=self.tmp.name)
                 result = self.cli(*command, source, check=False)
                 self.assertEqual((result.returncode, result.stdout.strip()), (1, line))
+                self.assertIn(logged, result.stderr)
                 self.assertEqual(os.listdir(self.out), [])
 
     def test_slow_motion_batch_ends_at_a_file_without_video(self):
