@@ -202,9 +202,9 @@ private:
                 t.muxer = muxerForExtension(info.suffix());
                 VideoToolResult r;
                 if (!t.muxer) {
-                    r.reason = QStringLiteral(
-                                   "a .%1 file cannot be compressed (only MP4, MOV and "
-                                   "M4V files can)")
+                    r.reason = WriteResult::tr(
+                                   "a .%1 file cannot be compressed (only MP4, MOV "
+                                   "and M4V files can)")
                                    .arg(info.suffix());
                 } else {
                     t.video = t.audio = StreamMode::Encode;
@@ -340,8 +340,8 @@ private:
                                 return picture.save(temporary, "TIFF")
                                            ? ExportOutcome(ExportStatus::Completed)
                                            : ExportOutcome(ExportStatus::Failed,
-                                                           QStringLiteral("the picture could "
-                                                                          "not be written"));
+                                                           WriteResult::tr("the picture could not "
+                                                                           "be written"));
                             });
                 if (one.status == ExportStatus::Cancelled) cancelled = true;
                 if (!one.ok()) {
