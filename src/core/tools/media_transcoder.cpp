@@ -276,8 +276,9 @@ private:
             const int each = 4 + (audio ? 0 : 20) + (streams > 1 ? 20 : 0);
             bytes += packets * each + 1024 + lane->out->codecpar->extradata_size;
         }
-        const double limit =
-            qMax(1 << 20, int(qMin<int64_t>(avio_size(m_input.format->pb) / 50, INT_MAX)));
+        const double limit = qMax(
+            1 << 20, int(qMin<int64_t>(
+                         (m_input.format->pb ? avio_size(m_input.format->pb) : 0) / 50, INT_MAX)));
         if (bytes > limit) {
             qCInfo(lcTagsmith) << "the movie box would need" << qint64(bytes)
                                << "bytes ahead of the media; it is moved to the front instead";
