@@ -250,6 +250,7 @@ private:
             return duration * m_request.timeScale * lane.encoder->sample_rate / frame + 8;
         }
         if (in->nb_frames > 0) return double(in->nb_frames);
+        if (in->disposition & AV_DISPOSITION_ATTACHED_PIC) return 1;  // a cover
         const double seconds =
             in->duration > 0 ? double(in->duration) * av_q2d(in->time_base) : duration;
         const AVCodecParameters* p = in->codecpar;
