@@ -2455,6 +2455,18 @@ oder mit „Hinzufügen“ auswählen</translation>
         <source>the file refers to media stored in other files, which cannot be rewritten safely</source>
         <translation>die Datei verweist auf Medien in anderen Dateien und kann nicht sicher neu geschrieben werden</translation>
     </message>
+    <message>
+        <source>a .%1 file cannot be compressed (only MP4, MOV and M4V files can)</source>
+        <translation>eine .%1-Datei kann nicht komprimiert werden (nur MP4-, MOV- und M4V-Dateien)</translation>
+    </message>
+    <message>
+        <source>the picture could not be written</source>
+        <translation>das Bild konnte nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>the file could not be replaced: %1</source>
+        <translation>die Datei konnte nicht ersetzt werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

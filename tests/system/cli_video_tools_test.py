@@ -10,7 +10,7 @@ import subprocess
 import tempfile
 import unittest
 
-from support import CLI, SourceKeepingTest, ffmpeg, ffprobe, framemd5, run, sha
+from support import CLI, SourceKeepingTest, children, ffmpeg, ffprobe, framemd5, read_bytes, run, sha
 
 
 def hashes(path, stream):
@@ -32,6 +32,11 @@ class CliVideoToolsTest(SourceKeepingTest):
         os.remove(plain)
         cls.four = os.path.join(src, "four.mp4")
         ffmpeg(*av.format(4).split(), cls.four)
+        cls.multi = os.path.join(src, "multi.mov")  # a second sound track in French, a timecode track
+        ffmpeg("-f", "lavfi", "-i", "testsrc=size=160x120:rate=25:duration=2", "-f", "lavfi", "-i", "sine=duration=2",
+               "-f", "lavfi", "-i", "sine=frequency=880:duration=2", "-map", "0", "-map", "1", "-map", "2",
+               "-c:v", "libx264", "-pix_fmt", "yuv420p", "-c:a", "aac", "-metadata:s:a:1", "language=fra",
+               "-timecode", "01:00:00:00", cls.multi)
         cls.song = os.path.join(src, "song.mp3")
         ffmpeg("-f", "lavfi", "-i", "sine=duration=1", cls.song)
         cls.avi = os.path.join(src, "old.avi")
@@ -76,7 +81,30 @@ class CliVideoToolsTest(SourceKeepingTest):
                 copied = {"convert": ("v", "a"), "slow": ("v",)}.get(command[0], ())
                 for stream in copied:  # pass-through: the same packets
                     self.assertEqual(hashes(os.path.join(self.out, output), stream), hashes(source, stream))
+                if command[0] in ("convert", "compress", "extract-audio"):  # the movie box in front
+                    data = read_bytes(os.path.join(self.out, output))
+                    top = [kind for kind, *_ in children(data, 0, len(data))]
+                    self.assertLess(top.index("moov"), top.index("mdat"))
                 self.assertEqual(sorted(os.listdir(self.out)), [output])  # no temporary file left
+
+    def test_pass_through_keeps_every_stream_the_container_holds(self):
+        cases = [  # command, streams written, log line
+            (["convert", "--to", "mov"], ["video", "audio", "audio", "data"], ""),
+            # MP4 takes no copied timecode track; the muxer makes one from the picture's timecode
+            (["convert", "--to", "mp4"], ["video", "audio", "audio", "data"],
+             "stream #3 data (tmcd) cannot go into a mp4 file and is left out"),
+            (["compress"], ["video", "audio"], "left out: #2 audio (aac), #3 data (tmcd)"),
+        ]
+        for command, kinds, logged in cases:
+            with self.subTest(command=command):
+                self.out = tempfile.mkdtemp(dir=self.tmp.name)
+                result = run(CLI, "--verbose", *command, "--storage", self.out, self.multi)
+                streams = ffprobe(result.stdout.strip())["streams"]
+                self.assertEqual([s["codec_type"] for s in streams], kinds)
+                self.assertIn(logged, result.stderr)
+                if command[0] == "convert":
+                    self.assertEqual(streams[2]["tags"]["language"], "fra")
+                    self.assertEqual(framemd5(result.stdout.strip(), ("a",)), framemd5(self.multi, ("a",)))
 
     def test_gif_of_a_3_5_s_clip_has_4_pictures_looping_forever(self):
         self.cli("gif", self.clip)
@@ -107,21 +135,22 @@ class CliVideoToolsTest(SourceKeepingTest):
         self.assertEqual(len(os.listdir(self.out)), 4)
 
     def test_failures_leave_nothing(self):
-        cases = [  # command, source, line printed
-            (["convert"], self.song, "skipped: the file is not a video"),
-            (["convert"], self.text, "failed: the file cannot be read as a movie"),
-            (["compress"], self.avi, "failed: a .avi file cannot be compressed (only MP4, MOV and M4V files can)"),
-            (["extract-audio"], self.text, "failed: the file cannot be read as a movie"),
-            (["remove-audio"], self.song, "failed: the file has no video"),
-            (["gif"], self.song, "failed: no picture could be taken from the movie"),
-            (["speed", "--factor", "2"], self.song, "failed: the file has no video"),
-            (["frames"], self.song, "failed: no picture could be taken from the file"),
+        cases = [  # command, source, line printed, the job's words in the log
+            (["convert"], self.song, "skipped: the file is not a video", ""),
+            (["convert"], self.text, "failed: the file cannot be read as a movie", "conversion failed =="),
+            (["compress"], self.avi, "failed: a .avi file cannot be compressed (only MP4, MOV and M4V files can)", ""),
+            (["extract-audio"], self.text, "failed: the file cannot be read as a movie", "sound extraction failed =="),
+            (["remove-audio"], self.song, "failed: the file has no video", "sound removal failed =="),
+            (["gif"], self.song, "failed: no picture could be taken from the movie", "GIF making failed =="),
+            (["speed", "--factor", "2"], self.song, "failed: the file has no video", "speed change failed =="),
+            (["frames"], self.song, "failed: no picture could be taken from the file", ""),
         ]
-        for command, source, line in cases:
+        for command, source, line, logged in cases:
             with self.subTest(command=command, source=source):
                 self.out = tempfile.mkdtemp(dir=self.tmp.name)
                 result = self.cli(*command, source, check=False)
                 self.assertEqual((result.returncode, result.stdout.strip()), (1, line))
+                self.assertIn(logged, result.stderr)
                 self.assertEqual(os.listdir(self.out), [])
 
     def test_slow_motion_batch_ends_at_a_file_without_video(self):

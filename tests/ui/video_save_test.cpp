@@ -2,11 +2,15 @@
 // The video panel inside the real window: what selecting a video shows and
 // remembers, the save, removal and tool commands writing into the storage
 // folder, the files they act on after a sort, and the questions asked before
-// unsaved edits or running work would be lost; the XMP sheet.
+// unsaved edits or running work would be lost; stopping a running tool; the
+// XMP sheet.
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QProgressBar>
+#include <QPushButton>
 
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
@@ -127,16 +131,10 @@ private Q_SLOTS:
 
     void videoToolsMenuRunsJobsWithProgress() {
         startClean();
-        const auto item = [](QMenu* menu, const QString& text) {
-            const QList<QAction*> actions = menu->actions();
-            const auto a = std::find_if(actions.begin(), actions.end(),
-                                        [&](QAction* a) { return a->text() == text; });
-            return a == actions.end() ? nullptr : *a;
-        };
-        QAction* convert = item(m_app->videoBatchEditMenu, "Convert");
+        QAction* convert = menuItem(m_app->videoBatchEditMenu, "Convert");
         QVERIFY(convert && convert->menu());
-        item(convert->menu(), "Convert to MOV")->trigger();
-        item(m_app->videoBatchEditMenu, "Make GIF")->trigger();
+        menuItem(convert->menu(), "Convert to MOV")->trigger();
+        menuItem(m_app->videoBatchEditMenu, "Make GIF")->trigger();
         QVERIFY(m_app->videoToolsRunning());
         QVERIFY(m_app->mainWindow()->findChild<QProgressBar*>("videoToolProgress"));
         m_app->waitForVideoJobs();
@@ -289,6 +287,50 @@ private Q_SLOTS:
         QCOMPARE(m_app->localPhotoItemArray.size(), 2);
     }
 
+    // A running job stops at its Cancel button, or when quitting is confirmed
+    // (declined, it runs on), and leaves no file; the list answers meanwhile.
+    void stoppingARunningToolLeavesNoFile_data() {
+        QTest::addColumn<bool>("byQuitting");
+        QTest::newRow("its cancel button") << false;
+        QTest::newRow("quitting: Cancel keeps it, Exit stops it") << true;
+    }
+    void stoppingARunningToolLeavesNoFile() {
+        QFETCH(bool, byQuitting);
+        startClean();
+        const QString movie = m_ui.dir.filePath("long.mp4");
+        if (!QFile::exists(movie)) {  // long enough to be running when stopped
+            const QString made = ffmpegFixture(
+                "ui-long.mp4", words("-f lavfi -i testsrc2=duration=60:size=640x360:rate=25 "
+                                     "-c:v libx264 -preset ultrafast -pix_fmt yuv420p"));
+            QVERIFY2(!made.isEmpty() && QFile::copy(made, movie), qPrintable(lastToolOutput()));
+            QVERIFY(m_ui.importAndWait({movie}));
+        }
+        m_ui.selectRow(2);
+        menuItem(menuItem(m_app->videoBatchEditMenu, "Compress")->menu(), "High video quality")
+            ->trigger();
+        const QPointer<QProgressBar> bar =
+            m_app->mainWindow()->findChild<QProgressBar*>("videoToolProgress");
+        QVERIFY(bar);
+        QTRY_VERIFY_WITH_TIMEOUT(bar->value() > 0, 10000);
+        m_ui.selectRow(0);
+        QVERIFY(m_app->shownItem() == m_app->localPhotoItemArray.first());
+        if (byQuitting) {
+            m_ui.answerWith("Cancel");
+            QVERIFY(!m_app->confirmQuit(true));
+            const int reached = bar->value();
+            QTRY_VERIFY_WITH_TIMEOUT(bar->value() > reached, 10000);
+            m_ui.answerWith(" Exit ");
+            QVERIFY(m_app->confirmQuit(true));
+            QCOMPARE(m_ui.asked, QStringList{"Files are still being imported or written."});
+        } else {
+            m_app->mainWindow()->findChild<QPushButton*>("videoToolCancel")->click();
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(!m_app->videoToolsRunning(), 10000);
+        QCOMPARE(QDir(m_ui.dir.filePath("out"))
+                     .entryList({"*long*"}, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList());
+    }
+
     void menuQuitAsksOnceThoughTheWindowCloses() {
         // Quitting closes the window; its close box must not ask again.
         startClean();
@@ -305,6 +347,12 @@ private Q_SLOTS:
     }
 
 private:
+    static QAction* menuItem(QMenu* menu, const QString& text) {
+        const QList<QAction*> actions = menu->actions();
+        const auto a = std::find_if(actions.begin(), actions.end(),
+                                    [&](QAction* a) { return a->text() == text; });
+        return a == actions.end() ? nullptr : *a;
+    }
     QString output(const QString& name = "clip.mp4") const {
         return m_ui.dir.filePath("out/" + name);
     }

@@ -75,7 +75,7 @@ PublishedCopy publishCopy(const CopyPlan& plan, const QString& storageFolder, Ou
     result.reason = fill(temp.path);
     if (!result.reason.isEmpty()) {
         qCWarning(lcTagsmith).noquote()
-            << "write failed ==" << plan.sourcePath << "==" << result.reason;
+            << plan.failedText << "==" << plan.sourcePath << "==" << result.reason;
         return result;  // the temporary file goes with `temp`
     }
     setFileDates(temp.path, plan.dates.creation, plan.dates.modification);

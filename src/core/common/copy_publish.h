@@ -18,6 +18,9 @@ struct CopyPlan {
     QString outputPath;  // the name wanted in the storage folder
     FileDates dates;     // the output's dates
     bool reveal = true;
+    // What the log calls a failed fill, in the caller's words ("conversion
+    // failed").
+    const char* failedText = "write failed";
 };
 
 // Writes the temporary file at the given path (it exists, empty); answers ""

@@ -10,8 +10,8 @@
 // where AAC has it, else 48 kHz). The command line that does the same work:
 //   ffmpeg -i IN -c:v libx264 -crf CRF -preset PRESET -pix_fmt yuv420p
 //          -c:a aac -b:a AUDIO_BITRATE OUT
-// Pass-through copies the packets of the first video and first audio
-// stream unchanged.
+// Pass-through copies the packets of every stream the output type holds
+// unchanged.
 
 enum class VideoQuality { Highest, Medium, Low };
 

@@ -10,7 +10,8 @@
 // holds no frame delay: viewers then use their own default, which is 0.1 s
 // in the common browsers and image viewers. Each picture is reduced to at
 // most 256 colours of its own (a local colour table); the screen size is the
-// first picture's.
+// first picture's, that is the movie's pictures as shown (turned upright),
+// not the video track's stored size: a portrait clip gives a portrait GIF.
 class GifWriter {
 public:
     explicit GifWriter(const QString& path);

@@ -3,9 +3,12 @@
 
 #include <QFile>
 
+#include <climits>
 #include <cmath>
 #include <cstring>
+#include <memory>
 #include <mutex>
+#include <vector>
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -28,6 +31,9 @@ namespace {
 struct Failure {
     QString reason;
 };
+
+// The room kept for the movie box was too small: the file is written again.
+struct RoomTooSmall {};
 
 QString avError(int code) {
     char text[AV_ERROR_MAX_STRING_SIZE] = {};
@@ -66,6 +72,73 @@ struct Input {
     }
 };
 
+// "#2 audio (aac)", "#3 data (tmcd)": a stream for the log.
+QString streamName(const AVStream* s) {
+    const AVCodecParameters* p = s->codecpar;
+    const char* type = av_get_media_type_string(p->codec_type);
+    QString codec = QString::fromUtf8(avcodec_get_name(p->codec_id));
+    if (p->codec_id == AV_CODEC_ID_NONE && p->codec_tag) {
+        codec.clear();
+        for (int shift = 0; shift < 32; shift += 8) codec += QChar((p->codec_tag >> shift) & 0xff);
+    }
+    return QStringLiteral("#%1 %2 (%3)")
+        .arg(s->index)
+        .arg(QLatin1String(type ? type : "unknown"), codec);
+}
+
+// The source's codec tag goes along where the output type reads it as the
+// same codec or has no tag of its own for the codec (a timecode track); else
+// the muxer chooses.
+uint32_t keptTag(const AVOutputFormat* format, const AVCodecParameters* p) {
+    unsigned int own = 0;
+    if (!format->codec_tag || av_codec_get_id(format->codec_tag, p->codec_tag) == p->codec_id ||
+        !av_codec_get_tag2(format->codec_tag, p->codec_id, &own))
+        return p->codec_tag;
+    return 0;
+}
+
+void copyRotation(const AVStream* from, AVStream* to);
+
+// A copied stream: the source's parameters, time base, frame rate, metadata
+// (language, handler) and disposition; the display rotation of a picture.
+void copyStream(const AVOutputFormat* format, const AVStream* in, AVStream* out) {
+    check(avcodec_parameters_copy(out->codecpar, in->codecpar), "copy parameters",
+          WriteResult::tr("out of memory"));
+    out->codecpar->codec_tag = keptTag(format, in->codecpar);
+    out->time_base = in->time_base;
+    // A timecode track is written with its frame rate.
+    out->avg_frame_rate = in->avg_frame_rate.num ? in->avg_frame_rate : in->r_frame_rate;
+    out->r_frame_rate = in->r_frame_rate;
+    out->disposition = in->disposition;
+    av_dict_copy(&out->metadata, in->metadata, 0);
+    if (in->codecpar->codec_type == AVMEDIA_TYPE_VIDEO) copyRotation(in, out);
+}
+
+// Whether the output type takes a copy of the stream: the muxer is asked to
+// start a file of that stream alone, in memory, where its own codec and tag
+// checks run.
+bool muxerTakes(const AVOutputFormat* format, const AVStream* in) {
+    AVFormatContext* trial = nullptr;
+    if (avformat_alloc_output_context2(&trial, format, nullptr, nullptr) < 0) return false;
+    bool takes = false;
+    if (avio_open_dyn_buf(&trial->pb) >= 0) {
+        AVStream* s = avformat_new_stream(trial, nullptr);
+        takes = s && avcodec_parameters_copy(s->codecpar, in->codecpar) >= 0;
+        if (takes) {
+            s->codecpar->codec_tag = keptTag(format, in->codecpar);
+            s->time_base = in->time_base;
+            s->disposition = in->disposition;
+            takes = avformat_init_output(trial, nullptr) >= 0;
+        }
+        uint8_t* bytes = nullptr;
+        avio_close_dyn_buf(trial->pb, &bytes);
+        av_free(bytes);
+        trial->pb = nullptr;
+    }
+    avformat_free_context(trial);
+    return takes;
+}
+
 void copyRotation(const AVStream* from, AVStream* to) {
     size_t size = 0;
     const uint8_t* matrix =
@@ -97,8 +170,8 @@ struct Lane {
 
 class Pass {
 public:
-    Pass(const TranscodeRequest& request, const JobControl& control)
-        : m_request(request), m_control(control) {}
+    Pass(const TranscodeRequest& request, const JobControl& control, bool keepRoom)
+        : m_request(request), m_control(control), m_keepRoom(keepRoom) {}
     ~Pass() {
         av_frame_free(&m_frame);
         av_frame_free(&m_filtered);
@@ -126,13 +199,22 @@ public:
         setUpLane(m_audio, AVMEDIA_TYPE_AUDIO, m_request.audio, m_request.requireAudio,
                   WriteResult::tr("the file has no sound"));
         if (!m_video.out && !m_audio.out) throw Failure{WriteResult::tr("the file has no media")};
+        carryOtherStreams();
         m_expected = duration * m_request.timeScale;
         if (m_request.keepShare < 1.0 && duration > 0) m_expected = m_limit;
 
         check(avio_open(&m_output->pb, native.constData(), AVIO_FLAG_WRITE), "open output",
               WriteResult::tr("the new file cannot be created"));
         AVDictionary* options = nullptr;
-        if (m_request.fastStart) av_dict_set(&options, "movflags", "+faststart", 0);
+        if (m_request.fastStart) {
+            m_room = m_keepRoom ? (m_request.movieBoxRoom > 0 ? m_request.movieBoxRoom
+                                                              : movieBoxRoom(duration))
+                                : 0;
+            if (m_room > 0)
+                av_dict_set(&options, "moov_size", QByteArray::number(m_room).constData(), 0);
+            else
+                av_dict_set(&options, "movflags", "+faststart", 0);
+        }
         const int header = avformat_write_header(m_output, &options);
         av_dict_free(&options);
         if (header < 0) {
@@ -153,12 +235,59 @@ public:
             encode(*lane, nullptr);
         }
         const int trailer = av_write_trailer(m_output);
+        if (trailer == AVERROR(EINVAL) && m_room > 0) throw RoomTooSmall{};
         if (trailer < 0) throw Failure{writeReason(trailer)};
         if (m_control.progress) m_control.progress(1.0);
         return ExportStatus::Completed;
     }
 
 private:
+    // How many packets the lane will write; 0 when that cannot be told.
+    double packetCount(const Lane& lane, double duration) const {
+        const AVStream* in = lane.in;
+        if (lane.mode == StreamMode::Encode && !lane.video) {
+            const int frame = lane.encoder->frame_size > 0 ? lane.encoder->frame_size : 1024;
+            return duration * m_request.timeScale * lane.encoder->sample_rate / frame + 8;
+        }
+        if (in->nb_frames > 0) return double(in->nb_frames);
+        if (in->disposition & AV_DISPOSITION_ATTACHED_PIC) return 1;  // a cover
+        const double seconds =
+            in->duration > 0 ? double(in->duration) * av_q2d(in->time_base) : duration;
+        const AVCodecParameters* p = in->codecpar;
+        if (p->codec_type == AVMEDIA_TYPE_AUDIO)
+            return p->frame_size > 0 ? seconds * p->sample_rate / p->frame_size * 1.1 + 8 : 0;
+        const AVRational rate = in->avg_frame_rate.num ? in->avg_frame_rate : in->r_frame_rate;
+        return rate.num > 0 && rate.den > 0 ? seconds * av_q2d(rate) * 1.1 + 8 : 0;
+    }
+
+    // Room for the movie box, from the packets each stream will write: a
+    // size, and for pictures a duration, a composition offset and a key-frame
+    // entry (variable frame rates and reordered frames fill those tables); a
+    // chunk offset and a chunk-table entry each when streams interleave. The
+    // stream descriptions and the movie's header come on top. 0 (the box is
+    // moved afterwards) when a count is unknown or the room would be more
+    // than a fiftieth of the source.
+    int movieBoxRoom(double duration) {
+        const int streams = m_output->nb_streams;
+        double bytes = 8192;
+        for (Lane* lane : lanes()) {
+            const double packets = packetCount(*lane, duration);
+            if (packets <= 0) return 0;
+            const bool audio = lane->in->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
+            const int each = 4 + (audio ? 0 : 20) + (streams > 1 ? 20 : 0);
+            bytes += packets * each + 1024 + lane->out->codecpar->extradata_size;
+        }
+        const double limit = qMax(
+            1 << 20, int(qMin<int64_t>(
+                         (m_input.format->pb ? avio_size(m_input.format->pb) : 0) / 50, INT_MAX)));
+        if (bytes > limit) {
+            qCInfo(lcTagsmith) << "the movie box would need" << qint64(bytes)
+                               << "bytes ahead of the media; it is moved to the front instead";
+            return 0;
+        }
+        return int(bytes);
+    }
+
     void setUpLane(Lane& lane, AVMediaType type, StreamMode mode, bool required,
                    const QString& missing) {
         const int index = firstStream(m_input.format, type);
@@ -189,11 +318,49 @@ private:
                               .arg(QString::fromUtf8(avcodec_get_name(codec)))};
         }
         lane.out = newStream();
-        check(avcodec_parameters_copy(lane.out->codecpar, lane.in->codecpar), "copy parameters",
-              WriteResult::tr("out of memory"));
-        lane.out->codecpar->codec_tag = 0;
-        lane.out->time_base = lane.in->time_base;
-        if (lane.video) copyRotation(lane.in, lane.out);
+        copyStream(m_output->oformat, lane.in, lane.out);
+    }
+
+    // The streams besides the first video and audio. A pass-through (both
+    // copied, nothing cut or retimed) copies every one the output type
+    // holds and names each one it cannot; the other jobs keep only the first
+    // video and audio, and the log names what they leave out.
+    void carryOtherStreams() {
+        const bool passThrough = m_request.video == StreamMode::Copy &&
+                                 m_request.audio == StreamMode::Copy &&
+                                 m_request.timeScale == 1.0 && m_request.keepShare >= 1.0;
+        QStringList leftOut;
+        for (unsigned i = 0; i < m_input.format->nb_streams; ++i) {
+            AVStream* in = m_input.format->streams[i];
+            if (in == m_video.in || in == m_audio.in) continue;
+            if (!passThrough) {
+                leftOut << streamName(in);
+            } else if (!muxerTakes(m_output->oformat, in)) {
+                qCInfo(lcTagsmith).noquote()
+                    << "stream" << streamName(in) << "cannot go into a" << m_request.muxer
+                    << "file and is left out ==" << m_request.sourcePath;
+            } else {
+                auto lane = std::make_unique<Lane>();
+                lane->mode = StreamMode::Copy;
+                lane->in = in;
+                lane->out = newStream();
+                copyStream(m_output->oformat, in, lane->out);
+                m_others.push_back(std::move(lane));
+            }
+        }
+        if (!leftOut.isEmpty())
+            qCInfo(lcTagsmith).noquote() << "only the first video and audio streams are used;"
+                                         << "left out:" << leftOut.join(QStringLiteral(", "))
+                                         << "==" << m_request.sourcePath;
+    }
+
+    // Every lane that writes a stream, in output order.
+    std::vector<Lane*> lanes() {
+        std::vector<Lane*> all;
+        for (Lane* lane : {&m_video, &m_audio})
+            if (lane->out) all.push_back(lane);
+        for (const auto& lane : m_others) all.push_back(lane.get());
+        return all;
     }
 
     AVStream* newStream() {
@@ -341,6 +508,8 @@ private:
 
     // Reads the source to its end (or the time limit); false when cancelled.
     bool readAll() {
+        std::vector<Lane*> byStream(m_input.format->nb_streams, nullptr);
+        for (Lane* lane : lanes()) byStream[size_t(lane->in->index)] = lane;
         while (!(m_video.mode != StreamMode::Drop ? m_video.inputDone : true) ||
                !(m_audio.mode != StreamMode::Drop ? m_audio.inputDone : true)) {
             if (m_control.cancelled()) return false;
@@ -351,9 +520,11 @@ private:
                         << "ffmpeg: reading stopped ==" << avError(read) << m_request.sourcePath;
                 return true;
             }
-            Lane* lane = nullptr;
-            for (Lane* l : {&m_video, &m_audio})
-                if (l->in && l->in->index == m_packet->stream_index && !l->inputDone) lane = l;
+            Lane* lane =
+                m_packet->stream_index >= 0 && size_t(m_packet->stream_index) < byStream.size()
+                    ? byStream[size_t(m_packet->stream_index)]
+                    : nullptr;
+            if (lane && lane->inputDone) lane = nullptr;
             if (lane && m_limit > 0 && m_packet->dts != AV_NOPTS_VALUE &&
                 m_packet->dts * av_q2d(lane->in->time_base) >= m_limit)
                 lane->inputDone = true;  // every later frame is past the end
@@ -454,10 +625,13 @@ private:
 
     const TranscodeRequest& m_request;
     const JobControl& m_control;
+    const bool m_keepRoom;
+    int m_room = 0;  // bytes kept ahead of the media for the movie box
     Input m_input;
     AVFormatContext* m_output = nullptr;
     Lane m_video;
     Lane m_audio;
+    std::vector<std::unique_ptr<Lane>> m_others;  // further streams, copied
     AVFrame* m_frame = nullptr;
     AVFrame* m_filtered = nullptr;
     AVPacket* m_packet = nullptr;
@@ -471,7 +645,15 @@ private:
 ExportOutcome transcodeMedia(const TranscodeRequest& request, const JobControl& control) {
     quietFfmpeg();
     try {
-        Pass pass(request, control);
+        try {
+            Pass pass(request, control, true);
+            return ExportOutcome(pass.run());
+        } catch (const RoomTooSmall&) {
+            qCInfo(lcTagsmith) << "the movie box could not be written into the room kept for"
+                               << "it; writing again with the box moved to the front =="
+                               << request.sourcePath;
+        }
+        Pass pass(request, control, false);
         return ExportOutcome(pass.run());
     } catch (const Failure& failure) {
         return ExportOutcome(ExportStatus::Failed, failure.reason);

@@ -23,8 +23,11 @@ enum class StreamMode { Drop, Copy, Encode };
 
 // One pass over a movie with FFmpeg: the first video and first audio stream
 // are copied (packets unchanged), re-encoded (see encoder_settings.h) or
-// left out; other streams are left out. The display rotation of the video
-// stream is kept in both cases.
+// left out. When both are copied and nothing is cut or retimed (a
+// pass-through), every other stream the output type holds is copied too
+// (further sound tracks, timecode and data tracks); otherwise the others are
+// left out. The log names every stream left out. The display rotation of the
+// video stream is kept in both cases.
 struct TranscodeRequest {
     QString sourcePath;
     QString outputPath;  // written as it is (a temporary file)
@@ -41,7 +44,13 @@ struct TranscodeRequest {
     // length with its pitch kept (the video must be copied, the audio
     // encoded).
     double timeScale = 1.0;
-    bool fastStart = false;  // the movie box in front ("optimise for network use")
+    // The movie box in front ("optimise for network use"). Room for it is
+    // kept ahead of the media, sized from the packets the output will hold,
+    // so the file is written once; when the room proves too small, or the
+    // packets cannot be counted, the file is written again with the box
+    // moved to the front afterwards (which writes the media twice).
+    bool fastStart = false;
+    int movieBoxRoom = 0;  // bytes kept for the movie box; 0: estimated
     bool requireVideo = false;
     bool requireAudio = false;
 };

@@ -7,7 +7,7 @@
 #include <QHash>
 #include <QUrl>
 
-#include "core/audio/audio_output.h"
+#include "core/common/copy_publish.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/logging.h"
 #include "core/common/ui_texts.h"
@@ -61,6 +61,13 @@ QStringList titlesOf(const Table& table) {
     return titles;
 }
 
+// What the log calls a failed output of each job, by VideoTool.
+const char* const kFailedTexts[] = {"conversion failed",       "compression failed",
+                                    "sound extraction failed", "sound removal failed",
+                                    "GIF making failed",       "speed change failed",
+                                    "slow motion failed",      "frame extraction failed"};
+static_assert(std::size(kFailedTexts) == int(VideoTool::Frames) + 1);
+
 bool isVideoFile(const QString& path) {
     return GetViedoType(QFileInfo(path).suffix().toUtf8().constData()) >= 0;
 }
@@ -112,14 +119,21 @@ private:
     VideoToolResult publish(const QString& source, const QString& wanted, OutputBatch& batch,
                             const Filler& fill) const {
         ExportOutcome outcome(ExportStatus::Completed);
-        const AudioCopyPlan plan{source, wanted, FileDates{}, false};
-        VideoToolResult result;
-        static_cast<VideoWriteResult&>(result) =
-            publishAudioCopy(plan, storage(), batch, [&](const QString& temporary) {
+        const CopyPlan plan{source, wanted, FileDates{}, false, kFailedTexts[int(m_request.tool)]};
+        const PublishedCopy copy =
+            publishCopy(plan, storage(), batch, [&](const QString& temporary) {
                 outcome = fill(temporary);
                 if (outcome.status == ExportStatus::Completed) return QString();
                 return outcome.reason.isEmpty() ? QStringLiteral("cancelled") : outcome.reason;
             });
+        VideoToolResult result;
+        result.sourcePath = source;
+        result.reason = copy.reason;
+        result.note = copy.note;
+        if (copy.ok()) {
+            result.status = ExportStatus::Completed;
+            result.outputPath = copy.outputPath;
+        }
         if (outcome.status == ExportStatus::Cancelled) {
             result.status = ExportStatus::Cancelled;
             result.reason = WriteResult::tr("cancelled");
@@ -188,9 +202,9 @@ private:
                 t.muxer = muxerForExtension(info.suffix());
                 VideoToolResult r;
                 if (!t.muxer) {
-                    r.reason = QStringLiteral(
-                                   "a .%1 file cannot be compressed (only MP4, MOV and "
-                                   "M4V files can)")
+                    r.reason = WriteResult::tr(
+                                   "a .%1 file cannot be compressed (only MP4, MOV "
+                                   "and M4V files can)")
                                    .arg(info.suffix());
                 } else {
                     t.video = t.audio = StreamMode::Encode;
@@ -326,8 +340,8 @@ private:
                                 return picture.save(temporary, "TIFF")
                                            ? ExportOutcome(ExportStatus::Completed)
                                            : ExportOutcome(ExportStatus::Failed,
-                                                           QStringLiteral("the picture could "
-                                                                          "not be written"));
+                                                           WriteResult::tr("the picture could not "
+                                                                           "be written"));
                             });
                 if (one.status == ExportStatus::Cancelled) cancelled = true;
                 if (!one.ok()) {

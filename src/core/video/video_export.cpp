@@ -167,7 +167,7 @@ VideoWriteResult runVideoWriteJob(const VideoWriteJob& job, const QString& stora
                     QFile::remove(output);
                     result.status = ExportStatus::Failed;
                     result.outputPath.clear();
-                    result.reason = QStringLiteral("the file could not be replaced: %1").arg(why);
+                    result.reason = WriteResult::tr("the file could not be replaced: %1").arg(why);
                 }
                 break;
             }

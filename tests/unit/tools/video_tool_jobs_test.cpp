@@ -10,6 +10,7 @@
 #include "core/common/desktop_integration.h"
 #include "core/tools/video_tool_jobs.h"
 #include "media_fixtures.h"
+#include "video/movie_rewriter_support.h"
 
 namespace {
 
@@ -69,4 +70,22 @@ TEST(VideoToolJobs, TwoBatchesAtOnce) {
     EXPECT_TRUE(first[0].ok() && second[0].ok());
     EXPECT_EQ(everyFile(storage.path()),
               QStringList({QStringLiteral("tools_4s.mov"), QStringLiteral("tools_4s.mp4")}));
+}
+
+// The movie box goes in front of the media: into the room kept for it (the
+// rest of the room a free box), or, when that is too small, moved there after
+// a second writing.
+TEST(VideoToolJobs, MovieBoxInFront) {
+    for (const auto& [room, boxes] :
+         {std::pair{0, "ftyp moov free free mdat"}, {200, "ftyp moov free mdat"}}) {
+        QTemporaryDir dir;
+        const TranscodeRequest t{
+            .sourcePath = clipFixture(QStringLiteral("tools_4s.mp4"), 160, 120, 4.0),
+            .outputPath = dir.filePath(QStringLiteral("out.mp4")),
+            .muxer = "mp4",
+            .fastStart = true,
+            .movieBoxRoom = room};
+        ASSERT_EQ(transcodeMedia(t).status, ExportStatus::Completed) << room;
+        EXPECT_EQ(RewriterTest::topLevelTypes(t.outputPath).join(' '), boxes) << room;
+    }
 }
