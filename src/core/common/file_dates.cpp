@@ -21,8 +21,10 @@ QDateTime fromTimestamp(const statx_timestamp& t) {
 FileDates readFileDates(const QString& path) {
     struct statx sx {};
     const QByteArray native = QFile::encodeName(path);
-    if (statx(AT_FDCWD, native.constData(), 0, STATX_BTIME | STATX_MTIME, &sx) != 0) return {};
+    if (statx(AT_FDCWD, native.constData(), 0, STATX_BTIME | STATX_MTIME | STATX_SIZE, &sx) != 0)
+        return {};
     FileDates dates;
+    if (sx.stx_mask & STATX_SIZE) dates.size = qint64(sx.stx_size);
     if (sx.stx_mask & STATX_MTIME) dates.modification = fromTimestamp(sx.stx_mtime);
     dates.creation = (sx.stx_mask & STATX_BTIME) ? fromTimestamp(sx.stx_btime) : dates.modification;
     return dates;

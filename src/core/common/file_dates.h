@@ -12,6 +12,7 @@
 struct FileDates {
     QDateTime creation;
     QDateTime modification;
+    qint64 size = -1;  // read with the dates; -1 when not known
 };
 
 // Invalid dates when the file cannot be examined.

@@ -3,9 +3,12 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QMimeDatabase>
 #include <QMutex>
+
+#include <unistd.h>
 
 #include <cmath>
 #include <optional>
@@ -52,13 +55,12 @@ QString kindText(const QString& path) {
 }  // namespace
 
 void fillFileAttributes(IKImageItem& item) {
-    const QString& path = item.filePath;
-    const qint64 size = fileSizeOf(path);
-    if (size >= 0) {
-        item.fileSize = sizeText(size);
-        item.fileSizeBytes = size;
+    // One status call gives the size and both dates.
+    const FileDates dates = readFileDates(item.filePath);
+    if (dates.size >= 0) {
+        item.fileSize = sizeText(dates.size);
+        item.fileSizeBytes = dates.size;
     }
-    const FileDates dates = readFileDates(path);
     if (dates.creation.isValid()) {
         item.fileCreateDate = dates.creation;
         item.fileCreateDateStr = dateText(dates.creation);
@@ -84,12 +86,17 @@ void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
 }
 
 QString readProblemOf(const IKImageItem& item, bool audio) {
-    QFile file(item.filePath);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return QCoreApplication::translate("MediaImporter", "The file cannot be opened (%1).")
-            .arg(file.errorString());
+    // A readable file, the common case, is told by one access check; only
+    // an unreadable one is opened, for the reason.
+    if (::access(QFile::encodeName(item.filePath).constData(), R_OK) != 0) {
+        QFile file(item.filePath);
+        if (!file.open(QIODevice::ReadOnly)) {
+            return QCoreApplication::translate("MediaImporter", "The file cannot be opened (%1).")
+                .arg(file.errorString());
+        }
     }
-    if (file.size() == 0) return QCoreApplication::translate("MediaImporter", "The file is empty.");
+    if (item.fileSizeBytes == 0 && QFileInfo(item.filePath).size() == 0)
+        return QCoreApplication::translate("MediaImporter", "The file is empty.");
     if (audio) {
         // An audio file that FFmpeg reads has a sound.
         if (item.fileSampleRate.isEmpty() && item.fileduration <= 0) {
