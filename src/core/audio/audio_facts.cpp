@@ -140,7 +140,7 @@ std::optional<int> aacChannels(TagLib::File& file) {
 }
 
 std::optional<AudioFacts> tagLibFacts(QFile& file, AudioContainer container) {
-    TagLibReadStream stream(file.fileName());
+    TagLibReadStream stream(file);
     if (!stream.isOpen()) return std::nullopt;
     const std::unique_ptr<TagLib::File> media = tagLibFile(file, container, &stream);
     if (!media || !media->isValid() || !media->audioProperties()) return std::nullopt;

@@ -38,8 +38,13 @@ TagLibReadStream::TagLibReadStream(const QString& path) : m_path(QFile::encodeNa
     if (m_fd >= 0) m_length = long(st.st_size);
 }
 
+TagLibReadStream::TagLibReadStream(QFile& file)
+    : m_path(QFile::encodeName(file.fileName())), m_fd(file.handle()), m_owned(false) {
+    if (m_fd >= 0) m_length = long(file.size());
+}
+
 TagLibReadStream::~TagLibReadStream() {
-    if (m_fd >= 0) ::close(m_fd);
+    if (m_fd >= 0 && m_owned) ::close(m_fd);
 }
 
 TagLib::ByteVector TagLibReadStream::readBlock(unsigned long length) {

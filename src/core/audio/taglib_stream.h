@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
 #include <tiostream.h>
@@ -13,6 +14,8 @@
 class TagLibReadStream : public TagLib::IOStream {
 public:
     explicit TagLibReadStream(const QString& path);
+    // Reads the open `file` through its descriptor, which stays the file's.
+    explicit TagLibReadStream(QFile& file);
     ~TagLibReadStream() override;
     TagLibReadStream(const TagLibReadStream&) = delete;
     TagLibReadStream& operator=(const TagLibReadStream&) = delete;
@@ -32,6 +35,7 @@ public:
 private:
     QByteArray m_path;
     int m_fd = -1;
+    bool m_owned = true;  // closed with the stream
     long m_length = 0;
     long m_pos = 0;
     QByteArray m_window;  // the file's bytes from m_windowStart
