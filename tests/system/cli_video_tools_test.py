@@ -59,9 +59,9 @@ class CliVideoToolsTest(SourceKeepingTest):
                 rotation)
 
     def test_outputs(self):
-        q, mp4 = "qt", "isom"
+        q = "qt"
         cases = [  # command, source, output, brand, codecs, duration, rotation
-            (["convert", "--to", "mp4"], self.clip, "clip.mp4", mp4, ["h264", "aac"], 3.5, [90]),
+            (["convert", "--to", "mp4"], self.clip, "clip.mp4", "mp42", ["h264", "aac"], 3.5, [90]),
             (["convert", "--to", "m4v"], self.four, "four.m4v", "M4V", ["h264", "aac"], 4.0, [None]),
             (["compress", "--quality", "low"], self.clip, "clip.mov", q, ["h264", "aac"], 3.5, [90]),
             (["extract-audio"], self.four, "four.m4a", "M4A", ["aac"], 4.0, []),
@@ -90,9 +90,8 @@ class CliVideoToolsTest(SourceKeepingTest):
     def test_pass_through_keeps_every_stream_the_container_holds(self):
         cases = [  # command, streams written, log line
             (["convert", "--to", "mov"], ["video", "audio", "audio", "data"], ""),
-            # MP4 takes no copied timecode track; the muxer makes one from the picture's timecode
-            (["convert", "--to", "mp4"], ["video", "audio", "audio", "data"],
-             "stream #3 data (tmcd) cannot go into a mp4 file and is left out"),
+            # A movie file is rewritten, not remuxed: its timecode track stays as it is
+            (["convert", "--to", "mp4"], ["video", "audio", "audio", "data"], ""),
             (["compress"], ["video", "audio"], "left out: #2 audio (aac), #3 data (tmcd)"),
         ]
         for command, kinds, logged in cases:
@@ -103,6 +102,8 @@ class CliVideoToolsTest(SourceKeepingTest):
                 self.assertEqual([s["codec_type"] for s in streams], kinds)
                 self.assertIn(logged, result.stderr)
                 if command[0] == "convert":
+                    self.assertNotIn("remuxed instead of rewritten", result.stderr)
+                    self.assertEqual(streams[3]["codec_tag_string"], "tmcd")
                     self.assertEqual(streams[2]["tags"]["language"], "fra")
                     self.assertEqual(framemd5(result.stdout.strip(), ("a",)), framemd5(self.multi, ("a",)))
 

@@ -108,15 +108,6 @@ RemuxResult failed(const QString& reason) {
 
 }  // namespace
 
-bool looksLikeMpeg4File(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return false;
-    const QByteArray head = file.read(8);
-    if (head.size() < 8) return false;
-    static const QList<QByteArray> firstBoxes{"ftyp", "moov", "mdat", "free", "wide", "skip"};
-    return firstBoxes.contains(head.mid(4, 4));
-}
-
 RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContainer container) {
     av_log_set_level(AV_LOG_QUIET);
     const QByteArray in = QFile::encodeName(source);

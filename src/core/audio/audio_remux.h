@@ -34,7 +34,3 @@ struct RemuxResult {
 // Writes `target` (which should not exist; it is replaced) from the audio
 // of `source`. On failure no file is left at `target`.
 RemuxResult remuxAudio(const QString& source, const QString& target, RemuxContainer container);
-
-// Whether the first bytes of a file are those of an ISO base-media
-// (MPEG-4/QuickTime) file, which the movie rewriter takes as it is.
-bool looksLikeMpeg4File(const QString& path);

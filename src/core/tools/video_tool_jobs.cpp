@@ -14,6 +14,8 @@
 #include "core/library/media_kinds.h"
 #include "core/tools/frame_sampler.h"
 #include "core/tools/gif_writer.h"
+#include "core/video/movie_metadata_reader.h"
+#include "core/video/movie_rewriter.h"
 
 namespace {
 
@@ -152,6 +154,41 @@ private:
         });
     }
 
+    // A movie already in a QuickTime or MPEG-4 file is converted by our
+    // rewriter: its samples are copied in the kernel, the movie box goes in
+    // front and every track and metadata item stays. Other files, and
+    // movies the rewriter refuses (fragmented ones), are remuxed by FFmpeg.
+    VideoToolResult convert(const QString& source, const QString& wanted, const QString& ext,
+                            const TranscodeRequest& request) const {
+        if (looksLikeMpeg4File(source)) {
+            const JobControl jobControl = control();
+            bool refused = false;
+            VideoToolResult r = publish(source, wanted, m_batch, [&](const QString& temporary) {
+                PassthroughExport e;
+                e.sourcePath = source;
+                e.outputPath = temporary;
+                e.fileType = ext == QLatin1String("mov")   ? VideoFileType::QuickTimeMovie
+                             : ext == QLatin1String("m4v") ? VideoFileType::AppleM4V
+                                                           : VideoFileType::MPEG4;
+                e.metadata = readMovieMetadata(source);
+                e.movieBoxInFront = true;
+                const RewriteResult done = rewriteMovieFile(e, [&](qint64 written, qint64 total) {
+                    if (jobControl.progress && total > 0)
+                        jobControl.progress(double(written) / double(total));
+                    return !jobControl.cancelled();
+                });
+                if (done.ok) return ExportOutcome(ExportStatus::Completed);
+                if (done.cancelled) return ExportOutcome(ExportStatus::Cancelled);
+                refused = true;
+                qCInfo(lcTagsmith).noquote()
+                    << "remuxed instead of rewritten ==" << source << "==" << done.reason;
+                return ExportOutcome(ExportStatus::Failed, done.userReason);
+            });
+            if (!refused) return r;
+        }
+        return transcode(source, wanted, request);
+    }
+
     static VideoToolResult notAVideo(const QString& source) {
         qCInfo(lcTagsmith) << "not a video; passed over ==" << source;
         VideoToolResult r;
@@ -188,7 +225,7 @@ private:
                 t.muxer = muxerForExtension(ext);
                 t.fastStart = true;
                 const VideoToolResult r =
-                    transcode(source, inStorage(base + QLatin1Char('.') + ext), t);
+                    convert(source, inStorage(base + QLatin1Char('.') + ext), ext, t);
                 logExport(r);
                 if (m_converted++ == 0) reveal(r);
                 return r;

@@ -152,6 +152,15 @@ RewriteResult writeFailed(const QString& what, int error) {
 
 }  // namespace
 
+bool looksLikeMpeg4File(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return false;
+    const QByteArray head = file.read(8);
+    if (head.size() < 8) return false;
+    static const QList<QByteArray> firstBoxes{"ftyp", "moov", "mdat", "free", "wide", "skip"};
+    return firstBoxes.contains(head.mid(4, 4));
+}
+
 RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewriteProgress& progress) {
     const QFileInfo sourceInfo(request.sourcePath);
     const QFileInfo outputInfo(request.outputPath);
@@ -234,6 +243,13 @@ RewriteResult rewriteMovieFile(const PassthroughExport& request, const RewritePr
 
     QByteArray fileType;
     if (request.keepFileTypeBox) fileType = sourceFileTypeBox(source, boxes);
+    if (request.movieBoxInFront) {
+        for (qsizetype i = 0; i < boxes.size(); ++i) {
+            if (boxes.at(i).type != "moov") continue;
+            boxes.prepend(boxes.takeAt(i));  // the file type box is written before all
+            break;
+        }
+    }
     if (fileType.isEmpty()) fileType = MetadataEncoder::fileTypeBox(request.fileType);
     MovieLayout::Plan plan;
     if (!MovieLayout::planRewrite(boxes, *moov, fileType, plan, &reason)) {

@@ -35,6 +35,10 @@ struct RewriteResult {
 // which then leaves nothing under the output name.
 using RewriteProgress = std::function<bool(qint64 written, qint64 total)>;
 
+// Whether the first bytes of a file are those of an ISO base-media
+// (MPEG-4/QuickTime) file, which the rewriter takes as it is.
+bool looksLikeMpeg4File(const QString& path);
+
 // Writes the export and answers how it went.
 RewriteResult rewriteMovieFile(const PassthroughExport& request,
                                const RewriteProgress& progress = {});

@@ -45,6 +45,9 @@ struct PassthroughExport {
     // The source's own file type box is kept (brands and version) instead of
     // the one of `fileType`; a source without a readable one gets that.
     bool keepFileTypeBox = false;
+    // The movie box goes in front of the media data ("optimise for network
+    // use"), wherever the source has it.
+    bool movieBoxInFront = false;
 };
 
 // How an export ended and, for a failure, why in the user's words ("the
