@@ -24,7 +24,7 @@ QByteArray formatOf(const QByteArray& d) {
     if (d.startsWith("GIF8")) return "gif";
     if (d.startsWith("BM")) return "bmp";
     if (d.startsWith("RIFF") && d.mid(8, 4) == "WEBP") return "webp";
-    if (d.startsWith("II*") || d.startsWith("MM\0*")) return "tiff";
+    if (d.startsWith("II*") || d.startsWith(QByteArrayView("MM\0*", 4))) return "tiff";
     return {};
 }
 
