@@ -4,8 +4,13 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QThread>
 
+#include <atomic>
 #include <cstdio>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 #include "core/app/user_defaults.h"
 #include "core/common/file_dates.h"
@@ -72,9 +77,7 @@ void FileReport::failed(const QString& reason) {
 }
 
 void FileReport::result(const VideoWriteResult& r) {
-    if (!r.note.isEmpty())
-        std::fprintf(stderr, "tagsmith-cli: %s: %s\n", qPrintable(r.sourcePath),
-                     qPrintable(r.note));
+    if (!r.note.isEmpty()) remark(r.sourcePath, r.note);
     if (r.ok()) return written(r.outputPath);
     if (r.skipped) return skipped(r.reason);
     QString reason = r.status == ExportStatus::Cancelled ? QStringLiteral("cancelled") : r.reason;
@@ -83,9 +86,65 @@ void FileReport::result(const VideoWriteResult& r) {
     failed(reason);
 }
 
+void FileReport::remark(const QString& path, const QString& text) {
+    const QString line = QStringLiteral("tagsmith-cli: %1: %2").arg(path, text);
+    if (m_keep)
+        m_lines.append({true, line});
+    else
+        std::fprintf(stderr, "%s\n", qPrintable(line));
+}
+
 void FileReport::line(const QString& text) {
+    if (m_keep) {
+        m_lines.append({false, text});
+        return;
+    }
     std::printf("%s\n", qPrintable(text));
     std::fflush(stdout);
+}
+
+FileReport FileReport::kept() {
+    FileReport report;
+    report.m_keep = true;
+    return report;
+}
+
+void FileReport::add(const FileReport& part) {
+    for (const Line& l : part.m_lines) {
+        if (m_keep) {
+            m_lines.append(l);
+        } else if (l.error) {
+            std::fprintf(stderr, "%s\n", qPrintable(l.text));
+        } else {
+            std::printf("%s\n", qPrintable(l.text));
+            std::fflush(stdout);
+        }
+    }
+    m_allWritten = m_allWritten && part.m_allWritten;
+}
+
+void writeEachFile(qsizetype count, OutputBatch& batch, FileReport& report,
+                   const std::function<void(qsizetype, FileReport&)>& write) {
+    std::vector<FileReport> reports(size_t(count), FileReport::kept());
+    std::vector<char> done(size_t(count), 0);
+    std::mutex mutex;
+    qsizetype printed = 0;
+    std::atomic<qsizetype> next{0};
+    const auto work = [&] {
+        for (qsizetype i = next++; i < count; i = next++) {
+            {
+                const OutputBatch::Turn turn(batch, i);
+                write(i, reports[size_t(i)]);
+            }
+            std::lock_guard lock(mutex);
+            done[size_t(i)] = 1;
+            while (printed < count && done[size_t(printed)]) report.add(reports[size_t(printed++)]);
+        }
+    };
+    std::vector<std::thread> helpers;
+    for (int t = 1; t < QThread::idealThreadCount() && t < count; ++t) helpers.emplace_back(work);
+    work();
+    for (std::thread& helper : helpers) helper.join();
 }
 
 bool checkRegularFile(const QString& path, FileReport& report) {

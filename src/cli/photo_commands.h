@@ -50,14 +50,14 @@ int writePhotos(const QCommandLineParser& parser, Write write) {
     const StorageContext storage{resolveStorage(parser), false, QString()};
     OutputBatch batch;
     FileReport report;
-    for (const QString& path : parser.positionalArguments()) {
-        if (!checkRegularFile(path, report)) continue;
-        if (!isPhotoPath(path)) {
-            report.skipped(QStringLiteral("this command takes photos only"));
-            continue;
-        }
+    const QStringList paths = parser.positionalArguments();
+    writeEachFile(paths.size(), batch, report, [&](qsizetype index, FileReport& report) {
+        const QString& path = paths.at(index);
+        if (!checkRegularFile(path, report)) return;
+        if (!isPhotoPath(path))
+            return report.skipped(QStringLiteral("this command takes photos only"));
         const IKImageItemPtr item = photoRecordForWriting(QFileInfo(path).absoluteFilePath());
         report.result(write(*item, storage, batch));
-    }
+    });
     return report.exitCode();
 }

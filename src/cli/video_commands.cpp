@@ -193,29 +193,24 @@ int runSet(const QStringList& args) {
     const StorageContext storage{resolveStorage(parser), false, QString()};
     OutputBatch batch;
     FileReport report;
-    for (const QString& path : parser.positionalArguments()) {
+    const QStringList paths = parser.positionalArguments();
+    writeEachFile(paths.size(), batch, report, [&](qsizetype index, FileReport& report) {
+        const QString& path = paths.at(index);
         const IKImageItemPtr item = loadVideo(path, report, true);
-        if (!item) continue;
+        if (!item) return;
         const bool audio = isAudioPath(item->filePath);
         QString wrong = inapplicablePhotoOptions(parser, item->filePath);
         if (wrong.isEmpty() && !isPhotoPath(item->filePath))
             wrong = inapplicableSetOptions(parser, item->filePath);
-        if (!wrong.isEmpty()) {
-            report.skipped(wrong);
-            continue;
-        }
-        if (isPhotoPath(item->filePath)) {
-            report.result(setPhotoFile(parser, *item, storage, batch));
-            continue;
-        }
+        if (!wrong.isEmpty()) return report.skipped(wrong);
+        if (isPhotoPath(item->filePath))
+            return report.result(setPhotoFile(parser, *item, storage, batch));
         if (audio) {
             QStringList notes;
             const AudioWriteResult result =
                 setAudioFile(parser, *item, artwork, storage, batch, &notes);
-            for (const QString& note : notes)
-                std::fprintf(stderr, "tagsmith-cli: %s: %s\n", qPrintable(path), qPrintable(note));
-            report.result(result);
-            continue;
+            for (const QString& note : notes) report.remark(path, note);
+            return report.result(result);
         }
         VideoEditorState editor = videoEditorStateFor(*item);
         for (const FieldOption& f : kFieldOptions) {
@@ -233,7 +228,7 @@ int runSet(const QStringList& args) {
         const VideoWriteJob job =
             SaveChangedVideoExifDateAction(*item, editor, item->fileMetaArray, storage);
         report.result(runVideoWriteJob(job, storage.storagelocation, batch));
-    }
+    });
     return report.exitCode();
 }
 
@@ -295,25 +290,20 @@ int runStrip(const QStringList& args) {
     const StorageContext storage{resolveStorage(parser), false, QString()};
     OutputBatch batch;
     FileReport report;
-    for (const QString& path : parser.positionalArguments()) {
-        const IKImageItemPtr item = loadVideo(path, report, true);
-        if (!item) continue;
-        if (isPhotoPath(item->filePath)) {
-            report.result(stripPhotoFile(parser, *item, storage, batch));
-            continue;
-        }
+    const QStringList paths = parser.positionalArguments();
+    writeEachFile(paths.size(), batch, report, [&](qsizetype index, FileReport& report) {
+        const IKImageItemPtr item = loadVideo(paths.at(index), report, true);
+        if (!item) return;
+        if (isPhotoPath(item->filePath))
+            return report.result(stripPhotoFile(parser, *item, storage, batch));
         const QString kind =
             isAudioPath(item->filePath) ? QStringLiteral("audio") : QStringLiteral("video");
-        if (const QString wrong = inapplicablePhotoStripFlags(parser, kind); !wrong.isEmpty()) {
-            report.skipped(wrong);
-            continue;
-        }
+        if (const QString wrong = inapplicablePhotoStripFlags(parser, kind); !wrong.isEmpty())
+            return report.skipped(wrong);
         if (isAudioPath(item->filePath)) {
             if (gps && !all)
-                report.skipped(QStringLiteral("--gps does not apply to audio files"));
-            else
-                report.result(stripAudioFile(*item, all, storage, batch));
-            continue;
+                return report.skipped(QStringLiteral("--gps does not apply to audio files"));
+            return report.result(stripAudioFile(*item, all, storage, batch));
         }
         const VideoWriteJob job =
             all   ? RemoveAllVideoMetadataAction(*item, storage, tracks)
@@ -321,7 +311,7 @@ int runStrip(const QStringList& args) {
                   : RemoveVideoExifDateAction(*item, videoEditorStateFor(*item),
                                               item->fileMetaArray, storage);
         report.result(runVideoWriteJob(job, storage.storagelocation, batch));
-    }
+    });
     return report.exitCode();
 }
 

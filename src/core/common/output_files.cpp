@@ -137,8 +137,43 @@ void setExtendedAttributesUsable(bool usable) {
     g_xattrUsable = usable;
 }
 
+namespace {
+
+// The turn this thread is in, if any.
+struct CurrentTurn {
+    const OutputBatch* batch = nullptr;
+    qsizetype index = 0;
+    bool passed = false;
+};
+thread_local CurrentTurn t_turn;
+
+}  // namespace
+
+OutputBatch::Turn::Turn(OutputBatch& batch, qsizetype index) : m_batch(batch), m_index(index) {
+    t_turn = {&batch, index, false};
+}
+
+OutputBatch::Turn::~Turn() {
+    if (t_turn.batch == &m_batch && !t_turn.passed) {
+        std::lock_guard lock(m_batch.m_mutex);
+        m_batch.passTurn(m_index);
+    }
+    t_turn = {};
+}
+
+void OutputBatch::passTurn(qsizetype index) {
+    m_passed.insert(index);
+    while (m_passed.remove(m_nextTurn)) ++m_nextTurn;
+    m_turns.notify_all();
+}
+
 OutputBatch::Claim OutputBatch::claim(const QString& wanted, const QString& sourcePath) {
-    std::lock_guard lock(m_mutex);
+    std::unique_lock lock(m_mutex);
+    if (t_turn.batch == this && !t_turn.passed) {
+        m_turns.wait(lock, [this] { return m_nextTurn == t_turn.index; });
+        t_turn.passed = true;
+        passTurn(t_turn.index);
+    }
     const QFileInfo wantedInfo(wanted);
     const QString name = wantedInfo.fileName();
     const QString source = QFileInfo(sourcePath).absoluteFilePath();

@@ -4,6 +4,7 @@
 #include <QSet>
 #include <QString>
 
+#include <condition_variable>
 #include <mutex>
 
 // Which files in the storage folder the program wrote itself. Only those may
@@ -57,7 +58,30 @@ public:
     // Whether this batch already reserved `path`.
     bool claimed(const QString& path) const;
 
+    // The batch's file number `index` (from 0, each once) is being written on
+    // this thread. While the turn lasts, the thread's first claim waits until
+    // every file before it has claimed its name or ended, so that which file
+    // gets "name.ext" and which "name (2).ext" does not depend on which
+    // thread is faster. A batch written by one thread needs no turns.
+    class Turn {
+    public:
+        Turn(OutputBatch& batch, qsizetype index);
+        ~Turn();
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+
+    private:
+        OutputBatch& m_batch;
+        qsizetype m_index;
+    };
+
 private:
+    // Marks the turn of file `index` as over; m_mutex is held.
+    void passTurn(qsizetype index);
+
     mutable std::mutex m_mutex;
     QSet<QString> m_claimed;
+    std::condition_variable m_turns;
+    qsizetype m_nextTurn = 0;  // the first file whose turn is not over
+    QSet<qsizetype> m_passed;  // files after it whose turn is over
 };

@@ -3,9 +3,14 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <atomic>
+#include <chrono>
 #include <functional>
+#include <thread>
+#include <vector>
 
 #include "core/common/dates.h"
 #include "core/common/desktop_integration.h"
@@ -127,6 +132,38 @@ TEST_P(OutputFiles, ASecondOutputOfTheSameNameInOneBatchGetsAFreeName) {
     EXPECT_TRUE(second.message().contains("clip (2).mov"));
     // A new batch replaces the earlier output of ours again.
     EXPECT_EQ(f.save(f.store + "/clip.mov").outputPath, f.store + "/clip.mov");
+}
+
+// Files written on several threads get their names in the files' order,
+// whichever thread claims first; a file that ends without claiming (one
+// skipped) holds up no other.
+TEST(OutputBatchTurns, NamesFollowTheFilesOrderOnAnyThread) {
+    Fixture f;
+    OutputBatch batch;
+    constexpr int kFiles = 12;
+    std::vector<QString> names(kFiles);
+    std::atomic<int> next{0};
+    const auto work = [&] {
+        for (int i = next++; i < kFiles; i = next++) {
+            const OutputBatch::Turn turn(batch, i);
+            if (i % 5 == 3) continue;  // skipped: never claims
+            // Later files reach their claim first.
+            std::this_thread::sleep_for(std::chrono::milliseconds((kFiles - i) % 4));
+            names[size_t(i)] =
+                QFileInfo(batch.claim(f.store + "/clip.mov", f.source).path).fileName();
+        }
+    };
+    std::thread helper(work), other(work);
+    work();
+    helper.join();
+    other.join();
+    int n = 1;
+    for (int i = 0; i < kFiles; ++i) {
+        if (i % 5 == 3) continue;
+        EXPECT_EQ(names[size_t(i)], n == 1 ? QString("clip.mov") : QString("clip (%1).mov").arg(n))
+            << i;
+        ++n;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(MarkKinds, OutputFiles, ::testing::Values(true, false),
