@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QThread>
 
 #include <cstdio>
+#include <mutex>
 
 #include "cli/commands.h"
 #include "core/import/item_json.h"
@@ -32,16 +34,40 @@ const char* const kInfoHelp =
     "A path that does not exist is reported on stderr and makes the exit code\n"
     "1; the other paths are still printed.\n";
 
-// Collects the records in import order.
+// Collects the records in import order, each as the indented JSON text of
+// an array element, made on the thread that read it.
 class CollectingSink : public ImportSink {
 public:
-    void itemImported(const IKImageItemPtr& item) override { items.append(item); }
+    explicit CollectingSink(bool withItems) : m_withItems(withItems) {}
+    void itemRead(const IKImageItemPtr& item) override {
+        QByteArray text;
+        if (m_withItems) {
+            QJsonObject record = itemToJson(*item);
+            record.insert(QStringLiteral("items"), metadataRowsToJson(videoMetadataRows(*item)));
+            text = QJsonDocument(record).toJson(QJsonDocument::Indented);
+            text.chop(1);  // the last line break
+            text = "    " + text.replace("\n", "\n    ");
+        } else {
+            text = itemToJsonText(*item, 1);
+        }
+        std::lock_guard lock(m_mutex);
+        m_texts.insert(item.get(), text);
+    }
+    void itemImported(const IKImageItemPtr& item) override {
+        std::lock_guard lock(m_mutex);
+        records.append(m_texts.take(item.get()));
+    }
     void pathMissing(const QString& path) override {
         std::fprintf(stderr, "tagsmith-cli: %s: no such file or folder\n", qPrintable(path));
         missing = true;
     }
-    IKImageItemList items;
+    QByteArrayList records;
     bool missing = false;
+
+private:
+    const bool m_withItems;
+    std::mutex m_mutex;
+    QHash<const IKImageItem*, QByteArray> m_texts;
 };
 
 }  // namespace
@@ -73,19 +99,14 @@ int runInfo(const QStringList& args) {
         return 2;
     }
 
-    CollectingSink sink;
+    CollectingSink sink(withItems);
     MediaImporter importer(sink, true);
     importer.setReadingThreads(QThread::idealThreadCount());
     importer.importMediaItemsThreader(paths);
 
-    QJsonArray array;
-    for (const IKImageItemPtr& item : sink.items) {
-        QJsonObject record = itemToJson(*item);
-        if (withItems)
-            record.insert(QStringLiteral("items"), metadataRowsToJson(videoMetadataRows(*item)));
-        array.append(record);
-    }
-    const QByteArray json = QJsonDocument(array).toJson(QJsonDocument::Indented);
+    // The array as QJsonDocument indents it, element by element.
+    QByteArray json =
+        sink.records.isEmpty() ? QByteArray("[\n]\n") : "[\n" + sink.records.join(",\n") + "\n]\n";
     std::fwrite(json.constData(), 1, static_cast<size_t>(json.size()), stdout);
     return sink.missing ? 1 : 0;
 }

@@ -1,48 +1,98 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/import/item_json.h"
 
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <vector>
+
 namespace {
+
+QString dateText(const QDateTime& value) {
+    return value.toOffsetFromUtc(value.offsetFromUtc()).toString(Qt::ISODate);
+}
 
 void putText(QJsonObject& o, const char* name, const QString& value) {
     if (!value.isEmpty()) o.insert(QLatin1String(name), value);
 }
 
-void putDate(QJsonObject& o, const char* name, const QDateTime& value) {
-    if (!value.isValid()) return;
-    o.insert(QLatin1String(name),
-             value.toOffsetFromUtc(value.offsetFromUtc()).toString(Qt::ISODate));
-}
-
-void putNumber(QJsonObject& o, const char* name, double value) {
-    if (value != 0.0) o.insert(QLatin1String(name), value);
-}
-
-}  // namespace
-
-QJsonObject itemToJson(const IKImageItem& i) {
-    QJsonObject o;
-    if (i.fileImage.hasPicture()) {
-        o.insert(QStringLiteral("fileImage"),
-                 QStringLiteral("%1x%2").arg(i.fileImage.width()).arg(i.fileImage.height()));
+// The record's fields as a JSON object.
+struct ObjectPut {
+    QJsonObject object;
+    void text(const char* name, const QString& value) { putText(object, name, value); }
+    void date(const char* name, const QDateTime& value) {
+        if (value.isValid()) object.insert(QLatin1String(name), dateText(value));
     }
-    putText(o, "fileImagePath", i.fileImagePath);
-    putText(o, "filePath", i.filePath);
-    putText(o, "fileType", i.fileType);
-    if (i.bhasCopy) o.insert(QStringLiteral("bhasCopy"), true);
-    putText(o, "hasCopy", i.hasCopy);
-    putText(o, "fileName", i.fileName);
-    putText(o, "fileSize", i.fileSize);
-    putText(o, "shootDateStr", i.shootDateStr);
-    putDate(o, "shootDate", i.shootDate);
-    putDate(o, "fileCreateDate", i.fileCreateDate);
-    putDate(o, "fileModifyDate", i.fileModifyDate);
-    putText(o, "fileCreateDateStr", i.fileCreateDateStr);
-    putText(o, "fileReleasedYear", i.fileReleasedYear);
-    putText(o, "fileAblumName", i.fileAblumName);
-    putNumber(o, "fileduration", i.fileduration);
-    putText(o, "fileduratStr", i.fileduratStr);
-    putNumber(o, "filePixWidth", i.filePixWidth);
-    putNumber(o, "filepixHeigh", i.filepixHeigh);
+    void number(const char* name, double value) {
+        if (value != 0.0) object.insert(QLatin1String(name), value);
+    }
+    void flag(const char* name) { object.insert(QLatin1String(name), true); }
+};
+
+// A value as QJsonDocument writes it (the one way to be sure of its escapes
+// and number forms).
+QByteArray qtJson(const QJsonValue& value) {
+    QByteArray text = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return text.mid(1, text.size() - 2);
+}
+
+// Whether a text can be written as its UTF-8 bytes in quotes: nothing to
+// escape and no lone surrogate.
+bool plainText(const QString& value) {
+    for (qsizetype k = 0; k < value.size(); ++k) {
+        const char16_t c = value.at(k).unicode();
+        if (c < 0x20 || c == u'"' || c == u'\\') return false;
+        if (QChar::isHighSurrogate(c)) {
+            if (k + 1 >= value.size() || !QChar::isLowSurrogate(value.at(k + 1).unicode()))
+                return false;
+            ++k;
+        } else if (QChar::isLowSurrogate(c)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The record's fields as name and JSON text, for writing them directly.
+struct TextPut {
+    std::vector<std::pair<const char*, QByteArray>> fields;
+    void text(const char* name, const QString& value) {
+        if (value.isEmpty()) return;
+        fields.emplace_back(name, plainText(value) ? '"' + value.toUtf8() + '"' : qtJson(value));
+    }
+    void date(const char* name, const QDateTime& value) {
+        if (value.isValid()) text(name, dateText(value));
+    }
+    void number(const char* name, double value) {
+        if (value != 0.0) fields.emplace_back(name, qtJson(value));
+    }
+    void flag(const char* name) { fields.emplace_back(name, QByteArray("true")); }
+};
+
+// Every field that is not empty, zero or false, in one place for both forms.
+template <typename Put>
+void forEachField(const IKImageItem& i, Put& o) {
+    if (i.fileImage.hasPicture())
+        o.text("fileImage",
+               QStringLiteral("%1x%2").arg(i.fileImage.width()).arg(i.fileImage.height()));
+    o.text("fileImagePath", i.fileImagePath);
+    o.text("filePath", i.filePath);
+    o.text("fileType", i.fileType);
+    if (i.bhasCopy) o.flag("bhasCopy");
+    o.text("hasCopy", i.hasCopy);
+    o.text("fileName", i.fileName);
+    o.text("fileSize", i.fileSize);
+    o.text("shootDateStr", i.shootDateStr);
+    o.date("shootDate", i.shootDate);
+    o.date("fileCreateDate", i.fileCreateDate);
+    o.date("fileModifyDate", i.fileModifyDate);
+    o.text("fileCreateDateStr", i.fileCreateDateStr);
+    o.text("fileReleasedYear", i.fileReleasedYear);
+    o.text("fileAblumName", i.fileAblumName);
+    o.number("fileduration", i.fileduration);
+    o.text("fileduratStr", i.fileduratStr);
+    o.number("filePixWidth", i.filePixWidth);
+    o.number("filepixHeigh", i.filepixHeigh);
     const std::pair<const char*, const QString*> texts[] = {
         {"fileArist", &i.fileArist},
         {"fileCopyright", &i.fileCopyright},
@@ -64,10 +114,10 @@ QJsonObject itemToJson(const IKImageItem& i) {
         {"longtitudeFormat", &i.longtitudeFormat},
         {"AtitudeFormat", &i.AtitudeFormat},
     };
-    for (const auto& [name, value] : texts) putText(o, name, *value);
-    putNumber(o, "filelatitude", i.filelatitude);
-    putNumber(o, "filelongtitude", i.filelongtitude);
-    putNumber(o, "fileAtitude", i.fileAtitude);
+    for (const auto& [name, value] : texts) o.text(name, *value);
+    o.number("filelatitude", i.filelatitude);
+    o.number("filelongtitude", i.filelongtitude);
+    o.number("fileAtitude", i.fileAtitude);
     const std::pair<const char*, const QString*> more[] = {
         {"fileComments", &i.fileComments},
         {"fileSubTitle", &i.fileSubTitle},
@@ -99,9 +149,33 @@ QJsonObject itemToJson(const IKImageItem& i) {
         {"audioChanelsStr", &i.audioChanelsStr},
         {"audioTrackIDStr", &i.audioTrackIDStr},
     };
-    for (const auto& [name, value] : more) putText(o, name, *value);
-    putText(o, "fileReadProblem", i.fileReadProblem);
-    return o;
+    for (const auto& [name, value] : more) o.text(name, *value);
+    o.text("fileReadProblem", i.fileReadProblem);
+}
+
+}  // namespace
+
+QJsonObject itemToJson(const IKImageItem& item) {
+    ObjectPut put;
+    forEachField(item, put);
+    return put.object;
+}
+
+QByteArray itemToJsonText(const IKImageItem& item, int indent) {
+    TextPut put;
+    forEachField(item, put);
+    // QJsonObject keeps its keys sorted, and so does its text.
+    std::sort(put.fields.begin(), put.fields.end(),
+              [](const auto& a, const auto& b) { return qstrcmp(a.first, b.first) < 0; });
+    const QByteArray outer(4 * indent, ' ');
+    const QByteArray inner(4 * (indent + 1), ' ');
+    QByteArray out = outer + "{";
+    for (size_t k = 0; k < put.fields.size(); ++k) {
+        out +=
+            (k ? ",\n" : "\n") + inner + '"' + put.fields[k].first + "\": " + put.fields[k].second;
+    }
+    out += put.fields.empty() ? QByteArray("\n") + outer + "}" : "\n" + outer + "}";
+    return out;
 }
 
 QJsonArray metadataRowsToJson(const QList<MetadataRow>& rows) {

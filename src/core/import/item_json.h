@@ -11,6 +11,11 @@
 // under the record's own field names. Dates are ISO 8601 with their offset;
 // artwork is described by its pixel size.
 QJsonObject itemToJson(const IKImageItem& item);
+// The same object as QJsonDocument's indented text, `indent` levels deep
+// (4 blanks each) and without a final line break, written directly: the
+// command line prints thousands of records, and building and writing the
+// QJsonObject cost a tenth of reading the files.
+QByteArray itemToJsonText(const IKImageItem& item, int indent);
 
 // The rows of a file's complete tag list (see metadata_rows.h): keySpace,
 // key and value as the window's "All Tags" list shows them, the item's

@@ -91,6 +91,7 @@ void MediaImporter::importMediaItemsThreader(const QStringList& paths) {
         } else if (m_threads > 1) {
             m_pending.append({path, true});
         } else if (IKImageItemPtr item = importFile(path, true, m_photos)) {
+            m_sink.itemRead(item);
             m_sink.itemImported(item);
         }
         m_sink.pathFinished();
@@ -110,9 +111,11 @@ void MediaImporter::readPending() {
     std::vector<IKImageItemPtr> items(size_t(m_pending.size()));
     std::atomic<qsizetype> next{0};
     auto work = [&] {
-        for (qsizetype i = next++; i < m_pending.size() && !m_cancelled; i = next++)
+        for (qsizetype i = next++; i < m_pending.size() && !m_cancelled; i = next++) {
             items[size_t(i)] =
                 importFile(m_pending.at(i).path, m_pending.at(i).technical, m_photos);
+            if (items[size_t(i)]) m_sink.itemRead(items[size_t(i)]);
+        }
     };
     std::vector<std::thread> helpers;
     for (int t = 1; t < m_threads && t < m_pending.size(); ++t) helpers.emplace_back(work);
@@ -146,6 +149,7 @@ void MediaImporter::scanFolder(const QString& folder, int depth) {
         } else if (m_threads > 1) {
             m_pending.append({path, false});
         } else if (IKImageItemPtr item = importFile(path, false, m_photos)) {
+            m_sink.itemRead(item);
             m_sink.itemImported(item);
         }
     }

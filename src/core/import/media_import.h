@@ -17,6 +17,10 @@ public:
     virtual ~ImportSink() = default;
     // A new record, ready to be appended to the media list.
     virtual void itemImported(const IKImageItemPtr& item) = 0;
+    // The same record, earlier, on the thread that read it: with several
+    // reading threads (setReadingThreads) the sink can do its own work on
+    // each record there, in parallel. Called before itemImported().
+    virtual void itemRead(const IKImageItemPtr& item) {}
     // One path of the import (a file of any kind, a skipped file, or a whole
     // folder) has been handled: the list view refreshes.
     virtual void pathFinished() {}

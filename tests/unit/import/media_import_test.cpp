@@ -4,10 +4,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QTemporaryDir>
+#include <QTimeZone>
 
 #include <sys/stat.h>
 
+#include "core/import/item_json.h"
 #include "core/import/media_import.h"
 #include "library/ffmpeg_open_count.h"
 #include "support/media_fixtures.h"
@@ -168,4 +171,30 @@ TEST_F(MediaImportTest, ReadingOnSeveralThreadsKeepsTheOrderAndTheRecords) {
     const QStringList one = run(1);
     EXPECT_EQ(one.size(), 5);
     EXPECT_EQ(run(3), one);
+}
+
+// The command line writes records as text directly; it must be the text
+// QJsonDocument makes of the same object, escapes and number forms included.
+TEST(ItemJson, DirectTextIsQJsonDocumentsText) {
+    IKImageItem item;
+    item.filePath = "/m/clip.mov";
+    item.fileTitle = QString::fromUtf8("Quote \" back\\ tab\t nl\n \x01 del \x7f 😀 漢字 é");
+    item.fileArist = QString(QChar(0xD800)) + "lone";  // a lone surrogate
+    item.fileComments = QString(QChar(0xDC00));
+    item.fileduration = 1.045;
+    item.filePixWidth = 1920;
+    item.filelatitude = -33.8688;
+    item.filelongtitude = 1e-7;
+    item.fileAtitude = 123456789012.5;
+    item.bhasCopy = true;
+    item.fileModifyDate = QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7), QTimeZone(19800));
+    for (const IKImageItem& record : {item, IKImageItem()}) {
+        for (int indent : {0, 1, 2}) {
+            QByteArray expected = QJsonDocument(itemToJson(record)).toJson(QJsonDocument::Indented);
+            expected.chop(1);
+            const QByteArray pad(4 * indent, ' ');
+            expected = pad + expected.replace("\n", "\n" + pad);
+            EXPECT_EQ(itemToJsonText(record, indent), expected) << indent;
+        }
+    }
 }
