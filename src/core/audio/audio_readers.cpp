@@ -75,7 +75,7 @@ FallbackTags fallbackTags(const OpenedMedia& media) {
 // facts are left out and `fallback` is not filled. The headers are read
 // without FFmpeg where they can be; FFmpeg probes the rest.
 IKImageItemPtr newAudioRecord(QFile& file, AudioContainer container, bool probe,
-                              FallbackTags* fallback) {
+                              FallbackTags* fallback, bool tagsWanted = true) {
     const QString path = file.fileName();
     auto item = std::make_shared<IKImageItem>();
     item->fileType = QStringLiteral("Audio");
@@ -83,7 +83,8 @@ IKImageItemPtr newAudioRecord(QFile& file, AudioContainer container, bool probe,
     item->filePath = path;
     fillFileAttributes(*item);
     if (!probe) return item;
-    if (const auto facts = file.isOpen() ? readAudioFacts(file, container) : std::nullopt) {
+    if (const auto facts =
+            file.isOpen() ? readAudioFacts(file, container, tagsWanted) : std::nullopt) {
         fillProbeFacts(*item, facts->facts);
         *fallback = {facts->album, facts->year.left(4)};
         return item;
@@ -160,7 +161,8 @@ IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe)
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
-    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback);
+    // The info dictionary below, not the generic tag, gives these files' tags.
+    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback, false);
     if (!opened) {
         qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
         return finish(item, probe);
@@ -185,9 +187,10 @@ IKImageItemPtr readByWalk(const QString& path, AudioItemTable table, bool probe)
     QFile file(path);
     const bool opened = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
-    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback);
     QList<MetadataItem> items;
     if (opened) items = audioMetadataItems(file, container);
+    // The generic tag stands in only for a file without items.
+    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback, items.isEmpty());
     if (items.isEmpty()) {
         // No items: what the file's headers give stands in.
         if (!probe) {

@@ -54,12 +54,12 @@ TagLib::ByteVector TagLibReadStream::readBlock(unsigned long length) {
     if (m_pos < m_windowStart || m_pos + wanted > windowEnd) {
         if (wanted > kWindow) {
             TagLib::ByteVector out(uint(wanted), 0);
-            out.resize(uint(readAt(m_fd, out.data(), wanted, m_pos)));
+            out.resize(uint(readAt(m_fd, out.data(), wanted, m_base + m_pos)));
             m_pos += long(out.size());
             return out;
         }
         m_window.resize(kWindow);
-        m_window.resize(readAt(m_fd, m_window.data(), kWindow, m_pos));
+        m_window.resize(readAt(m_fd, m_window.data(), kWindow, m_base + m_pos));
         m_windowStart = m_pos;
     }
     const long from = m_pos - m_windowStart;
@@ -67,6 +67,15 @@ TagLib::ByteVector TagLibReadStream::readBlock(unsigned long length) {
     if (count <= 0) return {};
     m_pos += count;
     return TagLib::ByteVector(m_window.constData() + from, uint(count));
+}
+
+void TagLibReadStream::startAt(long offset) {
+    offset = std::clamp(offset, 0L, m_base + m_length);
+    m_length += m_base - offset;
+    m_base = offset;
+    m_pos = 0;
+    m_window.clear();
+    m_windowStart = 0;
 }
 
 void TagLibReadStream::seek(long offset, Position p) {

@@ -20,6 +20,11 @@ public:
     TagLibReadStream(const TagLibReadStream&) = delete;
     TagLibReadStream& operator=(const TagLibReadStream&) = delete;
 
+    // From now on the stream shows the file from byte `offset` on, as if the
+    // bytes before it were not there (the leading tags, for a reader that
+    // only wants the sound).
+    void startAt(long offset);
+
     TagLib::FileName name() const override { return m_path.constData(); }
     TagLib::ByteVector readBlock(unsigned long length) override;
     void writeBlock(const TagLib::ByteVector&) override {}
@@ -36,7 +41,8 @@ private:
     QByteArray m_path;
     int m_fd = -1;
     bool m_owned = true;  // closed with the stream
-    long m_length = 0;
+    long m_base = 0;      // the file's byte that is the stream's first
+    long m_length = 0;    // from m_base
     long m_pos = 0;
     QByteArray m_window;  // the file's bytes from m_windowStart
     long m_windowStart = 0;
