@@ -18,31 +18,38 @@
 namespace {
 
 // The decoded picture; null (logged) when LibRaw refuses the file or
-// reports damaged data on the way.
+// reports damaged data on the way. LibRaw's C interface, so that the library
+// can be loaded on first use (raw_loader.cpp).
 QImage decodeRaw(const QString& path) {
-    auto raw = std::make_unique<LibRaw>();
+    const std::unique_ptr<libraw_data_t, void (*)(libraw_data_t*)> raw(libraw_init(0),
+                                                                       libraw_close);
+    if (!raw) {
+        qCInfo(lcTagsmith).noquote() << "LibRaw cannot decode ==" << path << "== not loaded";
+        return {};
+    }
     bool dataError = false;
-    raw->set_dataerror_handler(
-        [](void* flag, const char*, const int) { *static_cast<bool*>(flag) = true; }, &dataError);
-    raw->imgdata.params.output_bps = 8;
-    raw->imgdata.params.use_camera_wb = 1;
-    int code = raw->open_file(QFile::encodeName(path).constData());
-    if (code == LIBRAW_SUCCESS) code = raw->unpack();
-    if (code == LIBRAW_SUCCESS) code = raw->dcraw_process();
+    libraw_set_dataerror_handler(
+        raw.get(), [](void* flag, const char*, const int) { *static_cast<bool*>(flag) = true; },
+        &dataError);
+    raw->params.output_bps = 8;
+    raw->params.use_camera_wb = 1;
+    int code = libraw_open_file(raw.get(), QFile::encodeName(path).constData());
+    if (code == LIBRAW_SUCCESS) code = libraw_unpack(raw.get());
+    if (code == LIBRAW_SUCCESS) code = libraw_dcraw_process(raw.get());
     if (code != LIBRAW_SUCCESS || dataError) {
         qCInfo(lcTagsmith).noquote()
             << "LibRaw cannot decode ==" << path
             << "==" << (dataError ? "damaged data" : libraw_strerror(code));
         return {};
     }
-    libraw_processed_image_t* processed = raw->dcraw_make_mem_image(&code);
+    libraw_processed_image_t* processed = libraw_dcraw_make_mem_image(raw.get(), &code);
     QImage image;
     if (processed && processed->type == LIBRAW_IMAGE_BITMAP && processed->colors == 3 &&
         processed->bits == 8)
         image = QImage(processed->data, processed->width, processed->height, processed->width * 3,
                        QImage::Format_RGB888)
                     .copy();
-    if (processed) LibRaw::dcraw_clear_mem(processed);
+    if (processed) libraw_dcraw_clear_mem(processed);
     return image;
 }
 
