@@ -25,6 +25,51 @@ QString kindOf(const QMimeType& mime) {
     return mime.isValid() && !mime.isDefault() ? mime.comment() : QString();
 }
 
+// An Ogg file's type by the codec its first packet names, as the desktop's
+// content rules find it (the identification header at byte 28); "" for
+// another codec. The database's content matching tries every rule it has.
+QString oggTypeName(const QString& path) {
+    static const std::pair<QByteArrayView, const char*> kCodecs[] = {
+        {"\x01vorbis", "audio/x-vorbis+ogg"},
+        {"OpusHead", "audio/x-opus+ogg"},
+        {"\x7f"
+         "FLAC",
+         "audio/x-flac+ogg"},
+        {"Speex  ", "audio/x-speex+ogg"},
+        {"fLaC", "audio/x-flac+ogg"},
+        {"\x80theora", "video/x-theora+ogg"},
+    };
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return {};
+    const QByteArray head = file.read(36);
+    if (!head.startsWith("OggS") || head.size() < 36) return {};
+    for (const auto& [magic, name] : kCodecs)
+        if (head.mid(28).startsWith(magic)) return QLatin1String(name);
+    return {};
+}
+
+// The comment of the type named `name` for a file of the `extension`
+// (lower case): the type's own comment where its names include the
+// extension, as the database decides, else "" (the database is asked).
+// Looked up once for each pair.
+QString kindOfName(const QString& name, const QString& extension) {
+    static QMutex mutex;
+    static QHash<QString, QString> byName;
+    const QString key = name + QLatin1Char(' ') + extension;
+    const QMutexLocker lock(&mutex);
+    if (const auto known = byName.constFind(key); known != byName.cend()) return *known;
+    const QMimeType type = QMimeDatabase().mimeTypeForName(name);
+    const bool named = type.globPatterns().contains(QLatin1String("*.") + extension);
+    return *byName.insert(key, named ? kindOf(type) : QString());
+}
+
+// An Ogg file's kind, from its content.
+QString oggKind(const QString& path, const QString& extension) {
+    if (const QString name = oggTypeName(path); !name.isEmpty())
+        if (const QString kind = kindOfName(name, extension); !kind.isEmpty()) return kind;
+    return kindOf(QMimeDatabase().mimeTypeForFile(path));
+}
+
 // The kind by the name, as the desktop names it, looked up once per
 // extension: the database's glob matching cost more than reading a small
 // file's tags, and reading the content again for it a second open of every
@@ -36,11 +81,13 @@ QString kindText(const QString& path) {
     const QString extension =
         dot > path.lastIndexOf(QLatin1Char('/')) ? path.mid(dot + 1).toLower() : QString();
     if (!extension.isEmpty()) {
-        const QMutexLocker lock(&mutex);
-        if (const auto known = byExtension.constFind(extension); known != byExtension.cend()) {
-            if (known->has_value()) return **known;
-            return kindOf(QMimeDatabase().mimeTypeForFile(path));
+        std::optional<std::optional<QString>> known;
+        {
+            const QMutexLocker lock(&mutex);
+            if (const auto it = byExtension.constFind(extension); it != byExtension.cend())
+                known = *it;
         }
+        if (known) return known->has_value() ? **known : oggKind(path, extension);
     }
     const QMimeDatabase mimes;
     const QMimeType byName = mimes.mimeTypeForFile(path, QMimeDatabase::MatchExtension);
@@ -49,7 +96,7 @@ QString kindText(const QString& path) {
         const QMutexLocker lock(&mutex);
         byExtension.insert(extension, ogg ? std::nullopt : std::optional(kindOf(byName)));
     }
-    return ogg ? kindOf(mimes.mimeTypeForFile(path)) : kindOf(byName);
+    return ogg ? oggKind(path, extension) : kindOf(byName);
 }
 
 }  // namespace
