@@ -4,12 +4,30 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 namespace {
 
+// ISO 8601 with the date's own offset ("Z" for none), as Qt::ISODate writes
+// it; formatted here for the common dates, as Qt's formatter costs more than
+// the rest of a record's text.
 QString dateText(const QDateTime& value) {
-    return value.toOffsetFromUtc(value.offsetFromUtc()).toString(Qt::ISODate);
+    const int offset = value.offsetFromUtc();
+    const QDate day = value.date();
+    const QTime time = value.time();
+    if (offset % 60 != 0 || day.year() < 1000 || day.year() > 9999)
+        return value.toOffsetFromUtc(offset).toString(Qt::ISODate);
+    char text[32];
+    int n = std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", day.year(),
+                          day.month(), day.day(), time.hour(), time.minute(), time.second());
+    if (offset == 0)
+        text[n++] = 'Z';
+    else
+        n += std::snprintf(text + n, sizeof text - size_t(n), "%c%02d:%02d", offset < 0 ? '-' : '+',
+                           std::abs(offset) / 3600, std::abs(offset) % 3600 / 60);
+    return QString::fromLatin1(text, n);
 }
 
 void putText(QJsonObject& o, const char* name, const QString& value) {
@@ -169,12 +187,14 @@ QByteArray itemToJsonText(const IKImageItem& item, int indent) {
               [](const auto& a, const auto& b) { return qstrcmp(a.first, b.first) < 0; });
     const QByteArray outer(4 * indent, ' ');
     const QByteArray inner(4 * (indent + 1), ' ');
-    QByteArray out = outer + "{";
+    QByteArray out;
+    out.reserve(2048);
+    out.append(outer).append('{');
     for (size_t k = 0; k < put.fields.size(); ++k) {
-        out +=
-            (k ? ",\n" : "\n") + inner + '"' + put.fields[k].first + "\": " + put.fields[k].second;
+        out.append(k ? ",\n" : "\n").append(inner).append('"').append(put.fields[k].first);
+        out.append("\": ").append(put.fields[k].second);
     }
-    out += put.fields.empty() ? QByteArray("\n") + outer + "}" : "\n" + outer + "}";
+    out.append('\n').append(outer).append('}');
     return out;
 }
 

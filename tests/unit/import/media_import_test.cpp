@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 #include <QTimeZone>
 
@@ -188,7 +189,27 @@ TEST(ItemJson, DirectTextIsQJsonDocumentsText) {
     item.fileAtitude = 123456789012.5;
     item.bhasCopy = true;
     item.fileModifyDate = QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7), QTimeZone(19800));
-    for (const IKImageItem& record : {item, IKImageItem()}) {
+    IKImageItem dated;
+    dated.filePath = "/m/b.mp3";
+    dated.fileCreateDate = QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59, 999), Qt::UTC);
+    dated.fileModifyDate = QDateTime(QDate(2024, 7, 1), QTime(0, 0), QTimeZone(-34200));
+    dated.shootDate = QDateTime(QDate(2024, 2, 29), QTime(12, 30), Qt::LocalTime);
+    IKImageItem odd;  // dates Qt writes itself
+    odd.filePath = "/m/c.mp3";
+    odd.fileCreateDate = QDateTime(QDate(812, 1, 2), QTime(3, 4), Qt::UTC);
+    odd.fileModifyDate = QDateTime(QDate(2024, 1, 2), QTime(3, 4), QTimeZone(-17762));
+    for (const IKImageItem& record : {item, dated, odd}) {
+        const QJsonObject object = itemToJson(record);
+        for (const auto& [name, date] : {std::pair{"fileCreateDate", record.fileCreateDate},
+                                         std::pair{"fileModifyDate", record.fileModifyDate},
+                                         std::pair{"shootDate", record.shootDate}}) {
+            const QString expected =
+                date.isValid() ? date.toOffsetFromUtc(date.offsetFromUtc()).toString(Qt::ISODate)
+                               : QString();
+            EXPECT_EQ(object.value(name).toString(), expected) << name;
+        }
+    }
+    for (const IKImageItem& record : {item, dated, odd, IKImageItem()}) {
         for (int indent : {0, 1, 2}) {
             QByteArray expected = QJsonDocument(itemToJson(record)).toJson(QJsonDocument::Indented);
             expected.chop(1);
