@@ -8,8 +8,6 @@
 
 #include <gphoto2/gphoto2.h>
 
-#include <type_traits>
-
 #include "core/library/lazy_library.h"
 
 namespace {
@@ -18,20 +16,11 @@ namespace {
 // library.
 LazyLibrary Gphoto{TAGSMITH_SONAME_GPHOTO2, "cameras and phones cannot be reached"};
 
-template <typename R>
-R missing() {
-    if constexpr (std::is_same_v<R, int>)
-        return GP_ERROR_NOT_SUPPORTED;
-    else if constexpr (std::is_same_v<R, const char*>)
-        return "libgphoto2 is missing";
-    else if constexpr (!std::is_void_v<R>)
-        return R{};
-}
-
 }  // namespace
 
-#define TS_GPHOTO(ret, name, params, args) \
-    TS_FORWARD(Gphoto, ret, name, params, args, missing<ret>())
+#define TS_GPHOTO(ret, name, params, args)      \
+    TS_FORWARD(Gphoto, ret, name, params, args, \
+               missingLibraryResult<ret>(GP_ERROR_NOT_SUPPORTED, "libgphoto2 is missing"))
 
 // clang-format off
 TS_GPHOTO(int, gp_abilities_list_detect, (CameraAbilitiesList *list, GPPortInfoList *info_list, CameraList *l, GPContext *context), (list, info_list, l, context))

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <mutex>
+#include <type_traits>
 
 // A shared library opened on first use rather than at start-up. Libraries
 // such as FFmpeg and libheif pull in dozens of codec libraries whose loading
@@ -27,6 +28,19 @@ private:
     std::once_flag m_once;
     void* m_handle = nullptr;
 };
+
+// What a forwarded call of a missing library answers: `error` where the
+// function answers an int (the library's own code for an unsupported call),
+// `text` where it answers a C string, null or zero for anything else.
+template <typename R>
+R missingLibraryResult(int error, const char* text) {
+    if constexpr (std::is_same_v<R, int>)
+        return error;
+    else if constexpr (std::is_same_v<R, const char*>)
+        return text;
+    else if constexpr (!std::is_void_v<R>)
+        return R{};
+}
 
 // Defines `name` with the library's declaration of it in scope (the compiler
 // refuses a signature that differs), forwarding to the real function, looked

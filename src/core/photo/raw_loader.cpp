@@ -8,27 +8,17 @@
 
 #include <libraw/libraw.h>
 
-#include <type_traits>
-
 #include "core/library/lazy_library.h"
 
 namespace {
 
 LazyLibrary Raw{TAGSMITH_SONAME_RAW, "camera raw photos cannot be decoded"};
 
-template <typename R>
-R missing() {
-    if constexpr (std::is_same_v<R, int>)
-        return LIBRAW_UNSPECIFIED_ERROR;
-    else if constexpr (std::is_same_v<R, const char*>)
-        return "LibRaw is missing";
-    else if constexpr (!std::is_void_v<R>)
-        return R{};
-}
-
 }  // namespace
 
-#define TS_RAW(ret, name, params, args) TS_FORWARD(Raw, ret, name, params, args, missing<ret>())
+#define TS_RAW(ret, name, params, args)      \
+    TS_FORWARD(Raw, ret, name, params, args, \
+               missingLibraryResult<ret>(LIBRAW_UNSPECIFIED_ERROR, "LibRaw is missing"))
 
 // clang-format off
 TS_RAW(const char *, libraw_strerror, (int errorcode), (errorcode))
