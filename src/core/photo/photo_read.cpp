@@ -16,6 +16,7 @@
 #include "core/library/media_kinds.h"
 #include "core/photo/photo_exiv2.h"
 #include "core/photo/photo_file_groups.h"
+#include "core/photo/photo_file_io.h"
 
 using namespace photo_exiv2;
 
@@ -352,7 +353,8 @@ PhotoSource readPhotoProperties(const QString& path, bool pictureFacts) {
     const std::string name = QFile::encodeName(path).toStdString();
     PhotoSource source = readWith(
         [](const void* p) {
-            return Exiv2::ImageFactory::open(*static_cast<const std::string*>(p));
+            return Exiv2::ImageFactory::open(
+                Exiv2::BasicIo::AutoPtr(new PhotoFileIo(*static_cast<const std::string*>(p))));
         },
         &name, pictureFacts ? &file : nullptr, path);
     // A camera raw built on TIFF (DNG, NEF, ...) is a raw all the same.
