@@ -86,6 +86,7 @@ long PhotoFileIo::read(Exiv2::byte* buf, long rcount) {
         }
         const long from = at - m_windowStart;
         const long count = std::min(wanted - done, long(m_window.size()) - from);
+        if (count <= 0) break;
         std::memcpy(buf + done, m_window.constData() + from, size_t(count));
         done += count;
     }

@@ -3,9 +3,13 @@
 // record of the import.
 #include <QTemporaryDir>
 
+#include <cstring>
+#include <string>
+
 #include "core/batch/date_check.h"
 #include "core/import/media_import.h"
 #include "core/photo/exif_segment_reader.h"
+#include "core/photo/photo_file_io.h"
 #include "core/photo/photo_import.h"
 #include "photo_fixture.h"
 
@@ -117,4 +121,54 @@ TEST(PhotoImport, RecordFieldsAndFolderScan) {
     EXPECT_FALSE(item->fileSize.isEmpty());
     const IKImageItemPtr broken = sink.items[0] == item ? sink.items[1] : sink.items[0];
     EXPECT_FALSE(broken->fileReadProblem.isEmpty());
+}
+
+// Our read-only file source answers every read, seek and end-of-file
+// question as Exiv2's memory source does over the same bytes, across its
+// window's edges, and refuses counts larger than the file.
+TEST(PhotoFileIo, AnswersAsExiv2sMemorySource) {
+    QTemporaryDir dir;
+    QByteArray bytes(40000, '\0');
+    for (int k = 0; k < bytes.size(); ++k) bytes[k] = char(k * 7 + k / 251);
+    const QString path = dir.filePath("data.bin");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    file.close();
+    PhotoFileIo ours(QFile::encodeName(path).toStdString());
+    Exiv2::MemIo theirs(reinterpret_cast<const Exiv2::byte*>(bytes.constData()),
+                        long(bytes.size()));
+    ASSERT_EQ(ours.open(), 0);
+    ASSERT_EQ(theirs.open(), 0);
+    EXPECT_EQ(ours.size(), theirs.size());
+    struct Step {
+        char op;  // s: seek from start, c: from here, e: from the end, r: read, g: get a byte
+        long n;
+    };
+    const Step steps[] = {{'r', 10},    {'g', 0},     {'r', 16374},  {'r', 20}, {'c', -30},
+                          {'r', 17000}, {'s', 39990}, {'r', 20},     {'g', 0},  {'e', -5},
+                          {'g', 0},     {'r', 5},     {'s', 40000},  {'g', 0},  {'s', 40001},
+                          {'s', 16383}, {'r', 2},     {'c', -20000}, {'r', 1},  {'s', 0},
+                          {'r', 40000}, {'s', 12345}, {'r', 100}};
+    for (const Step& step : steps) {
+        SCOPED_TRACE(std::string(1, step.op) + " " + std::to_string(step.n));
+        if (step.op == 'r') {
+            const Exiv2::DataBuf a = ours.read(step.n);
+            const Exiv2::DataBuf b = theirs.read(step.n);
+            ASSERT_EQ(a.size_, b.size_);
+            EXPECT_EQ(std::memcmp(a.pData_, b.pData_, size_t(a.size_)), 0);
+        } else if (step.op == 'g') {
+            EXPECT_EQ(ours.getb(), theirs.getb());
+        } else {
+            const auto from = step.op == 's'   ? Exiv2::BasicIo::beg
+                              : step.op == 'c' ? Exiv2::BasicIo::cur
+                                               : Exiv2::BasicIo::end;
+            EXPECT_EQ(ours.seek(step.n, from), theirs.seek(step.n, from));
+        }
+        EXPECT_EQ(ours.tell(), theirs.tell());
+        EXPECT_EQ(ours.eof(), theirs.eof());
+    }
+    EXPECT_THROW(ours.read(long(bytes.size()) + 1), Exiv2::AnyError);
+    EXPECT_EQ(std::memcmp(ours.mmap(), bytes.constData(), size_t(bytes.size())), 0);
+    EXPECT_EQ(ours.munmap(), 0);
+    EXPECT_NE(PhotoFileIo(QFile::encodeName(dir.filePath("none")).toStdString()).open(), 0);
 }
