@@ -21,6 +21,12 @@ struct CopyPlan {
     // What the log calls a failed fill, in the caller's words ("conversion
     // failed").
     const char* failedText = "write failed";
+    // The fill only opens the temporary file by its path and writes it (no
+    // file beside it, no rename): it may then be an unnamed file in the
+    // folder, linked under its name once it is complete. Its inode is made
+    // outside the folder's lock, so the threads of a batch can make theirs
+    // at once, and nothing of it is left if the program dies.
+    bool unnamedTemporary = false;
 };
 
 // Writes the temporary file at the given path (it exists, empty); answers ""

@@ -45,9 +45,9 @@ PhotoWriteResult runPhotoJob(const PhotoJob& job, const StorageContext& storage,
             << "camera raw written as TIFF data ==" << job.sourcePath << "==" << outcome.reason;
         return writeRawFallback(job.sourcePath, temporaryPath, job.edit);
     };
-    return photoResultOf(publishCopy({job.sourcePath, job.outputPath, job.dates, job.reveal},
-                                     storage.storagelocation, batch, fill),
-                         job.sourcePath);
+    CopyPlan plan{job.sourcePath, job.outputPath, job.dates, job.reveal};
+    plan.unnamedTemporary = true;  // the photo writers only open the path and write
+    return photoResultOf(publishCopy(plan, storage.storagelocation, batch, fill), job.sourcePath);
 }
 
 PhotoWriteResult photoResultOf(const PublishedCopy& copy, const QString& sourcePath) {

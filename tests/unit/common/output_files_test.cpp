@@ -12,6 +12,7 @@
 #include <thread>
 #include <vector>
 
+#include "core/common/copy_publish.h"
 #include "core/common/dates.h"
 #include "core/common/desktop_integration.h"
 #include "core/common/output_files.h"
@@ -185,4 +186,36 @@ TEST(OutputFilesList, RecordsOutputsByNameWhereNoAttributeFits) {
     setFileDates(out, QDateTime(), dateFromText("2021:01:01 00:00:00"));
     EXPECT_FALSE(isOutputOfOurs(out));
     setExtendedAttributesUsable(true);
+}
+
+// The publisher's two kinds of temporary file: a named hidden one, and an
+// unnamed one linked once complete. Either way an earlier output of ours is
+// replaced, the user's file is kept, a failed fill leaves nothing, and no
+// hidden file stays behind.
+TEST(CopyPublish, NamedAndUnnamedTemporaryFiles) {
+    for (const bool unnamed : {false, true}) {
+        SCOPED_TRACE(unnamed ? "unnamed" : "named");
+        Fixture f;
+        auto publish = [&](const QByteArray& bytes, const QString& reason = {}) {
+            OutputBatch batch;
+            CopyPlan plan{f.source, f.store + "/photo.jpg", readFileDates(f.source), false};
+            plan.unnamedTemporary = unnamed;
+            return publishCopy(plan, f.store, batch, [&](const QString& temporary) {
+                QFile out(temporary);
+                if (!out.open(QIODevice::Append) || out.write(bytes) != bytes.size())
+                    return QString("not written");
+                return reason;
+            });
+        };
+        EXPECT_EQ(publish("first").outputPath, f.store + "/photo.jpg");
+        EXPECT_EQ(publish("second").outputPath, f.store + "/photo.jpg");
+        EXPECT_EQ(readFile(f.store + "/photo.jpg"), "second");
+        EXPECT_TRUE(isOutputOfOurs(f.store + "/photo.jpg"));
+        EXPECT_FALSE(publish("third", "refused").ok());
+        EXPECT_EQ(readFile(f.store + "/photo.jpg"), "second");
+        writeFile(f.store + "/photo.jpg", "the user's own");
+        EXPECT_EQ(publish("fourth").outputPath, f.store + "/photo (2).jpg");
+        EXPECT_EQ(readFile(f.store + "/photo.jpg"), "the user's own");
+        EXPECT_EQ(QDir(f.store).entryList(QDir::Files | QDir::Hidden).size(), 2);
+    }
 }
