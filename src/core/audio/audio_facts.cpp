@@ -20,6 +20,7 @@
 #include <memory>
 
 #include "core/audio/caf_file.h"
+#include "core/audio/id3_frames.h"
 #include "core/audio/taglib_stream.h"
 #include "core/common/logging.h"
 
@@ -139,26 +140,13 @@ std::optional<int> aacChannels(TagLib::File& file) {
     return std::nullopt;
 }
 
-// Where an MP3's sound starts: after the ID3v2 tags in front of it.
-long afterLeadingId3v2(QFile& file) {
-    long at = 0;
-    for (int tags = 0; tags < 16 && file.seek(at); ++tags) {
-        const QByteArray h = file.read(10);
-        if (h.size() < 10 || !h.startsWith("ID3") || ((h[6] | h[7] | h[8] | h[9]) & 0x80)) break;
-        const long size = (long(h[6]) << 21) | (long(h[7]) << 14) | (long(h[8]) << 7) | long(h[9]);
-        const long end = at + 10 + size + ((h[5] & 0x10) ? 10 : 0);
-        if (end > file.size()) break;
-        at = end;
-    }
-    return at;
-}
-
 std::optional<AudioFacts> tagLibFacts(QFile& file, AudioContainer container, bool tags) {
     TagLibReadStream stream(file);
     if (!stream.isOpen()) return std::nullopt;
     // Without the tags an MP3 is read from its sound on: TagLib would decode
     // every frame of the ID3v2 tag first, a third of the work for the file.
-    if (!tags && container == AudioContainer::Mp3) stream.startAt(afterLeadingId3v2(file));
+    if (!tags && container == AudioContainer::Mp3)
+        stream.startAt(long(findTagRanges(file, false).audioBegin));
     const std::unique_ptr<TagLib::File> media = tagLibFile(file, container, &stream);
     if (!media || !media->isValid() || !media->audioProperties()) return std::nullopt;
     const TagLib::AudioProperties* p = media->audioProperties();

@@ -69,7 +69,9 @@ struct FileTagRanges {
     qint64 audioBegin = 0;         // the bytes between the two groups
     qint64 audioEnd = 0;
 };
-FileTagRanges findTagRanges(QIODevice& file);
+// Without `trailing` only the leading tags are looked for (audioEnd is then
+// the file's end).
+FileTagRanges findTagRanges(QIODevice& file, bool trailing = true);
 
 // The leading ID3v2 tags of a file, read in order (at most a bounded number).
 QList<Id3Tag> readLeadingId3v2Tags(QIODevice& file);

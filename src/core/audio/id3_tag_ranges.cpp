@@ -66,7 +66,7 @@ bool trailingTagBefore(QIODevice& file, qint64 floor, qint64 end, TagByteRange* 
 
 }  // namespace
 
-FileTagRanges findTagRanges(QIODevice& file) {
+FileTagRanges findTagRanges(QIODevice& file, bool trailing) {
     FileTagRanges ranges;
     const qint64 fileSize = file.size();
     qint64 pos = 0;
@@ -79,7 +79,8 @@ FileTagRanges findTagRanges(QIODevice& file) {
     ranges.audioBegin = pos;
     qint64 end = fileSize;
     TagByteRange range;
-    for (int i = 0; i < kMaxTrailingTags && trailingTagBefore(file, pos, end, &range); ++i) {
+    for (int i = 0; trailing && i < kMaxTrailingTags && trailingTagBefore(file, pos, end, &range);
+         ++i) {
         ranges.trailing.prepend(range);
         end = range.offset;
     }

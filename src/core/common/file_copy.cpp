@@ -13,6 +13,17 @@ constexpr qint64 kCopyBuffer = qint64(8) * 1024 * 1024;
 
 }  // namespace
 
+qint64 readAt(int fd, char* into, qint64 size, qint64 offset) {
+    qint64 done = 0;
+    while (done < size) {
+        const ssize_t got = ::pread(fd, into + done, size_t(size - done), off_t(offset + done));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        done += got;
+    }
+    return done;
+}
+
 bool writeAll(int fd, const char* data, qint64 size) {
     while (size > 0) {
         const ssize_t n = ::write(fd, data, size_t(qMin<qint64>(size, kCopyBuffer)));

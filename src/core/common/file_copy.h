@@ -4,6 +4,10 @@
 #include <QByteArray>
 #include <QtGlobal>
 
+// Reads up to `size` bytes of `fd` at `offset` into `into`; the count read,
+// short at the end of the file or on an error.
+qint64 readAt(int fd, char* into, qint64 size, qint64 offset);
+
 // Writes all of `data` to `fd`; false on an error.
 bool writeAll(int fd, const char* data, qint64 size);
 

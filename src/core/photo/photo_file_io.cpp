@@ -10,21 +10,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "core/common/file_copy.h"
+
 namespace {
 
 constexpr long kWindow = 16 * 1024;
-
-// Reads up to `size` bytes at `offset`; the count read, short at the end.
-long readAt(int fd, char* into, long size, long offset) {
-    long done = 0;
-    while (done < size) {
-        const ssize_t got = ::pread(fd, into + done, size_t(size - done), offset + done);
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) break;
-        done += got;
-    }
-    return done;
-}
 
 }  // namespace
 
