@@ -23,13 +23,14 @@
 #include "core/audio/id3_frames.h"
 #include "core/audio/taglib_stream.h"
 #include "core/common/logging.h"
+#include "core/common/windowed_file.h"
 
 namespace {
 
 constexpr auto kStyle = TagLib::AudioProperties::Average;
 
 // The codec inside an Ogg stream, from its first packet.
-std::unique_ptr<TagLib::File> oggFile(QFile& file, TagLib::IOStream* stream) {
+std::unique_ptr<TagLib::File> oggFile(WindowedFile& file, TagLib::IOStream* stream) {
     if (!file.seek(28)) return {};
     const QByteArray packet = file.read(8);
     if (packet.startsWith("\x01vorbis"))
@@ -44,7 +45,7 @@ std::unique_ptr<TagLib::File> oggFile(QFile& file, TagLib::IOStream* stream) {
     return {};
 }
 
-std::unique_ptr<TagLib::File> tagLibFile(QFile& file, AudioContainer container,
+std::unique_ptr<TagLib::File> tagLibFile(WindowedFile& file, AudioContainer container,
                                          TagLib::IOStream* stream) {
     auto* frames = TagLib::ID3v2::FrameFactory::instance();
     switch (container) {
@@ -140,7 +141,7 @@ std::optional<int> aacChannels(TagLib::File& file) {
     return std::nullopt;
 }
 
-std::optional<AudioFacts> tagLibFacts(QFile& file, AudioContainer container, bool tags) {
+std::optional<AudioFacts> tagLibFacts(WindowedFile& file, AudioContainer container, bool tags) {
     TagLibReadStream stream(file);
     if (!stream.isOpen()) return std::nullopt;
     // Without the tags an MP3 is read from its sound on: TagLib would decode
@@ -179,7 +180,7 @@ std::optional<AudioFacts> tagLibFacts(QFile& file, AudioContainer container, boo
 
 // CAF: the `desc` chunk (sample rate, packet shape, channels, bits) and the
 // length from the packet table, else from the data size.
-std::optional<AudioFacts> cafFacts(QFile& file) {
+std::optional<AudioFacts> cafFacts(WindowedFile& file) {
     const CafLayout layout = readCafLayout(file);
     const CafChunk* desc = layout.find("desc");
     if (!layout.isCaf || !desc || desc->size < 32 || !file.seek(desc->contentOffset()))
@@ -215,7 +216,7 @@ std::optional<AudioFacts> cafFacts(QFile& file) {
 }
 
 // AU: a 24-byte header of data offset, data size, encoding, rate, channels.
-std::optional<AudioFacts> auFacts(QFile& file) {
+std::optional<AudioFacts> auFacts(WindowedFile& file) {
     if (!file.seek(0)) return std::nullopt;
     const QByteArray h = file.read(24);
     if (h.size() < 24) return std::nullopt;
@@ -239,7 +240,7 @@ std::optional<AudioFacts> auFacts(QFile& file) {
 
 }  // namespace
 
-std::optional<AudioFacts> readAudioFacts(QFile& file, AudioContainer container, bool tags) {
+std::optional<AudioFacts> readAudioFacts(WindowedFile& file, AudioContainer container, bool tags) {
     std::optional<AudioFacts> out;
     try {
         if (container == AudioContainer::Caf)

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QFile>
 #include <QString>
 
 #include <optional>
 
 #include "core/audio/audio_container.h"
 #include "core/library/media_probe.h"
+
+class WindowedFile;
 
 // The facts of a sound (length, bit rate, sample rate, channels) read from
 // the file's own headers without FFmpeg: TagLib for the containers it knows,
@@ -26,4 +27,5 @@ struct AudioFacts {
 // nothing where the headers give neither a sample rate nor a length.
 // Without `tags` the album and year are left out, and an MP3's or FLAC's
 // ID3v2 frames are not decoded (a third of the work for a tagged MP3).
-std::optional<AudioFacts> readAudioFacts(QFile& file, AudioContainer container, bool tags = true);
+std::optional<AudioFacts> readAudioFacts(WindowedFile& file, AudioContainer container,
+                                         bool tags = true);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/audio/audio_readers.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 extern "C" {
@@ -15,6 +14,7 @@ extern "C" {
 #include "core/audio/id3_frames.h"
 #include "core/audio/taglib_info.h"
 #include "core/common/logging.h"
+#include "core/common/windowed_file.h"
 #include "core/library/media_kinds.h"
 #include "core/library/media_probe.h"
 #include "core/library/media_record.h"
@@ -74,18 +74,21 @@ FallbackTags fallbackTags(const OpenedMedia& media) {
 // Without `probe` (a record for writing) the file's sound is not read: the
 // facts are left out and `fallback` is not filled. The headers are read
 // without FFmpeg where they can be; FFmpeg probes the rest.
-IKImageItemPtr newAudioRecord(QFile& file, AudioContainer container, bool probe,
+IKImageItemPtr newAudioRecord(WindowedFile& file, AudioContainer container, bool probe,
                               FallbackTags* fallback, bool tagsWanted = true) {
     const QString path = file.fileName();
     auto item = std::make_shared<IKImageItem>();
     item->fileType = QStringLiteral("Audio");
     item->fileName = QFileInfo(path).fileName();
     item->filePath = path;
-    fillFileAttributes(*item);
+    if (file.isOpen())
+        fillFileAttributes(*item, file.dates());
+    else
+        fillFileAttributes(*item);
     if (!probe) return item;
     if (const auto facts =
             file.isOpen() ? readAudioFacts(file, container, tagsWanted) : std::nullopt) {
-        fillProbeFacts(*item, facts->facts);
+        fillProbeFacts(*item, facts->facts, &file);
         *fallback = {facts->album, facts->year.left(4)};
         return item;
     }
@@ -97,9 +100,9 @@ IKImageItemPtr newAudioRecord(QFile& file, AudioContainer container, bool probe,
 
 // A probed record tells whether the file has a sound; the writers' record
 // (not probed) does not judge.
-IKImageItemPtr finish(IKImageItemPtr item, bool probe) {
+IKImageItemPtr finish(IKImageItemPtr item, bool probe, bool opened) {
     if (!probe) return item;
-    item->fileReadProblem = readProblemOf(*item, true);
+    item->fileReadProblem = readProblemOf(*item, true, opened);
     logReadProblem(*item);
     return item;
 }
@@ -113,7 +116,7 @@ struct InfoDictionary {
     QByteArray artwork;
 };
 
-InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
+InfoDictionary readInfoDictionary(WindowedFile& file, AudioContainer container) {
     InfoDictionary dict;
     auto take = [&](const TagLibInfo& info, const QString& space, bool riff) {
         dict.opened = info.opened;
@@ -127,7 +130,7 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
     };
     switch (container) {
         case AudioContainer::Wav: {
-            take(readRiffInfo(file.fileName()), QStringLiteral("riff"), true);
+            take(readRiffInfo(file), QStringLiteral("riff"), true);
             // The ID3 chunk: listed, and its picture is the artwork.
             const QList<MetadataItem> id3 = id3ChunkMetadataItems(file, container);
             for (const MetadataItem& item : id3)
@@ -137,7 +140,7 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
             break;
         }
         case AudioContainer::Flac:
-            take(readFlacInfo(file.fileName()), QStringLiteral("vorbis"), false);
+            take(readFlacInfo(file), QStringLiteral("vorbis"), false);
             break;
         case AudioContainer::Caf:
             dict.opened = true;
@@ -158,14 +161,14 @@ InfoDictionary readInfoDictionary(QFile& file, AudioContainer container) {
 
 IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe) {
     FallbackTags fallback;
-    QFile file(path);
-    const bool opened = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    WindowedFile file(path);
+    const bool opened = file.open(QIODevice::ReadOnly);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
     // The info dictionary below, not the generic tag, gives these files' tags.
     IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback, false);
     if (!opened) {
         qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
-        return finish(item, probe);
+        return finish(item, probe, opened);
     }
     const InfoDictionary dict = readInfoDictionary(file, container);
     if (!dict.opened) qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
@@ -177,15 +180,15 @@ IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe)
         item->fileImage = StoredPicture::fromData(dict.artwork);
     applyAudioInfoDictionary(*item, dict.entries);
     item->fileMetaArray = dict.items;
-    return finish(item, probe);
+    return finish(item, probe, opened);
 }
 
 namespace {
 
 IKImageItemPtr readByWalk(const QString& path, AudioItemTable table, bool probe) {
     FallbackTags fallback;
-    QFile file(path);
-    const bool opened = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    WindowedFile file(path);
+    const bool opened = file.open(QIODevice::ReadOnly);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
     QList<MetadataItem> items;
     if (opened) items = audioMetadataItems(file, container);
@@ -200,11 +203,11 @@ IKImageItemPtr readByWalk(const QString& path, AudioItemTable table, bool probe)
         }
         if (!fallback.album.isEmpty()) item->fileAblumName = fallback.album;
         if (!fallback.year.isEmpty()) item->fileReleasedYear = fallback.year;
-        return finish(item, probe);
+        return finish(item, probe, opened);
     }
     applyAudioMetadata(*item, items, table);
     item->fileMetaArray = items;
-    return finish(item, probe);
+    return finish(item, probe, opened);
 }
 
 }  // namespace

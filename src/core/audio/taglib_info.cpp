@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/audio/taglib_info.h"
 
-#include <QFile>
-
 #include <flacfile.h>
 #include <flacpicture.h>
 #include <id3v2framefactory.h>
@@ -15,6 +13,7 @@
 
 #include "core/audio/taglib_stream.h"
 #include "core/common/logging.h"
+#include "core/common/windowed_file.h"
 
 namespace {
 
@@ -77,13 +76,13 @@ TagLib::ByteVector vector(const QByteArray& data) {
 
 }  // namespace
 
-TagLibInfo readRiffInfo(const QString& path) {
-    TagLibReadStream stream(path);
+TagLibInfo readRiffInfo(WindowedFile& file) {
+    TagLibReadStream stream(file);
     return guarded("RIFF INFO reading", &stream, riffInfo);
 }
 
-TagLibInfo readFlacInfo(const QString& path) {
-    TagLibReadStream stream(path);
+TagLibInfo readFlacInfo(WindowedFile& file) {
+    TagLibReadStream stream(file);
     return guarded("FLAC comment reading", &stream, flacInfo);
 }
 

@@ -21,8 +21,11 @@ struct TagLibInfo {
     QString artworkMimeType;
 };
 
-TagLibInfo readRiffInfo(const QString& path);
-TagLibInfo readFlacInfo(const QString& path);
+class WindowedFile;
+
+// Of a file open for reading.
+TagLibInfo readRiffInfo(WindowedFile& file);
+TagLibInfo readFlacInfo(WindowedFile& file);
 // The same over a file's bytes held in memory.
 TagLibInfo readRiffInfoFromData(const QByteArray& data);
 TagLibInfo readFlacInfoFromData(const QByteArray& data);

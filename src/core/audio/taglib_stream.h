@@ -2,21 +2,18 @@
 #pragma once
 
 #include <QByteArray>
-#include <QFile>
-#include <QString>
 
 #include <tiostream.h>
 
-// A read-only TagLib stream over a file that reads with pread() through a
-// small window. TagLib's own file stream seeks and reads in small pieces
-// (tag headers, the end of the file, frame headers), each a system call or
-// two; here most reads are answered from the window. It can never write.
+class WindowedFile;
+
+// A read-only TagLib stream over an open WindowedFile: its reads are served
+// from the file's window. TagLib's own file stream opens the file again and
+// seeks and reads in small pieces (tag headers, the end of the file, frame
+// headers), each a system call or two. It can never write.
 class TagLibReadStream : public TagLib::IOStream {
 public:
-    explicit TagLibReadStream(const QString& path);
-    // Reads the open `file` through its descriptor, which stays the file's.
-    explicit TagLibReadStream(QFile& file);
-    ~TagLibReadStream() override;
+    explicit TagLibReadStream(WindowedFile& file);
     TagLibReadStream(const TagLibReadStream&) = delete;
     TagLibReadStream& operator=(const TagLibReadStream&) = delete;
 
@@ -31,19 +28,16 @@ public:
     void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
     void removeBlock(unsigned long, unsigned long) override {}
     bool readOnly() const override { return true; }
-    bool isOpen() const override { return m_fd >= 0; }
+    bool isOpen() const override;
     void seek(long offset, Position p = Beginning) override;
     long tell() const override { return m_pos; }
     long length() override { return m_length; }
     void truncate(long) override {}
 
 private:
+    WindowedFile& m_file;
     QByteArray m_path;
-    int m_fd = -1;
-    bool m_owned = true;  // closed with the stream
-    long m_base = 0;      // the file's byte that is the stream's first
-    long m_length = 0;    // from m_base
+    long m_base = 0;    // the file's byte that is the stream's first
+    long m_length = 0;  // from m_base
     long m_pos = 0;
-    QByteArray m_window;  // the file's bytes from m_windowStart
-    long m_windowStart = 0;
 };

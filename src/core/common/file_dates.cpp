@@ -23,6 +23,10 @@ FileDates readFileDates(const QString& path) {
     const QByteArray native = QFile::encodeName(path);
     if (statx(AT_FDCWD, native.constData(), 0, STATX_BTIME | STATX_MTIME | STATX_SIZE, &sx) != 0)
         return {};
+    return fileDatesOf(sx);
+}
+
+FileDates fileDatesOf(const struct statx& sx) {
     FileDates dates;
     if (sx.stx_mask & STATX_SIZE) dates.size = qint64(sx.stx_size);
     if (sx.stx_mask & STATX_MTIME) dates.modification = fromTimestamp(sx.stx_mtime);

@@ -17,6 +17,8 @@ struct FileDates {
 
 // Invalid dates when the file cannot be examined.
 FileDates readFileDates(const QString& path);
+// The same from a status already read (size, modification and birth time).
+FileDates fileDatesOf(const struct statx& status);
 
 // Sets the file's dates as described above. Returns false (and logs why)
 // when the file's times cannot be changed or no valid date is given.

@@ -28,7 +28,8 @@ QString kindOf(const QMimeType& mime) {
 // An Ogg file's type by the codec its first packet names, as the desktop's
 // content rules find it (the identification header at byte 28); "" for
 // another codec. The database's content matching tries every rule it has.
-QString oggTypeName(const QString& path) {
+// `content`, when given, is the file already open.
+QString oggTypeName(const QString& path, QIODevice* content) {
     static const std::pair<QByteArrayView, const char*> kCodecs[] = {
         {"\x01vorbis", "audio/x-vorbis+ogg"},
         {"OpusHead", "audio/x-opus+ogg"},
@@ -40,8 +41,9 @@ QString oggTypeName(const QString& path) {
         {"\x80theora", "video/x-theora+ogg"},
     };
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return {};
-    const QByteArray head = file.read(36);
+    if (!content && file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) content = &file;
+    if (!content || !content->seek(0)) return {};
+    const QByteArray head = content->read(36);
     if (!head.startsWith("OggS") || head.size() < 36) return {};
     for (const auto& [magic, name] : kCodecs)
         if (head.mid(28).startsWith(magic)) return QLatin1String(name);
@@ -64,8 +66,8 @@ QString kindOfName(const QString& name, const QString& extension) {
 }
 
 // An Ogg file's kind, from its content.
-QString oggKind(const QString& path, const QString& extension) {
-    if (const QString name = oggTypeName(path); !name.isEmpty())
+QString oggKind(const QString& path, const QString& extension, QIODevice* content) {
+    if (const QString name = oggTypeName(path, content); !name.isEmpty())
         if (const QString kind = kindOfName(name, extension); !kind.isEmpty()) return kind;
     return kindOf(QMimeDatabase().mimeTypeForFile(path));
 }
@@ -74,7 +76,7 @@ QString oggKind(const QString& path, const QString& extension) {
 // extension: the database's glob matching cost more than reading a small
 // file's tags, and reading the content again for it a second open of every
 // file. Only Ogg, whose name does not tell the codec, is looked into.
-QString kindText(const QString& path) {
+QString kindText(const QString& path, QIODevice* content) {
     static QMutex mutex;
     static QHash<QString, std::optional<QString>> byExtension;  // none: the content decides
     const qsizetype dot = path.lastIndexOf(QLatin1Char('.'));
@@ -87,7 +89,7 @@ QString kindText(const QString& path) {
             if (const auto it = byExtension.constFind(extension); it != byExtension.cend())
                 known = *it;
         }
-        if (known) return known->has_value() ? **known : oggKind(path, extension);
+        if (known) return known->has_value() ? **known : oggKind(path, extension, content);
     }
     const QMimeDatabase mimes;
     const QMimeType byName = mimes.mimeTypeForFile(path, QMimeDatabase::MatchExtension);
@@ -96,14 +98,17 @@ QString kindText(const QString& path) {
         const QMutexLocker lock(&mutex);
         byExtension.insert(extension, ogg ? std::nullopt : std::optional(kindOf(byName)));
     }
-    return ogg ? oggKind(path, extension) : kindOf(byName);
+    return ogg ? oggKind(path, extension, content) : kindOf(byName);
 }
 
 }  // namespace
 
 void fillFileAttributes(IKImageItem& item) {
     // One status call gives the size and both dates.
-    const FileDates dates = readFileDates(item.filePath);
+    fillFileAttributes(item, readFileDates(item.filePath));
+}
+
+void fillFileAttributes(IKImageItem& item, const FileDates& dates) {
     if (dates.size >= 0) {
         item.fileSize = sizeText(dates.size);
         item.fileSizeBytes = dates.size;
@@ -115,12 +120,13 @@ void fillFileAttributes(IKImageItem& item) {
     if (dates.modification.isValid()) item.fileModifyDate = dates.modification;
 }
 
-void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
+void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts, QIODevice* content) {
     if (facts.durationSeconds) {
         item.fileduration = *facts.durationSeconds;
         item.fileduratStr = getMediaDuration(static_cast<qint32>(std::trunc(item.fileduration)));
     }
-    if (const QString kind = kindText(item.filePath); !kind.isEmpty()) item.fileType = kind;
+    if (const QString kind = kindText(item.filePath, content); !kind.isEmpty())
+        item.fileType = kind;
     if (facts.audioBitRate) {
         item.fileBitRate = QStringLiteral("%1 bps").arg(*facts.audioBitRate);
         item.audioDataRateStr = item.fileBitRate;
@@ -132,10 +138,10 @@ void fillProbeFacts(IKImageItem& item, const ProbeFacts& facts) {
     if (facts.pixelWidth) item.filePixWidth = *facts.pixelWidth;
 }
 
-QString readProblemOf(const IKImageItem& item, bool audio) {
+QString readProblemOf(const IKImageItem& item, bool audio, bool opened) {
     // A readable file, the common case, is told by one access check; only
     // an unreadable one is opened, for the reason.
-    if (::access(QFile::encodeName(item.filePath).constData(), R_OK) != 0) {
+    if (!opened && ::access(QFile::encodeName(item.filePath).constData(), R_OK) != 0) {
         QFile file(item.filePath);
         if (!file.open(QIODevice::ReadOnly)) {
             return QCoreApplication::translate("MediaImporter", "The file cannot be opened (%1).")

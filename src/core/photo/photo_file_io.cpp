@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/photo/photo_file_io.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -9,14 +8,6 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "core/common/file_copy.h"
-
-namespace {
-
-constexpr long kWindow = 16 * 1024;
-
-}  // namespace
 
 PhotoFileIo::PhotoFileIo(const std::string& path) : m_path(path) {}
 
@@ -36,6 +27,7 @@ int PhotoFileIo::open() {
         }
         if (m_fd < 0) return 1;
         m_size = long(st.st_size);
+        m_window = ReadWindow(m_fd, m_size);
     }
     m_open = true;
     m_pos = 0;
@@ -51,35 +43,9 @@ int PhotoFileIo::close() {
 
 long PhotoFileIo::read(Exiv2::byte* buf, long rcount) {
     if (m_fd < 0 || rcount <= 0) return 0;
-    const long avail = std::max(0L, m_size - m_pos);
-    const long wanted = std::min(rcount, avail);
-    if (rcount > avail) m_eof = true;
-    long done = 0;
-    while (done < wanted) {
-        const long at = m_pos + done;
-        const long windowEnd = m_windowStart + long(m_window.size());
-        if (at < m_windowStart || at >= windowEnd) {
-            if (wanted - done >= kWindow) {  // a large read goes straight in
-                const long got =
-                    readAt(m_fd, reinterpret_cast<char*>(buf) + done, wanted - done, at);
-                if (got < wanted - done) m_eof = true;  // the file shrank under us
-                done += got;
-                break;
-            }
-            m_window.resize(kWindow);
-            m_window.resize(readAt(m_fd, m_window.data(), kWindow, at));
-            m_windowStart = at;
-            if (m_window.isEmpty()) {  // the file shrank under us
-                m_eof = true;
-                break;
-            }
-        }
-        const long from = at - m_windowStart;
-        const long count = std::min(wanted - done, long(m_window.size()) - from);
-        if (count <= 0) break;
-        std::memcpy(buf + done, m_window.constData() + from, size_t(count));
-        done += count;
-    }
+    const long done = long(m_window.read(m_pos, reinterpret_cast<char*>(buf), rcount));
+    // Past the end, or the file shrank under us.
+    if (done < rcount) m_eof = true;
     m_pos += done;
     return done;
 }

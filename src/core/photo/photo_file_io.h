@@ -3,7 +3,7 @@
 
 #include "core/photo/photo_exiv2.h"
 
-#include <QByteArray>
+#include "core/common/windowed_file.h"
 
 #include <string>
 
@@ -46,7 +46,6 @@ private:
     long m_size = 0;
     long m_pos = 0;
     bool m_eof = false;
-    QByteArray m_window;  // the file's bytes from m_windowStart
-    long m_windowStart = 0;
+    ReadWindow m_window;
     void* m_map = nullptr;
 };

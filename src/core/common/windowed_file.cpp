@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/common/windowed_file.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "core/common/file_copy.h"
+
+namespace {
+
+constexpr qint64 kWindow = 16 * 1024;
+
+}  // namespace
+
+const ReadWindow::Window* ReadWindow::windowAt(qint64 at) {
+    for (int i : {m_recent, 1 - m_recent}) {
+        if (m_windows[i].holds(at)) {
+            m_recent = i;
+            return &m_windows[i];
+        }
+    }
+    m_recent = 1 - m_recent;
+    Window& window = m_windows[m_recent];
+    const qint64 wanted = std::min(kWindow, m_size - at);
+    window.bytes.resize(wanted);
+    window.bytes.resize(::readAt(m_fd, window.bytes.data(), wanted, at));
+    window.start = at;
+    return window.bytes.isEmpty() ? nullptr : &window;  // empty: the file shrank under us
+}
+
+qint64 ReadWindow::read(qint64 offset, char* into, qint64 length) {
+    if (m_fd < 0 || offset < 0 || length <= 0) return 0;
+    const qint64 wanted = std::min(length, std::max<qint64>(0, m_size - offset));
+    qint64 done = 0;
+    while (done < wanted) {
+        const qint64 at = offset + done;
+        const bool held = m_windows[0].holds(at) || m_windows[1].holds(at);
+        if (!held && wanted - done >= kWindow)  // a large read goes straight in
+            return done + ::readAt(m_fd, into + done, wanted - done, at);
+        const Window* window = windowAt(at);
+        if (!window) break;
+        const qint64 from = at - window->start;
+        const qint64 count = std::min(wanted - done, qint64(window->bytes.size()) - from);
+        std::memcpy(into + done, window->bytes.constData() + from, size_t(count));
+        done += count;
+    }
+    return done;
+}
+
+WindowedFile::WindowedFile(const QString& path) : m_path(path) {}
+
+WindowedFile::~WindowedFile() {
+    close();
+}
+
+bool WindowedFile::open(OpenMode mode) {
+    if (isOpen() || (mode & ~(ReadOnly | Unbuffered)) != 0 || !(mode & ReadOnly)) return false;
+    const QByteArray native = QFile::encodeName(m_path);
+    // Not blocking: a pipe's open would wait for a writer. Regular files do
+    // not block either way.
+    const int fd = ::open(native.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (fd < 0) {
+        setErrorString(QString::fromLocal8Bit(std::strerror(errno)));
+        return false;
+    }
+    struct statx sx {};
+    if (::statx(fd, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_BTIME, &sx) !=
+            0 ||
+        !S_ISREG(sx.stx_mode)) {
+        setErrorString(QStringLiteral("not a regular file"));
+        ::close(fd);
+        return false;
+    }
+    m_dates = fileDatesOf(sx);
+    m_window = ReadWindow(fd, qint64(sx.stx_size));
+    return QIODevice::open(ReadOnly | Unbuffered);
+}
+
+void WindowedFile::close() {
+    if (m_window.fd() >= 0) ::close(m_window.fd());
+    m_window = ReadWindow();
+    if (isOpen()) QIODevice::close();
+}
+
+qint64 WindowedFile::readData(char* data, qint64 maxSize) {
+    return m_window.read(pos(), data, maxSize);
+}
