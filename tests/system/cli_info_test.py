@@ -5,6 +5,7 @@ records checked against ffprobe's view of the same files."""
 
 import json
 import os
+import subprocess
 import tempfile
 import unittest
 
@@ -90,6 +91,17 @@ class CliInfoTest(unittest.TestCase):
         rows = {r["identifier"]: r["value"] for r in rec["items"]}
         self.assertEqual(rows["id3/TIT2"], "Песня")
         self.assertTrue(rows["id3/APIC"].startswith("PNG picture, 16 x 8"), rows["id3/APIC"])
+
+    def test_an_audio_import_loads_no_library_it_does_not_use(self):
+        # What a run loads, every run pays for: these load on first use only.
+        wav = os.path.join(self.tmp.name, "nested", "tone.wav")
+        result = subprocess.run([CLI, "info", "--json", wav], capture_output=True, text=True,
+                                env=dict(os.environ, LD_DEBUG="files"), timeout=300)
+        self.assertEqual(result.returncode, 0, result.stderr[-500:])
+        loaded = [line for line in result.stderr.splitlines() if "file=" in line]
+        self.assertTrue(any("libQt6Core" in line for line in loaded), result.stderr[-500:])
+        for library in ("libQt6Network", "libavformat", "libheif", "libgphoto2", "libraw"):
+            self.assertFalse([line for line in loaded if library in line], library)
 
     def test_usage_errors(self):
         for args in ((), ("--bogus", self.h264)):

@@ -2,9 +2,6 @@
 #include "core/app/update_check.h"
 
 #include <QCoreApplication>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 
 #include <limits>
 
@@ -70,44 +67,22 @@ QString currentVersionText(const QString& currentVersion) {
         .arg(currentVersion);
 }
 
-UpdateCheck::UpdateCheck(QObject* parent)
-    : QObject(parent), m_network(new QNetworkAccessManager(this)) {}
-
-void UpdateCheck::checkServerVersion(const QUrl& url, const QString& version) {
-    if (connect) connect->abort();
-    currentVersion = version;
-    receivedData.clear();
-    QNetworkRequest request(url);
-    request.setTransferTimeout(kTransferTimeoutMs);
-    QNetworkReply* reply = m_network->get(request);
-    connect = reply;
-    QObject::connect(reply, &QNetworkReply::metaDataChanged, this, [this, reply] {
-        if (reply == connect) receivedData.clear();
-    });
-    QObject::connect(reply, &QNetworkReply::readyRead, this, [this, reply] {
-        if (reply != connect) return;
-        receivedData += reply->readAll();
-        if (receivedData.size() > kMaxDocumentBytes) {
-            qCInfo(lcTagsmith) << "version document too large, not read";
-            reply->abort();
-        }
-    });
-    QObject::connect(reply, &QNetworkReply::finished, this,
-                     [this, reply] { connectionDidFinishLoading(reply); });
+UpdateCheck::UpdateCheck(QObject* parent) : QObject(parent) {
+    QObject::connect(&m_fetch, &NetworkFetch::finished, this,
+                     &UpdateCheck::connectionDidFinishLoading);
 }
 
-void UpdateCheck::connectionDidFinishLoading(QNetworkReply* reply) {
-    reply->deleteLater();
-    if (reply != connect) return;  // ended by a newer check
-    connect.clear();
+void UpdateCheck::checkServerVersion(const QUrl& url, const QString& version) {
+    currentVersion = version;
+    // A check still running is abandoned.
+    m_fetch.start(url, kTransferTimeoutMs, kMaxDocumentBytes);
+}
+
+void UpdateCheck::connectionDidFinishLoading(const QByteArray& receivedData, const QString& error) {
     UpdateAnswer answer;
-    if (reply->error() != QNetworkReply::NoError) {
-        qCInfo(lcTagsmith).noquote() << QStringLiteral("Connection failed! Error - %1 %2")
-                                            .arg(reply->errorString(), reply->url().toString());
-    } else {
-        receivedData += reply->readAll();
+    if (!error.isEmpty())
+        qCInfo(lcTagsmith).noquote() << QStringLiteral("Connection failed! Error - %1").arg(error);
+    else
         answer = readVersionDocument(receivedData, currentVersion);
-    }
-    receivedData.clear();
     Q_EMIT answered(answer);
 }

@@ -3,13 +3,11 @@
 
 #include <QByteArray>
 #include <QObject>
-#include <QPointer>
 #include <QSettings>
 #include <QString>
 #include <QUrl>
 
-class QNetworkAccessManager;
-class QNetworkReply;
+#include "core/app/network_fetch.h"
 
 // The check for a newer version: the version document (a property-list
 // dictionary with "lastestVersion" and "WhatsNew") fetched from the maker's
@@ -55,10 +53,8 @@ Q_SIGNALS:
     void answered(const UpdateAnswer& answer);
 
 private:
-    void connectionDidFinishLoading(QNetworkReply* reply);
+    void connectionDidFinishLoading(const QByteArray& receivedData, const QString& error);
 
-    QNetworkAccessManager* m_network = nullptr;
-    QPointer<QNetworkReply> connect;
-    QByteArray receivedData;
+    NetworkFetch m_fetch;
     QString currentVersion;
 };

@@ -12,9 +12,13 @@
 // find the real function here.
 class LazyLibrary {
 public:
-    // `soname` as the build found it ("libheif.so.1"); `loss` says in the
-    // log what cannot be done without it.
-    constexpr LazyLibrary(const char* soname, const char* loss) : m_soname(soname), m_loss(loss) {}
+    // Where the library is: the system's, found by its soname, or one of the
+    // program's own modules, in lib/tagsmith beside the programs' folder.
+    enum Place { System, OurModule };
+    // `soname` as the build found it ("libheif.so.1"), or the module's file
+    // name; `loss` says in the log what cannot be done without it.
+    constexpr LazyLibrary(const char* soname, const char* loss, Place place = System)
+        : m_soname(soname), m_loss(loss), m_place(place) {}
     LazyLibrary(const LazyLibrary&) = delete;
     LazyLibrary& operator=(const LazyLibrary&) = delete;
 
@@ -25,6 +29,7 @@ public:
 private:
     const char* m_soname;
     const char* m_loss;
+    Place m_place;
     std::once_flag m_once;
     void* m_handle = nullptr;
 };
