@@ -15,11 +15,17 @@
 
 namespace {
 
-constexpr qint64 kWindow = 16 * 1024;
+constexpr qint64 kPage = 4096;  // the least a window reads
 
 }  // namespace
 
-const ReadWindow::Window* ReadWindow::windowAt(qint64 at) {
+void ReadWindow::reset(int fd, qint64 size) {
+    m_fd = fd;
+    m_size = size;
+    m_windows[0].size = m_windows[1].size = 0;
+}
+
+const ReadWindow::Window* ReadWindow::windowAt(qint64 at, qint64 length) {
     for (int i : {m_recent, 1 - m_recent}) {
         if (m_windows[i].holds(at)) {
             m_recent = i;
@@ -28,11 +34,15 @@ const ReadWindow::Window* ReadWindow::windowAt(qint64 at) {
     }
     m_recent = 1 - m_recent;
     Window& window = m_windows[m_recent];
-    const qint64 wanted = std::min(kWindow, m_size - at);
-    window.bytes.resize(wanted);
-    window.bytes.resize(::readAt(m_fd, window.bytes.data(), wanted, at));
-    window.start = at;
-    return window.bytes.isEmpty() ? nullptr : &window;  // empty: the file shrank under us
+    // Whole pages of the cache, as many as the read needs: most reads want a
+    // few bytes, and copying more than a page costs more than a second call.
+    const qint64 start = at & ~(kPage - 1);
+    const qint64 end = std::min((at + length + kPage - 1) & ~(kPage - 1), start + kWindow);
+    const qint64 wanted = std::min(end, m_size) - start;
+    window.size = ::readAt(m_fd, window.bytes, wanted, start);
+    window.start = start;
+    if (!window.holds(at)) return nullptr;  // the file shrank under us
+    return &window;
 }
 
 qint64 ReadWindow::read(qint64 offset, char* into, qint64 length) {
@@ -44,11 +54,11 @@ qint64 ReadWindow::read(qint64 offset, char* into, qint64 length) {
         const bool held = m_windows[0].holds(at) || m_windows[1].holds(at);
         if (!held && wanted - done >= kWindow)  // a large read goes straight in
             return done + ::readAt(m_fd, into + done, wanted - done, at);
-        const Window* window = windowAt(at);
+        const Window* window = windowAt(at, wanted - done);
         if (!window) break;
         const qint64 from = at - window->start;
-        const qint64 count = std::min(wanted - done, qint64(window->bytes.size()) - from);
-        std::memcpy(into + done, window->bytes.constData() + from, size_t(count));
+        const qint64 count = std::min(wanted - done, window->size - from);
+        std::memcpy(into + done, window->bytes + from, size_t(count));
         done += count;
     }
     return done;
@@ -79,13 +89,13 @@ bool WindowedFile::open(OpenMode mode) {
         return false;
     }
     m_dates = fileDatesOf(sx);
-    m_window = ReadWindow(fd, qint64(sx.stx_size));
+    m_window.reset(fd, qint64(sx.stx_size));
     return QIODevice::open(ReadOnly | Unbuffered);
 }
 
 void WindowedFile::close() {
     if (m_window.fd() >= 0) ::close(m_window.fd());
-    m_window = ReadWindow();
+    m_window.reset(-1, 0);
     if (isOpen()) QIODevice::close();
 }
 

@@ -7,17 +7,20 @@
 
 #include "core/common/file_dates.h"
 
-// A file's bytes read with pread() through two 16 KiB windows. A header walk
-// reads a few bytes here and there, mostly near the start and near the end
-// of the file; while they lie in a window they cost no system call, and a
-// read larger than a window goes straight into the caller's buffer. A miss
-// refills the window used less recently, so the start and the end of a file
-// each keep theirs. It reads the descriptor it is given and never moves that
-// descriptor's offset.
+// A file's bytes read with pread() through two windows of up to 16 KiB. A
+// header walk reads a few bytes here and there, mostly near the start and
+// near the end of the file; while they lie in a window they cost no system
+// call, and a read larger than a window goes straight into the caller's
+// buffer. A miss refills the window used less recently, so the start and the
+// end of a file each keep theirs. The windows are part of the object (no
+// allocation per file). It reads the descriptor it is given and never moves
+// that descriptor's offset.
 class ReadWindow {
 public:
-    ReadWindow() = default;
-    ReadWindow(int fd, qint64 size) : m_fd(fd), m_size(size) {}
+    static constexpr qint64 kWindow = 16 * 1024;  // the most a window holds
+
+    // Reads `fd` (up to `size`) from now on; forgets what the windows held.
+    void reset(int fd, qint64 size);
 
     int fd() const { return m_fd; }
     // The size the file had when it was opened: reads end there.
@@ -28,12 +31,14 @@ public:
 
 private:
     struct Window {
-        QByteArray bytes;  // the file's bytes from `start`
+        char bytes[kWindow];  // the file's bytes from `start`
         qint64 start = 0;
-        bool holds(qint64 at) const { return at >= start && at < start + bytes.size(); }
+        qint64 size = 0;
+        bool holds(qint64 at) const { return at >= start && at < start + size; }
     };
-    // The window that holds `at`, filled if neither does; null at the end.
-    const Window* windowAt(qint64 at);
+    // The window that holds `at`, filled for a read of `length` if neither
+    // does; null at the end.
+    const Window* windowAt(qint64 at, qint64 length);
 
     int m_fd = -1;
     qint64 m_size = 0;

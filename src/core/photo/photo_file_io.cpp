@@ -27,7 +27,7 @@ int PhotoFileIo::open() {
         }
         if (m_fd < 0) return 1;
         m_size = long(st.st_size);
-        m_window = ReadWindow(m_fd, m_size);
+        m_window.reset(m_fd, m_size);
     }
     m_open = true;
     m_pos = 0;
