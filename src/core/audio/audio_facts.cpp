@@ -141,7 +141,8 @@ std::optional<int> aacChannels(TagLib::File& file) {
     return std::nullopt;
 }
 
-std::optional<AudioFacts> tagLibFacts(WindowedFile& file, AudioContainer container, bool tags) {
+std::optional<AudioFacts> tagLibFacts(WindowedFile& file, AudioContainer container, bool tags,
+                                      bool infoDictionary) {
     TagLibReadStream stream(file);
     if (!stream.isOpen()) return std::nullopt;
     // Without the tags an MP3 is read from its sound on: TagLib would decode
@@ -174,6 +175,12 @@ std::optional<AudioFacts> tagLibFacts(WindowedFile& file, AudioContainer contain
     if (const TagLib::Tag* tag = tags ? media->tag() : nullptr) {
         out.album = QString::fromStdString(tag->album().to8Bit(true));
         if (tag->year() > 0) out.year = QString::number(tag->year());
+    }
+    if (infoDictionary) {
+        if (auto* wav = dynamic_cast<TagLib::RIFF::WAV::File*>(media.get()))
+            out.info = riffInfoOf(*wav);
+        else if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(media.get()))
+            out.info = flacInfoOf(*flac);
     }
     return out;
 }
@@ -240,7 +247,8 @@ std::optional<AudioFacts> auFacts(WindowedFile& file) {
 
 }  // namespace
 
-std::optional<AudioFacts> readAudioFacts(WindowedFile& file, AudioContainer container, bool tags) {
+std::optional<AudioFacts> readAudioFacts(WindowedFile& file, AudioContainer container, bool tags,
+                                         bool infoDictionary) {
     std::optional<AudioFacts> out;
     try {
         if (container == AudioContainer::Caf)
@@ -248,7 +256,7 @@ std::optional<AudioFacts> readAudioFacts(WindowedFile& file, AudioContainer cont
         else if (container == AudioContainer::Au)
             out = auFacts(file);
         else
-            out = tagLibFacts(file, container, tags);
+            out = tagLibFacts(file, container, tags, infoDictionary);
     } catch (const std::exception& e) {
         qCWarning(lcTagsmith) << "audio header reading failed ==" << e.what();
         out.reset();

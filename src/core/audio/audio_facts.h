@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "core/audio/audio_container.h"
+#include "core/audio/taglib_info.h"
 #include "core/library/media_probe.h"
 
 class WindowedFile;
@@ -21,11 +22,15 @@ struct AudioFacts {
     // metadata walk finds no items.
     QString album;
     QString year;
+    // A WAV's RIFF INFO or a FLAC's comments and pictures, when asked for:
+    // read from the same parse of the file.
+    std::optional<TagLibInfo> info;
 };
 
 // The facts of `file` (opened for reading) of the sniffed `container`;
 // nothing where the headers give neither a sample rate nor a length.
 // Without `tags` the album and year are left out, and an MP3's or FLAC's
-// ID3v2 frames are not decoded (a third of the work for a tagged MP3).
+// ID3v2 frames are not decoded (a third of the work for a tagged MP3). With
+// `infoDictionary`, a WAV's or FLAC's info dictionary comes along.
 std::optional<AudioFacts> readAudioFacts(WindowedFile& file, AudioContainer container,
-                                         bool tags = true);
+                                         bool tags = true, bool infoDictionary = false);

@@ -73,9 +73,11 @@ FallbackTags fallbackTags(const OpenedMedia& media) {
 
 // Without `probe` (a record for writing) the file's sound is not read: the
 // facts are left out and `fallback` is not filled. The headers are read
-// without FFmpeg where they can be; FFmpeg probes the rest.
+// without FFmpeg where they can be; FFmpeg probes the rest. `info`, when
+// given, receives the info dictionary TagLib read along with the sound.
 IKImageItemPtr newAudioRecord(WindowedFile& file, AudioContainer container, bool probe,
-                              FallbackTags* fallback, bool tagsWanted = true) {
+                              FallbackTags* fallback, bool tagsWanted = true,
+                              std::optional<TagLibInfo>* info = nullptr) {
     const QString path = file.fileName();
     auto item = std::make_shared<IKImageItem>();
     item->fileType = QStringLiteral("Audio");
@@ -86,10 +88,11 @@ IKImageItemPtr newAudioRecord(WindowedFile& file, AudioContainer container, bool
     else
         fillFileAttributes(*item);
     if (!probe) return item;
-    if (const auto facts =
-            file.isOpen() ? readAudioFacts(file, container, tagsWanted) : std::nullopt) {
+    if (auto facts = file.isOpen() ? readAudioFacts(file, container, tagsWanted, info != nullptr)
+                                   : std::nullopt) {
         fillProbeFacts(*item, facts->facts, &file);
         *fallback = {facts->album, facts->year.left(4)};
+        if (info) *info = std::move(facts->info);
         return item;
     }
     const OpenedMedia media(path, demuxerFor(container));
@@ -116,7 +119,9 @@ struct InfoDictionary {
     QByteArray artwork;
 };
 
-InfoDictionary readInfoDictionary(WindowedFile& file, AudioContainer container) {
+// `known`: what TagLib has read already.
+InfoDictionary readInfoDictionary(WindowedFile& file, AudioContainer container,
+                                  const std::optional<TagLibInfo>& known) {
     InfoDictionary dict;
     auto take = [&](const TagLibInfo& info, const QString& space, bool riff) {
         dict.opened = info.opened;
@@ -130,7 +135,7 @@ InfoDictionary readInfoDictionary(WindowedFile& file, AudioContainer container) 
     };
     switch (container) {
         case AudioContainer::Wav: {
-            take(readRiffInfo(file), QStringLiteral("riff"), true);
+            take(known ? *known : readRiffInfo(file), QStringLiteral("riff"), true);
             // The ID3 chunk: listed, and its picture is the artwork.
             const QList<MetadataItem> id3 = id3ChunkMetadataItems(file, container);
             for (const MetadataItem& item : id3)
@@ -140,7 +145,7 @@ InfoDictionary readInfoDictionary(WindowedFile& file, AudioContainer container) 
             break;
         }
         case AudioContainer::Flac:
-            take(readFlacInfo(file), QStringLiteral("vorbis"), false);
+            take(known ? *known : readFlacInfo(file), QStringLiteral("vorbis"), false);
             break;
         case AudioContainer::Caf:
             dict.opened = true;
@@ -165,12 +170,13 @@ IKImageItemPtr readSomeWAVAudioFileWithFilePath(const QString& path, bool probe)
     const bool opened = file.open(QIODevice::ReadOnly);
     const AudioContainer container = opened ? sniffAudioContainer(file) : AudioContainer::Unknown;
     // The info dictionary below, not the generic tag, gives these files' tags.
-    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback, false);
+    std::optional<TagLibInfo> known;
+    IKImageItemPtr item = newAudioRecord(file, container, probe, &fallback, false, &known);
     if (!opened) {
         qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
         return finish(item, probe, opened);
     }
-    const InfoDictionary dict = readInfoDictionary(file, container);
+    const InfoDictionary dict = readInfoDictionary(file, container, known);
     if (!dict.opened) qCInfo(lcTagsmith) << "AudioFileOpenURL failed" << path;
     if (dict.entries.isEmpty())
         qCDebug(lcTagsmith) << "AudioFileGetProperty failed for property info dictionary";

@@ -25,9 +25,10 @@ QByteArray bytes(const TagLib::ByteVector& v) {
     return QByteArray(v.data(), qsizetype(v.size()));
 }
 
-TagLibInfo riffInfo(TagLib::IOStream* stream) {
+}  // namespace
+
+TagLibInfo riffInfoOf(TagLib::RIFF::WAV::File& file) {
     TagLibInfo info;
-    TagLib::RIFF::WAV::File file(stream, false);
     if (!file.isValid()) return info;
     info.opened = true;
     if (!file.hasInfoTag()) return info;
@@ -36,9 +37,8 @@ TagLibInfo riffInfo(TagLib::IOStream* stream) {
     return info;
 }
 
-TagLibInfo flacInfo(TagLib::IOStream* stream) {
+TagLibInfo flacInfoOf(TagLib::FLAC::File& file) {
     TagLibInfo info;
-    TagLib::FLAC::File file(stream, TagLib::ID3v2::FrameFactory::instance(), false);
     if (!file.isValid()) return info;
     info.opened = true;
     if (TagLib::Ogg::XiphComment* comment = file.xiphComment(false)) {
@@ -56,6 +56,18 @@ TagLibInfo flacInfo(TagLib::IOStream* stream) {
         info.artworkMimeType = text(chosen->mimeType());
     }
     return info;
+}
+
+namespace {
+
+TagLibInfo riffInfo(TagLib::IOStream* stream) {
+    TagLib::RIFF::WAV::File file(stream, false);
+    return riffInfoOf(file);
+}
+
+TagLibInfo flacInfo(TagLib::IOStream* stream) {
+    TagLib::FLAC::File file(stream, TagLib::ID3v2::FrameFactory::instance(), false);
+    return flacInfoOf(file);
 }
 
 template <typename Read>

@@ -22,10 +22,21 @@ struct TagLibInfo {
 };
 
 class WindowedFile;
+namespace TagLib {
+namespace RIFF::WAV {
+class File;
+}
+namespace FLAC {
+class File;
+}
+}  // namespace TagLib
 
 // Of a file open for reading.
 TagLibInfo readRiffInfo(WindowedFile& file);
 TagLibInfo readFlacInfo(WindowedFile& file);
+// Of a file TagLib has parsed already (for its sound, say).
+TagLibInfo riffInfoOf(TagLib::RIFF::WAV::File& file);
+TagLibInfo flacInfoOf(TagLib::FLAC::File& file);
 // The same over a file's bytes held in memory.
 TagLibInfo readRiffInfoFromData(const QByteArray& data);
 TagLibInfo readFlacInfoFromData(const QByteArray& data);
