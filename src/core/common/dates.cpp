@@ -49,6 +49,26 @@ QDateTime dateFromText(const QString& text) {
 QString dateText(const QDateTime& date) {
     if (!date.isValid()) return {};
     const QDateTime local = date.toLocalTime();
+    // Four-digit years written here: the locale's formatter costs more than
+    // the rest of an audio file's record. It writes the other years.
+    const QDate day = local.date();
+    const QTime time = local.time();
+    if (day.year() >= 1000 && day.year() <= 9999) {
+        char16_t text[19];
+        auto put = [&](int at, int value, int digits) {
+            for (int i = at + digits - 1; i >= at; --i, value /= 10) text[i] = u'0' + value % 10;
+        };
+        put(0, day.year(), 4);
+        put(5, day.month(), 2);
+        put(8, day.day(), 2);
+        put(11, time.hour(), 2);
+        put(14, time.minute(), 2);
+        put(17, time.second(), 2);
+        text[4] = text[7] = u':';
+        text[10] = u' ';
+        text[13] = text[16] = u':';
+        return QString(reinterpret_cast<const QChar*>(text), 19);
+    }
     QString text = usLocale().toString(local, QLatin1String(kDateTextFormat));
     if (text.isEmpty()) text = usLocale().toString(local, QLatin1String(kDateTextFallbackFormat));
     return text;

@@ -2,8 +2,10 @@
 #include "core/import/item_json.h"
 
 #include <QJsonDocument>
+#include <QLocale>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -47,8 +49,7 @@ struct ObjectPut {
     void flag(const char* name) { object.insert(QLatin1String(name), true); }
 };
 
-// A value as QJsonDocument writes it (the one way to be sure of its escapes
-// and number forms).
+// A value as QJsonDocument writes it (the one way to be sure of its escapes).
 QByteArray qtJson(const QJsonValue& value) {
     QByteArray text = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
     return text.mid(1, text.size() - 2);
@@ -71,20 +72,51 @@ bool plainText(const QString& value) {
     return true;
 }
 
-// The record's fields as name and JSON text, for writing them directly.
+// The record's fields, named and kept as they are until they are written
+// in the order of their names.
 struct TextPut {
-    std::vector<std::pair<const char*, QByteArray>> fields;
+    struct Field {
+        const char* name;
+        QString text;  // a text's value
+        double number = 0;
+        enum Kind { Text, Number, Flag } kind = Text;
+    };
+    std::vector<Field> fields;
     void text(const char* name, const QString& value) {
-        if (value.isEmpty()) return;
-        fields.emplace_back(name, plainText(value) ? '"' + value.toUtf8() + '"' : qtJson(value));
+        if (!value.isEmpty()) fields.push_back({name, value});
     }
     void date(const char* name, const QDateTime& value) {
         if (value.isValid()) text(name, dateText(value));
     }
     void number(const char* name, double value) {
-        if (value != 0.0) fields.emplace_back(name, qtJson(value));
+        if (value != 0.0) fields.push_back({name, {}, value, Field::Number});
     }
-    void flag(const char* name) { fields.emplace_back(name, QByteArray("true")); }
+    void flag(const char* name) { fields.push_back({name, {}, 0, Field::Flag}); }
+
+    // A field's value as QJsonDocument writes it.
+    static void write(QByteArray& out, const Field& field) {
+        switch (field.kind) {
+            case Field::Text:
+                if (!plainText(field.text)) {
+                    out.append(qtJson(field.text));
+                    return;
+                }
+                out.append('"').append(field.text.toUtf8()).append('"');
+                return;
+            case Field::Number:
+                // QJsonDocument's own form of a double; it has no text for
+                // an infinite one.
+                if (std::isfinite(field.number))
+                    out.append(
+                        QByteArray::number(field.number, 'g', QLocale::FloatingPointShortest));
+                else
+                    out.append("null");
+                return;
+            case Field::Flag:
+                out.append("true");
+                return;
+        }
+    }
 };
 
 // Every field that is not empty, zero or false, in one place for both forms.
@@ -184,15 +216,16 @@ QByteArray itemToJsonText(const IKImageItem& item, int indent) {
     forEachField(item, put);
     // QJsonObject keeps its keys sorted, and so does its text.
     std::sort(put.fields.begin(), put.fields.end(),
-              [](const auto& a, const auto& b) { return qstrcmp(a.first, b.first) < 0; });
+              [](const auto& a, const auto& b) { return qstrcmp(a.name, b.name) < 0; });
     const QByteArray outer(4 * indent, ' ');
     const QByteArray inner(4 * (indent + 1), ' ');
     QByteArray out;
     out.reserve(2048);
     out.append(outer).append('{');
     for (size_t k = 0; k < put.fields.size(); ++k) {
-        out.append(k ? ",\n" : "\n").append(inner).append('"').append(put.fields[k].first);
-        out.append("\": ").append(put.fields[k].second);
+        out.append(k ? ",\n" : "\n").append(inner).append('"').append(put.fields[k].name);
+        out.append("\": ");
+        TextPut::write(out, put.fields[k]);
     }
     out.append('\n').append(outer).append('}');
     return out;

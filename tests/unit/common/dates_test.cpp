@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QLocale>
 #include <QTemporaryFile>
 #include <QTimeZone>
 
@@ -35,6 +36,15 @@ TEST(Dates, TextIsLocalAndDescriptionIsUniversal) {
     EXPECT_EQ(dateDescription(noonUtc.toLocalTime()), "2021-07-15 12:00:00 +0000");
     EXPECT_EQ(dateText(QDateTime()), "");
     EXPECT_EQ(dateDescription(QDateTime()), "");
+    // Four-digit years are written without the locale's formatter: the same text.
+    const QLocale us(QLocale::English, QLocale::UnitedStates);
+    for (const QDateTime& d : {QDateTime(QDate(999, 12, 31), QTime(23, 59, 59)),
+                               QDateTime(QDate(1000, 1, 1), QTime(0, 0)),
+                               QDateTime(QDate(2024, 2, 29), QTime(7, 8, 9, 999), QTimeZone::utc()),
+                               QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59)),
+                               QDateTime(QDate(10000, 1, 1), QTime(0, 0, 1))})
+        EXPECT_EQ(dateText(d), us.toString(d.toLocalTime(), "yyyy:MM:dd HH:mm:ss"))
+            << d.toString().toStdString();
 }
 
 TEST(FileDates, WritingSetsModificationAndReadingFindsIt) {

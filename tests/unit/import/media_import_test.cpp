@@ -11,6 +11,8 @@
 
 #include <sys/stat.h>
 
+#include <limits>
+
 #include "core/import/item_json.h"
 #include "core/import/media_import.h"
 #include "library/ffmpeg_open_count.h"
@@ -191,6 +193,9 @@ TEST(ItemJson, DirectTextIsQJsonDocumentsText) {
     item.fileModifyDate = QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7), QTimeZone(19800));
     IKImageItem dated;
     dated.filePath = "/m/b.mp3";
+    dated.fileduration = 0.1 + 0.2;
+    dated.fileAtitude = 1e21;
+    dated.filelatitude = std::numeric_limits<double>::infinity();
     dated.fileCreateDate = QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59, 999), Qt::UTC);
     dated.fileModifyDate = QDateTime(QDate(2024, 7, 1), QTime(0, 0), QTimeZone(-34200));
     dated.shootDate = QDateTime(QDate(2024, 2, 29), QTime(12, 30), Qt::LocalTime);
