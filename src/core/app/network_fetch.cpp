@@ -42,7 +42,11 @@ void NetworkFetch::start(const QUrl& url, int timeoutMs, qint64 maxBytes) {
     const TagsmithFetchDone done = [](void* context, const QByteArray& body, const QString& error) {
         auto* self = static_cast<NetworkFetch*>(context);
         self->m_running = nullptr;
+        self->m_ended = true;
         Q_EMIT self->finished(body, error);
     };
-    m_running = begin(url, timeoutMs, maxBytes, done, this);
+    m_ended = false;
+    void* const fetch = begin(url, timeoutMs, maxBytes, done, this);
+    // A fetch that ended within begin() is gone already.
+    m_running = m_ended ? nullptr : fetch;
 }

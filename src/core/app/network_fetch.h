@@ -30,4 +30,5 @@ private:
     void abandon();
 
     void* m_running = nullptr;
+    bool m_ended = false;  // the last fetch has reported its end
 };
