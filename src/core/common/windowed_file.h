@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QByteArray>
 #include <QIODevice>
 #include <QString>
 
@@ -61,7 +60,6 @@ public:
     void close() override;
 
     QString fileName() const { return m_path; }
-    int handle() const { return m_window.fd(); }
     // The size and dates read when the file was opened.
     const FileDates& dates() const { return m_dates; }
     // Bytes at `offset` without moving the device's position.

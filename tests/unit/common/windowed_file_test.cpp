@@ -8,6 +8,7 @@
 
 #include "core/common/file_dates.h"
 #include "core/common/windowed_file.h"
+#include "media_fixtures.h"
 
 // The windowed device answers every seek, read and position question as the
 // unbuffered QFile it replaced does over the same file: across the windows'
@@ -16,12 +17,9 @@
 // window. readAt() leaves the position alone.
 TEST(WindowedFile, AnswersAsQFile) {
     QTemporaryDir dir;
-    QByteArray bytes(40000, '\0');
-    for (int k = 0; k < bytes.size(); ++k) bytes[k] = char(k * 7 + k / 251);
+    const QByteArray bytes = patternedBytes(40000);
     const QString path = dir.filePath("data.bin");
-    QFile writer(path);
-    ASSERT_TRUE(writer.open(QIODevice::WriteOnly) && writer.write(bytes) == bytes.size());
-    writer.close();
+    ASSERT_TRUE(writeFile(path, bytes));
 
     WindowedFile ours(path);
     QFile theirs(path);
@@ -76,17 +74,16 @@ TEST(WindowedFile, RefusesWhatIsNoFileToRead) {
     QTemporaryDir dir;
     const QString fifo = dir.filePath("pipe");
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
-    QFile plain(dir.filePath("plain"));
-    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
-    plain.close();
+    const QString plain = dir.filePath("plain");
+    ASSERT_TRUE(writeFile(plain, {}));
     for (const QString& path : {dir.path(), fifo, dir.filePath("missing")}) {
         WindowedFile file(path);
         EXPECT_FALSE(file.open(QIODevice::ReadOnly)) << path.toStdString();
         EXPECT_FALSE(file.errorString().isEmpty());
     }
-    WindowedFile writing(plain.fileName());
+    WindowedFile writing(plain);
     EXPECT_FALSE(writing.open(QIODevice::ReadWrite));
-    WindowedFile empty(plain.fileName());
+    WindowedFile empty(plain);
     ASSERT_TRUE(empty.open(QIODevice::ReadOnly));
     EXPECT_TRUE(empty.read(10).isEmpty());
     EXPECT_TRUE(empty.atEnd());

@@ -11,6 +11,7 @@
 #include "core/photo/exif_segment_reader.h"
 #include "core/photo/photo_file_io.h"
 #include "core/photo/photo_import.h"
+#include "media_fixtures.h"
 #include "photo_fixture.h"
 
 namespace {
@@ -128,12 +129,9 @@ TEST(PhotoImport, RecordFieldsAndFolderScan) {
 // window's edges, and refuses counts larger than the file.
 TEST(PhotoFileIo, AnswersAsExiv2sMemorySource) {
     QTemporaryDir dir;
-    QByteArray bytes(40000, '\0');
-    for (int k = 0; k < bytes.size(); ++k) bytes[k] = char(k * 7 + k / 251);
+    const QByteArray bytes = patternedBytes(40000);
     const QString path = dir.filePath("data.bin");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    file.close();
+    ASSERT_TRUE(writeFile(path, bytes));
     PhotoFileIo ours(QFile::encodeName(path).toStdString());
     Exiv2::MemIo theirs(reinterpret_cast<const Exiv2::byte*>(bytes.constData()),
                         long(bytes.size()));

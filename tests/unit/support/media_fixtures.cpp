@@ -93,6 +93,12 @@ bool writeFile(const QString& path, const QByteArray& data) {
     return f.open(QIODevice::WriteOnly) && f.write(data) == data.size();
 }
 
+QByteArray patternedBytes(qsizetype size) {
+    QByteArray bytes(size, '\0');
+    for (qsizetype k = 0; k < size; ++k) bytes[k] = char(k * 7 + k / 251);
+    return bytes;
+}
+
 QByteArray noisePicture(const char* format, int side) {
     QImage image(side, side, QImage::Format_RGB32);
     QRandomGenerator random(7);

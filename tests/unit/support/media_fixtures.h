@@ -33,6 +33,9 @@ QString clipFixture(const QString& name, int width = 160, int height = 120, doub
 
 QByteArray readFile(const QString& path);
 bool writeFile(const QString& path, const QByteArray& data);
+// `size` bytes that change from one offset to the next and repeat only after
+// a long stretch, so a read from the wrong place shows.
+QByteArray patternedBytes(qsizetype size);
 
 // A picture of random pixels in `format` ("PNG", "TIFF"): it does not
 // compress, so a movie box grows by about its size.
